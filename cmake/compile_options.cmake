@@ -1,0 +1,17 @@
+# Warnings, sanitizers and floating point, alike for every target of this project.
+option(HWT_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+
+add_library(hwt_compile_options INTERFACE)
+target_compile_options(hwt_compile_options INTERFACE
+    -Wall -Wextra -Wconversion -Wshadow -Werror
+    # Single precision means single precision on every target.
+    -ffp-contract=off
+    # g++ 12 takes the appending of a short text for an overlapping copy.
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+if(HWT_SANITIZE)
+    target_compile_options(hwt_compile_options INTERFACE
+        -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all
+        -fno-omit-frame-pointer)
+    target_link_options(hwt_compile_options INTERFACE
+        -fsanitize=address,undefined,float-cast-overflow)
+endif()

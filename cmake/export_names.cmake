@@ -1,0 +1,10 @@
+# Limits a shared library's exports to the names of a list, one a line.
+function(hwt_export_names target list)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${list})
+    file(READ ${list} names)
+    string(REPLACE "\n" ";\n" names "${names}")
+    set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
+    file(CONFIGURE OUTPUT ${script} CONTENT "{\nglobal:\n@names@local: *;\n};\n" @ONLY)
+    target_link_options(${target} PRIVATE -Wl,--version-script=${script})
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${script})
+endfunction()

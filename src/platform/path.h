@@ -1,0 +1,18 @@
+// The parts of a path. Slash and backslash separate directories and a drive letter is understood
+// on every system.
+#pragma once
+
+#include <string_view>
+
+namespace hundredweight::platform {
+
+struct PathParts {
+    std::string_view drive;      ///< "C:" or empty.
+    std::string_view directory;  ///< With its last separator, or empty.
+    std::string_view base_name;  ///< Up to the last dot of the file name.
+    std::string_view extension;  ///< From the last dot on, or empty.
+};
+
+PathParts SplitPathParts(std::string_view path);
+
+}  // namespace hundredweight::platform

@@ -1,0 +1,66 @@
+// Naming and opening of the files of a tariff set.
+#pragma once
+
+#include <hundredweight/rate_context.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/file.h"
+
+namespace hundredweight {
+
+/// An open file that closes itself unless its handle is released.
+class OpenFile {
+ public:
+    OpenFile(int handle, int64_t length) : handle_(handle), length_(length) {}
+    ~OpenFile() {
+        if (handle_ >= 0) platform::CloseFile(handle_);
+    }
+    OpenFile(OpenFile&& other) noexcept : handle_(other.Release()), length_(other.length_) {}
+    OpenFile& operator=(OpenFile&&) = delete;
+
+    explicit operator bool() const { return handle_ >= 0; }
+    int handle() const { return handle_; }
+    /// Bytes when it was opened.
+    int64_t length() const { return length_; }
+
+    /// Hands the handle over to a field of the record.
+    int32_t Release() {
+        const int32_t handle = handle_;
+        handle_ = -1;
+        return handle;
+    }
+
+ private:
+    int32_t handle_;
+    int64_t length_;
+};
+
+/// Opens the set's file of an extension such as ".ZP6" in DataDir; ".DIS" is looked for in the
+/// current directory first. No code is stored.
+OpenFile FindDataFile(const RateContext& context, std::string_view extension);
+
+/// The same, as a handle that the caller closes; -1 when there is no such file.
+int16_t OpenDataFile(const RateContext& context, std::string_view extension);
+
+/// Whether the set has a file of an extension.
+bool HasDataFile(const RateContext& context, std::string_view extension);
+
+/// Opens a file of UserDir, else of DataDir.
+OpenFile FindUserFile(const RateContext& context, std::string_view extension);
+
+/// Opens DataDir + file name.
+OpenFile FindInDataDir(const RateContext& context, std::string_view file_name);
+
+/// Opens the set's text file of an extension; null when there is none.
+std::FILE* OpenTextFile(const RateContext& context, std::string_view extension);
+
+/// Where a file is written: in the current directory, or in UserDir. Empty when the name does not
+/// fit.
+std::string PathInCurrentDir(const RateContext& context, std::string_view extension);
+std::string PathInUserDir(const RateContext& context, std::string_view extension);
+
+}  // namespace hundredweight

@@ -1,0 +1,113 @@
+#include "tariff/text_files.h"
+
+#include <cstring>
+#include <string_view>
+
+#include "frame/bytes.h"
+#include "frame/text.h"
+#include "tariff/record_fields.h"
+
+namespace hundredweight {
+namespace {
+
+constexpr int32_t kCannotOpenLab = 280;
+constexpr int32_t kCannotReadLab = 284;
+constexpr int32_t kCannotOpenLam = 290;
+
+constexpr int kLinesInBlock = 20;
+constexpr std::size_t kLabKeyAt = 5;  // In a block's last line.
+constexpr std::size_t kLabKeyLength = 5;
+constexpr std::string_view kLastLabKey = "ZZZZZ";  // Above all digits and capital letters.
+constexpr int32_t kLabCapacity = sizeof(RateContext::LabIndex) / sizeof(RateContext::LabIndex[0]);
+constexpr int32_t kLamCapacity = sizeof(RateContext::LamTable) / sizeof(RateContext::LamTable[0]);
+constexpr char kEndOfText = '\x1A';
+
+enum class BlockEnd { kMore, kEndOfFile, kError };
+
+/// Reads the lines of a block, the last one into LabLine.
+BlockEnd ReadLabBlock(RateContext& context) {
+    for (int line = 0; line < kLinesInBlock; ++line) {
+        FillField(context.LabLine, '\0');
+        const bool read =
+            std::fgets(context.LabLine, sizeof context.LabLine, context.LabStream) != nullptr;
+        if (std::feof(context.LabStream) != 0) return BlockEnd::kEndOfFile;
+        if (!read) return BlockEnd::kError;
+    }
+    return BlockEnd::kMore;
+}
+
+void PutLabKey(RateContext& context, int32_t entry, std::string_view key) {
+    std::memcpy(context.LabIndex[entry], key.data(), kLabKeyLength);
+}
+
+/// Reads one line as text, whose lines end in LF or CR LF and which a Ctrl-Z may end. A line that
+/// fills the buffer goes on in the next one.
+template <std::size_t Size>
+bool ReadTextLine(std::FILE* stream, char (&line)[Size]) {
+    std::size_t length = 0;
+    while (length < Size - 1) {
+        int character = std::fgetc(stream);
+        if (character == '\r') {
+            const int next = std::fgetc(stream);
+            if (next == '\n') {
+                character = next;
+            } else if (next != EOF) {
+                std::ungetc(next, stream);
+            }
+        }
+        if (character == EOF) break;
+        if (character == kEndOfText) {
+            std::fseek(stream, 0, SEEK_END);
+            break;
+        }
+        line[length++] = static_cast<char>(character);
+        if (character == '\n') break;
+    }
+    if (length == 0) return false;
+    line[length] = '\0';
+    return true;
+}
+
+}  // namespace
+
+int32_t ReadLabFile(RateContext& context) {
+    CloseLabStream(context);
+    context.LabStream = OpenTextFile(context, ".LAB");
+    context.LabBlockCount = 0;
+    if (context.LabStream == nullptr) return Fail(context, kCannotOpenLab);
+    BlockEnd end = BlockEnd::kMore;
+    while (end == BlockEnd::kMore && context.LabBlockCount < kLabCapacity) {
+        const int32_t entry = context.LabBlockCount;
+        StoreLittleEndian(context.LabIndex[entry] + kLabKeyLength,
+                          static_cast<int32_t>(std::ftell(context.LabStream)));
+        end = ReadLabBlock(context);
+        if (end == BlockEnd::kError) {
+            CloseLabStream(context);
+            return Fail(context, kCannotReadLab);
+        }
+        PutLabKey(context, entry, WholeField(context.LabLine).substr(kLabKeyAt, kLabKeyLength));
+        context.LabBlockCount = entry + 1;
+    }
+    PutLabKey(context, context.LabBlockCount - 1, kLastLabKey);
+    return 1;
+}
+
+int32_t ReadLamFile(RateContext& context) {
+    context.LamCount = 0;
+    context.LamStream = OpenTextFile(context, ".LAM");
+    if (context.LamStream == nullptr) return Fail(context, kCannotOpenLam);
+    while (context.LamCount < kLamCapacity && ReadTextLine(context.LamStream, context.LamLine)) {
+        CopyText(context.LamTable[context.LamCount++], WholeField(context.LamLine));
+    }
+    std::fclose(context.LamStream);
+    context.LamStream = nullptr;
+    return 1;
+}
+
+void CloseLabStream(RateContext& context) {
+    if (context.LabStream == nullptr) return;
+    std::fclose(context.LabStream);
+    context.LabStream = nullptr;
+}
+
+}  // namespace hundredweight

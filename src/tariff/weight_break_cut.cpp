@@ -1,0 +1,25 @@
+#include "tariff/weight_break_cut.h"
+
+#include <iterator>
+
+#include "frame/numbers.h"
+#include "frame/text.h"
+
+namespace hundredweight {
+
+void CutWeightBreaks(RateContext& context) {
+    if (context.DefBreakCount[0] == '\0') return;
+    const int32_t index = ReadInteger(WholeField(context.DefBreakIndex));
+    const int32_t kept = index + ReadInteger(WholeField(context.DefBreakCount));
+    const auto slots = static_cast<int32_t>(std::size(context.WeightBreakName));
+    if (index >= context.WeightBreakTotal || kept >= context.WeightBreakCount || kept < 1 ||
+        kept >= slots) {
+        return;
+    }
+    context.WeightBreakMax[kept - 1] = kHighestWeight;
+    FillField(context.WeightBreakName[kept], '\0');
+    CopyText(context.WeightBreakName[kept], "XXX");
+    context.WeightBreakCount = kept;
+}
+
+}  // namespace hundredweight

@@ -1,0 +1,182 @@
+#include "rating/request.h"
+
+#include <hundredweight/exports.h>
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <iterator>
+#include <optional>
+#include <string>
+
+#include "engine/engine.h"
+#include "frame/numbers.h"
+#include "frame/text.h"
+
+namespace hundredweight {
+namespace {
+
+constexpr int32_t kOutOfScope = 103;
+constexpr int32_t kDiscountTooHigh = 118;
+constexpr int32_t kInvalidZipCombination = 501;
+
+constexpr std::size_t kShipmentLines = 8;
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kNoCity = "None of the above";
+constexpr std::string_view kNoState = "**";
+
+using DiscountTexts = std::array<std::string, 10>;
+
+/// A percentage as a blank and its hundredths in 4 digits; nothing when it does not fit there.
+std::optional<std::string> DiscountText(float percent) {
+    const float hundredths = percent * 100.0F;
+    if (!(hundredths >= 0.0F)) return std::nullopt;
+    std::string text = FormatZeroPadded(static_cast<double>(std::abs(hundredths)), 5, 0);
+    if (text.size() != 5 || text.front() != '0') return std::nullopt;
+    text.front() = ' ';
+    return text;
+}
+
+/// The flat percentage, then one per weight break; nothing when one does not fit its field.
+std::optional<DiscountTexts> FormatDiscounts(const RateContext& context) {
+    DiscountTexts texts;
+    for (std::size_t k = 0; k < texts.size(); ++k) {
+        const auto text = DiscountText(k == 0 ? context.DiscountFlatPercent
+                                              : context.DiscountBreakPercent[k - 1]);
+        if (!text) return std::nullopt;
+        texts[k] = *text;
+    }
+    return texts;
+}
+
+/// Finds the point codes and the tariff of the shipment's two postal codes.
+bool FindTariff(RateContext& context) {
+    if (GetTolvexBse(&context) == 0) {
+        context.ErrorCode = kInvalidZipCombination;
+        return false;
+    }
+    if (GetTolvexTariffName(&context) == 0) {
+        context.ErrorCode = kOutOfScope;
+        return false;
+    }
+    return true;
+}
+
+void PutTariffAndPoints(EngineRateRecord& record, const RateContext& context) {
+    CopyText(record.TariffName, WholeField(context.TariffName));
+    CopyText(record.TariffDate, WholeField(context.LevelFileDate));
+    CopyText(record.OrigZip, TerminatedText(context.OrigZip));
+    CopyText(record.DestZip, TerminatedText(context.DestZip));
+    CopyText(record.OrigState, WholeField(context.OrigState));
+    CopyText(record.OrigCity, WholeField(context.OrigCity));
+    CopyText(record.DestState, WholeField(context.DestState));
+    CopyText(record.DestCity, WholeField(context.DestCity));
+    if (WholeField(record.OrigCity) == kNoCity) CopyText(record.OrigState, kNoState);
+    if (WholeField(record.DestCity) == kNoCity) CopyText(record.DestState, kNoState);
+}
+
+void PutHeader(EngineRateRecord& record, const RateContext& context, int32_t request_code) {
+    CopyText(record.LineKind, "01");
+    CopyText(record.RequestKind, " MF1");
+    CopyText(record.RequestCode, FormatZeroPadded(request_code, 2));
+    record.DiscountsSent = 'N';
+    record.OptionCode = context.EngineOptionOn != 0 ? context.EngineOptionCode : 'N';
+    CopyText(record.LineEnd, kLineEnd);
+    FillField(record.Blanks1, ' ');
+    FillField(record.Blanks2, ' ');
+    record.ShipmentOption = context.ShipmentOptionA;
+}
+
+/// Without discounts the tags and the line end keep what an earlier request left.
+void PutDiscounts(EngineRateRecord& record, const RateContext& context,
+                  const DiscountTexts& texts) {
+    if (context.DiscountOn == 0) {
+        record.DiscountsSent = 'N';
+        std::memset(record.DiscountLine.Values, ' ', sizeof record.DiscountLine.Values);
+        std::memset(record.IncreaseLine.Values, ' ', sizeof record.IncreaseLine.Values);
+        return;
+    }
+    record.DiscountOption = context.DefByte31;
+    record.DiscountsSent = 'Y';
+    CopyText(record.DiscountLine.Tag, "D%");
+    CopyText(record.IncreaseLine.Tag, "I%");
+    for (std::size_t k = 0; k < texts.size(); ++k) {
+        CopyText(record.DiscountLine.Values[k], texts[k]);
+        CopyText(record.IncreaseLine.Values[k], texts[k]);
+    }
+    CopyText(record.DiscountLine.LineEnd, kLineEnd);
+}
+
+void PutFactor(EngineRateRecord& record, const RateContext& context) {
+    float factor = 1.0F;
+    if (context.RateFactor != 0.0F && context.RateFactor != 1.0F) factor = context.RateFactor;
+    if (context.ConversionOn != 0) factor = factor * context.ConversionRate;
+    const float ten_thousandths = factor * 10000.0F;
+    CopyText(record.Factor, factor != 1.0F
+                                ? FormatZeroPadded(static_cast<double>(ten_thousandths), 5, 0)
+                                : "10000");
+}
+
+void ClearAnswer(EngineRateRecord& record) {
+    FillField(record.BreakKinds, ' ');
+    std::memset(record.BreakWeights, 0, sizeof record.BreakWeights);
+    std::memset(record.BreakAmounts, 0, sizeof record.BreakAmounts);
+    record.Zero = 0;
+    record.BreakEntryCount = 0;
+}
+
+/// The class that a line is rated at: the tariff's when the profile's class map replaced the typed
+/// one.
+std::string_view RatedClass(const RateContext& context, std::size_t line) {
+    const int32_t index = context.LineClassIndex[line];
+    const bool mapped = context.Profile.ClassMapOn != 0 && context.LineClassMark[line][0] == '*';
+    const bool in_table = index >= 0 && index < static_cast<int32_t>(std::size(context.ClassTable));
+    return mapped && in_table ? TerminatedText(context.ClassTable[index])
+                              : TerminatedText(context.LineClass[line]);
+}
+
+void PutClassLines(EngineRateRecord& record, const RateContext& context) {
+    std::memset(record.ClassLines, ' ', sizeof record.ClassLines);
+    for (std::size_t i = 0; i < kShipmentLines; ++i) {
+        EngineClassLine& line = record.ClassLines[i];
+        CopyText(line.Kind, "02");
+        FillField(line.ClassCode, '\0');
+        CopyText(line.ClassCode, RatedClass(context, i));
+        CopyText(line.Weight,
+                 ZeroPadText(TerminatedText(context.LineWeight[i]), sizeof line.Weight));
+        FillField(line.Rate, '\0');
+        FillField(line.Charge, '\0');
+        CopyText(line.LineEnd, kLineEnd);
+    }
+}
+
+}  // namespace
+
+int32_t PrepareEngineRequest(RateContext& context, int32_t request_code) {
+    EngineRateRecord& record = engine.EngineRateRecord;
+    DiscountTexts discounts;
+    if (context.DiscountOn != 0) {
+        const auto formatted = FormatDiscounts(context);
+        if (!formatted) {
+            context.ErrorCode = kDiscountTooHigh;
+            return 0;
+        }
+        discounts = *formatted;
+    }
+    // The record's head, from behind its start mark up to the class lines.
+    std::memset(record.LineKind, ' ',
+                offsetof(EngineRateRecord, ClassLines) - offsetof(EngineRateRecord, LineKind));
+    if (context.NameTablesLoaded == 'Y' && !FindTariff(context)) return 0;
+    PutTariffAndPoints(record, context);
+    PutHeader(record, context, request_code);
+    PutDiscounts(record, context, discounts);
+    record.StartMark = 'F';
+    record.EndMark = '*';
+    PutFactor(record, context);
+    ClearAnswer(record);
+    PutClassLines(record, context);
+    return 1;
+}
+
+}  // namespace hundredweight

@@ -6,6 +6,7 @@ target_compile_options(hwt_compile_options INTERFACE
     -Wall -Wextra -Wconversion -Wshadow -Werror
     # Single precision means single precision on every target.
     -ffp-contract=off
+    $<$<EQUAL:${CMAKE_SIZEOF_VOID_P},4>:-msse2;-mfpmath=sse>
     # g++ 12 takes the appending of a short text for an overlapping copy.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(HWT_SANITIZE)
@@ -14,4 +15,6 @@ if(HWT_SANITIZE)
         -fno-omit-frame-pointer)
     target_link_options(hwt_compile_options INTERFACE
         -fsanitize=address,undefined,float-cast-overflow)
+else()
+    target_link_options(hwt_compile_options INTERFACE -Wl,--no-undefined)
 endif()

@@ -8,8 +8,9 @@
 
 #include "engine/effective_tables.h"
 #include "engine/engine.h"
+#include "frame/entry_points.h"
+#include "frame/failure.h"
 #include "frame/text.h"
-#include "platform/module.h"
 
 namespace hundredweight {
 
@@ -19,12 +20,6 @@ namespace {
 
 constexpr int32_t kNoResultBlock = 114;
 constexpr int32_t kNoListBlock = 113;
-
-struct EntryPoint {
-    const char* name;
-    int32_t code_when_missing;
-    std::size_t offset;  ///< In EngineEntryPoints.
-};
 
 #define HWT_ENTRY_POINT(name, code) \
     { #name, code, offsetof(EngineEntryPoints, name) }
@@ -44,13 +39,10 @@ constexpr EntryPoint kEntryPoints[] = {
 };
 static_assert(std::size(kEntryPoints) * sizeof(void*) == sizeof(EngineEntryPoints));
 
-char* AddressOf(const EntryPoint& entry_point) {
-    return reinterpret_cast<char*>(&engine.entry_points) + entry_point.offset;
-}
-
 bool IsBound(const EntryPoint& entry_point) {
     void* function = nullptr;
-    std::memcpy(&function, AddressOf(entry_point), sizeof function);
+    std::memcpy(&function, reinterpret_cast<const char*>(&engine.entry_points) + entry_point.offset,
+                sizeof function);
     return function != nullptr;
 }
 
@@ -67,14 +59,6 @@ void ForgetInstance() {
     engine.EngineHandle = nullptr;
     engine.EngineResultBlock.reset();
     engine.EngineListBlock.reset();
-}
-
-/// Gives up a start that ran out of memory.
-int32_t AbandonStart(RateContext& context, int32_t code) {
-    context.ErrorCode = code;
-    engine.entry_points.Tolvex_EndTolvexEx(engine.EngineHandle);
-    ForgetInstance();
-    return 0;
 }
 
 /// Copies a version text, which may run on into its neighbours up to a zero byte, without
@@ -104,15 +88,8 @@ using namespace hundredweight;
 
 int32_t HWT_CALL GetTolvexAddresses(RateContext* context, int32_t /*reserved*/) {
     engine.EngineHandle = nullptr;
-    for (const EntryPoint& entry_point : kEntryPoints) {
-        void* const function = platform::ResolveEntryPoint(context->EngineModule, entry_point.name);
-        if (function == nullptr) {
-            context->ErrorCode = entry_point.code_when_missing;
-            return 0;
-        }
-        std::memcpy(AddressOf(entry_point), &function, sizeof function);
-    }
-    return 1;
+    const int32_t code = BindEntryPoints(context->EngineModule, kEntryPoints, &engine.entry_points);
+    return code == 0 ? 1 : Fail(*context, code);
 }
 
 int32_t HWT_CALL InitializeTolvexdll(RateContext* context) {
@@ -128,10 +105,10 @@ int32_t HWT_CALL InitializeTolvexdll(RateContext* context) {
     BuildEfcTable(*context, engine.EngineHandle, call.Tolvex_GetEffectiveTableSizeEx,
                   call.Tolvex_GetEffectiveTableEx);
     if (!AllocateExchangeBlock(engine.EngineResultBlock, sizeof(EngineResultBlock::Data))) {
-        return AbandonStart(*context, kNoResultBlock);
+        return Fail(*context, kNoResultBlock);
     }
     if (!AllocateExchangeBlock(engine.EngineListBlock, sizeof(EngineListBlock::Entries))) {
-        return AbandonStart(*context, kNoListBlock);
+        return Fail(*context, kNoListBlock);
     }
     call.Tolvex_disp_verEx(engine.EngineHandle, &engine.EngineVersionBlock);
     CopyVersionTexts(*context);

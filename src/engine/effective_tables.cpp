@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "frame/block.h"
+#include "frame/failure.h"
 
 namespace hundredweight {
 namespace {
@@ -53,20 +54,14 @@ int32_t BuildEfcTable(RateContext& context, void* handle,
     context.EfcTable =
         AllocateBlock<EfcRecord>((static_cast<std::size_t>(count) + 2) * sizeof(EfcRecord))
             .release();
-    if (context.EfcTable == nullptr) {
-        context.ErrorCode = kCannotAllocate;
-        return 0;
-    }
+    if (context.EfcTable == nullptr) return Fail(context, kCannotAllocate);
     context.EfcCount = count;
     context.BureauCount = 0;
     int32_t used = 0;
     for (int32_t index = 0; index < count; ++index) {
         EfcRecord buffer = {};
         const EfcRecord* const record = get_record(handle, &buffer, index);
-        if (record == nullptr) {
-            context.ErrorCode = kCannotRead;
-            return 0;
-        }
+        if (record == nullptr) return Fail(context, kCannotRead);
         if (IsBureau(*record)) {
             ++context.BureauCount;
         } else {

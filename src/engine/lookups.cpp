@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "engine/engine.h"
+#include "frame/search.h"
 #include "frame/text.h"
 #include "tariff/name_tables.h"
 
@@ -18,26 +19,6 @@ struct PointCodes {
     char DestPointCode[7] = {};
 };
 PointCodes point_codes;
-
-/// Searches ascending records. `place` tells where the key lies: below the record (negative), in it
-/// (0) or above it (positive).
-template <class Record, class Place>
-const Record* Search(const Record* table, int32_t count, Place place) {
-    if (table == nullptr) return nullptr;
-    int32_t low = 0;
-    int32_t high = count - 1;
-    while (low <= high) {
-        const int32_t middle = low + (high - low) / 2;
-        const int where = place(table[middle]);
-        if (where == 0) return &table[middle];
-        if (where < 0) {
-            high = middle - 1;
-        } else {
-            low = middle + 1;
-        }
-    }
-    return nullptr;
-}
 
 template <std::size_t ZipSize>
 bool FindPointCode(const char (&zip)[ZipSize], char (&point_code)[7]) {

@@ -7,14 +7,10 @@
 #include <cstddef>
 #include <limits>
 
+#include "frame/text.h"
+
 namespace hundredweight {
 namespace {
-
-constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
-
-bool IsDigit(char character) {
-    return character >= '0' && character <= '9';
-}
 
 /// What follows the white space and the sign at the head of a text.
 struct SignedText {
@@ -29,24 +25,30 @@ SignedText SkipSign(std::string_view text) {
     return {negative, text};
 }
 
-std::string PadLeft(std::string text, int width, char padding) {
+NumberText PadLeft(std::string_view text, int width, char padding) {
     const auto wanted = static_cast<std::size_t>(width);
-    if (text.size() < wanted) text.insert(0, wanted - text.size(), padding);
-    return text;
+    NumberText padded;
+    if (text.size() < wanted) padded.Append(wanted - text.size(), padding);
+    return padded.Append(text);
 }
 
 /// Pads with '0' between the sign and the digits.
-std::string PadWithZeros(const std::string& text, int width) {
+NumberText PadWithZeros(std::string_view text, int width) {
     if (!text.starts_with('-')) return PadLeft(text, width, '0');
-    return '-' + PadLeft(text.substr(1), width - 1, '0');
+    return NumberText("-").Append(PadLeft(text.substr(1), width - 1, '0'));
 }
 
-std::string Fixed(double value, int decimals) {
-    // The longest double has 309 digits before its point.
+NumberText Fixed(double value, int decimals) {
     std::array<char, 512> buffer;
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                       std::chars_format::fixed, decimals);
-    return {buffer.data(), result.ptr};
+    return NumberText({buffer.data(), result.ptr});
+}
+
+NumberText Digits(int32_t value) {
+    std::array<char, 12> buffer;
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    return NumberText({buffer.data(), result.ptr});
 }
 
 }  // namespace
@@ -68,11 +70,17 @@ double ReadDecimal(std::string_view text) {
     if (number.empty() || !(IsDigit(number.front()) || number.front() == '.')) return 0;
     double value = 0;
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+    if (result.ec == std::errc::invalid_argument) return 0;
     if (result.ec == std::errc::result_out_of_range) {
         const bool tiny = std::find(number.data(), result.ptr, '-') != result.ptr;
         value = tiny ? 0 : std::numeric_limits<double>::max();
     }
     return negative ? -value : value;
+}
+
+float ReadSingle(std::string_view text) {
+    constexpr double kHighest = std::numeric_limits<float>::max();
+    return static_cast<float>(std::clamp(ReadDecimal(text), -kHighest, kHighest));
 }
 
 int32_t TruncateToInteger(double value) {
@@ -83,29 +91,29 @@ int32_t TruncateToInteger(double value) {
     return static_cast<int32_t>(value);
 }
 
-std::string FormatDecimal(double value, int width, int decimals) {
+NumberText FormatDecimal(double value, int width, int decimals) {
     return PadLeft(Fixed(value, decimals), width, ' ');
 }
 
-std::string FormatZeroPadded(double value, int width, int decimals) {
-    const std::string text = Fixed(value, decimals);
+NumberText FormatZeroPadded(double value, int width, int decimals) {
+    const NumberText text = Fixed(value, decimals);
     return std::isfinite(value) ? PadWithZeros(text, width) : PadLeft(text, width, ' ');
 }
 
-std::string FormatInteger(int32_t value, int width) {
-    return PadLeft(std::to_string(value), width, ' ');
+NumberText FormatInteger(int32_t value, int width) {
+    return PadLeft(Digits(value), width, ' ');
 }
 
-std::string FormatZeroPadded(int32_t value, int width) {
-    return PadWithZeros(std::to_string(value), width);
+NumberText FormatZeroPadded(int32_t value, int width) {
+    return PadWithZeros(Digits(value), width);
 }
 
-std::string FormatNonZero(int32_t value, int width) {
-    return PadLeft(value == 0 ? "" : std::to_string(value), width, ' ');
+NumberText FormatNonZero(int32_t value, int width) {
+    return PadLeft(value == 0 ? NumberText() : Digits(value), width, ' ');
 }
 
-std::string ZeroPadText(std::string_view text, int width) {
-    return PadLeft(std::string(text), width, '0');
+NumberText ZeroPadText(std::string_view text, int width) {
+    return PadLeft(text, width, '0');
 }
 
 }  // namespace hundredweight

@@ -3,8 +3,9 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
+
+#include "frame/inline_text.h"
 
 namespace hundredweight {
 
@@ -16,25 +17,31 @@ int32_t ReadInteger(std::string_view text);
 /// exponent; 0 when there is none.
 double ReadDecimal(std::string_view text);
 
+/// The same in single precision; a value beyond its range becomes the nearest in it.
+float ReadSingle(std::string_view text);
+
 /// A number truncated toward zero; beyond 32 bits the nearest 32-bit value, 0 for no number.
 int32_t TruncateToInteger(double value);
 
+/// A number as text. The longest double has 309 digits before its point.
+using NumberText = InlineText<320>;
+
 /// printf's "%<width>.<decimals>f".
-std::string FormatDecimal(double value, int width, int decimals);
+NumberText FormatDecimal(double value, int width, int decimals);
 
 /// printf's "%0<width>.<decimals>f".
-std::string FormatZeroPadded(double value, int width, int decimals);
+NumberText FormatZeroPadded(double value, int width, int decimals);
 
 /// printf's "%<width>d".
-std::string FormatInteger(int32_t value, int width);
+NumberText FormatInteger(int32_t value, int width);
 
 /// printf's "%0<width>d".
-std::string FormatZeroPadded(int32_t value, int width);
+NumberText FormatZeroPadded(int32_t value, int width);
 
 /// printf's "%<width>.0d": nothing but blanks for 0.
-std::string FormatNonZero(int32_t value, int width);
+NumberText FormatNonZero(int32_t value, int width);
 
 /// A text right-aligned in `width` characters, padded on the left with '0'.
-std::string ZeroPadText(std::string_view text, int width);
+NumberText ZeroPadText(std::string_view text, int width);
 
 }  // namespace hundredweight

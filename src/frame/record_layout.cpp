@@ -19,8 +19,11 @@ constexpr std::size_t kPointersInRecord = 20;
 // clang-format off
 static_assert(sizeof(ZipDiscountRecord) == 117);
 static_assert(sizeof(ProfileRecord) == 17897);
+static_assert(sizeof(HostDiscountTable) == 1411);
 static_assert(sizeof(OptionRecord) == 1797);
 static_assert(sizeof(TerminalRecord) == 446);
+static_assert(sizeof(TerminalAnswer) == 433);
+static_assert(sizeof(ServiceGuideBlock) == 1920);
 static_assert(sizeof(BreakList) == 379);
 static_assert(sizeof(EfcRecord) == 17);
 static_assert(sizeof(EngineTablesSection) == 204);
@@ -216,6 +219,18 @@ HWT_AT(EngineRateRecord, Zero, 2152, 0);
 HWT_AT(EngineRateRecord, BreakEntryCount, 2154, 0);
 HWT_AT(EngineRateRecord, Blanks2, 2156, 0);
 HWT_AT(EngineRateRecord, EndMark, 2159, 0);
+
+HWT_AT(HostDiscountTable, TableType, 1233, 0);
+HWT_AT(HostDiscountTable, Groups, 1235, 0);
+HWT_AT(ServiceGuideBlock, SetByte255, 7, 0);
+HWT_AT(ServiceGuideBlock, SetByte260, 11, 0);
+HWT_AT(ServiceGuideBlock, DataDirectory, 29, 0);
+HWT_AT(ServiceGuideBlock, FirstZip, 570, 0);
+HWT_AT(ServiceGuideBlock, FirstTerminal, 632, 0);
+HWT_AT(ServiceGuideBlock, SecondServiceCode, 643, 0);
+HWT_AT(ServiceGuideBlock, ValueC, 645, 0);
+HWT_AT(ServiceGuideBlock, TerminalZip, 1467, 0);
+HWT_AT(ServiceGuideBlock, Terminal, 1473, 0);
 // clang-format on
 
 }  // namespace

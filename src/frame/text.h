@@ -8,6 +8,17 @@
 
 namespace hundredweight {
 
+/// ASCII alone counts, whatever the host's locale is.
+inline bool IsDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+inline bool IsLetter(char character) {
+    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
+}
+
+/// What the trimming of texts and the reading of numbers skip.
+inline constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
+
 /// All bytes of a field.
 template <std::size_t Size>
 std::string_view WholeField(const char (&field)[Size]) {

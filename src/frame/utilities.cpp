@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <string>
 #include <string_view>
 
 #include "frame/text.h"
@@ -15,7 +14,6 @@ namespace {
 
 constexpr std::size_t kPathSize = 260;
 constexpr std::size_t kExtensionLength = 4;
-constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
 
 bool FitsPath(std::string_view text) {
     return text.size() < kPathSize;
@@ -52,8 +50,8 @@ char* HWT_CALL SplitPath(const char* path) {
     if (!FitsPath(whole)) return result;
     const platform::PathParts parts = platform::SplitPathParts(whole);
     const bool has_file_name = !parts.base_name.empty() && !parts.extension.empty();
-    PutText(result, has_file_name ? std::string(parts.base_name) + std::string(parts.extension)
-                                  : std::string(whole));
+    PutText(result,
+            has_file_name ? whole.substr(parts.drive.size() + parts.directory.size()) : whole);
     return result;
 }
 
@@ -64,7 +62,8 @@ char* HWT_CALL ForceFileNameExtension(char* name, const char* extension) {
     const std::size_t dot = whole.find('.');
     const std::size_t kept = dot == 0 || dot == std::string_view::npos ? whole.size() : dot;
     const std::string_view added = std::string_view(extension).substr(0, kExtensionLength);
-    std::memcpy(name + kept, added.data(), added.size());
+    // The extension may be a part of the name.
+    std::memmove(name + kept, added.data(), added.size());
     name[kept + added.size()] = '\0';
     return name;
 }

@@ -1,4 +1,6 @@
 // Low-level files. A descriptor is positive and fits a signed 16-bit integer; -1 means not opened.
+// On a file system that tells case apart, a missing name is looked for in its directory without
+// regard to case.
 #pragma once
 
 #include <cstddef>
@@ -7,12 +9,17 @@
 
 namespace hundredweight::platform {
 
-/// Opens a regular file for shared binary reading and tells its length in bytes. On a file system
-/// that tells case apart, a missing name is looked for in its directory without regard to case.
+/// Opens a regular file for shared binary reading and tells its length in bytes.
 int16_t OpenForReading(const char* path, int64_t* length);
 
-/// The same as a buffered stream, or null.
+/// The same for a file that may also be written: one without write permission is not opened.
+int16_t OpenForUpdate(const char* path, int64_t* length);
+
+/// The same as for reading, as a buffered stream or null.
 std::FILE* OpenStreamForReading(const char* path);
+
+/// Whether anything has this name, also what cannot be opened.
+bool FileExists(const char* path);
 
 /// Moves the position to a byte counted from the file's start. Result: whether it could.
 bool SeekTo(int descriptor, int64_t position);
@@ -23,10 +30,21 @@ std::size_t ReadBytes(int descriptor, void* buffer, std::size_t size);
 
 void CloseFile(int descriptor);
 
-enum class ReplaceOutcome { kReplaced, kNotCreated, kNotWritten };
+enum class WriteOutcome { kWritten, kNotCreated, kNotWritten };
 
-/// Gives a file new content. At every moment the old content or the new one stands under the name,
-/// also when the disk is full or the process dies; after a failure it is the old one.
-ReplaceOutcome ReplaceFile(const char* path, const void* content, std::size_t size);
+/// Writes a file of a name that nothing has yet and flushes it to disk; leaves nothing of it when
+/// it cannot.
+WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t size);
+
+/// Renames a file, replacing what has the new name, or leaves both as they are.
+bool RenameOver(const char* from, const char* to);
+
+/// Renames a file unless something has the new name.
+bool RenameUnlessExists(const char* from, const char* to);
+
+void RemoveFile(const char* path);
+
+/// Whether a character at the end of a directory's path separates what follows.
+bool IsSeparator(char character);
 
 }  // namespace hundredweight::platform

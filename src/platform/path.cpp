@@ -3,6 +3,19 @@
 #include <algorithm>
 
 namespace hundredweight::platform {
+namespace {
+
+char ToUpper(char character) {
+    const bool lower = character >= 'a' && character <= 'z';
+    return lower ? static_cast<char>(character - 'a' + 'A') : character;
+}
+
+}  // namespace
+
+bool EqualIgnoringCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return ToUpper(x) == ToUpper(y); });
+}
 
 PathParts SplitPathParts(std::string_view path) {
     PathParts parts;

@@ -13,6 +13,10 @@ struct PathParts {
     std::string_view extension;  ///< From the last dot on, or empty.
 };
 
+/// Whether two names are the same where case does not tell. ASCII letters alone have a case,
+/// whatever the host's locale is.
+bool EqualIgnoringCase(std::string_view a, std::string_view b);
+
 PathParts SplitPathParts(std::string_view path);
 
 }  // namespace hundredweight::platform

@@ -1,12 +1,12 @@
 #include "rating/break_lists.h"
 
-#include <algorithm>
 #include <cstring>
 #include <iterator>
 #include <string_view>
 #include <utility>
 
 #include "engine/engine.h"
+#include "frame/bounds.h"
 #include "frame/bytes.h"
 #include "frame/numbers.h"
 #include "frame/text.h"
@@ -58,28 +58,29 @@ void Store(BreakList& list, const EntryList& entries, std::string_view name) {
         FillField(list.Marks[j], '\0');
         if (entry.raised) list.Marks[j][0] = '*';
         FillField(list.Labels[j], '\0');
-        PutText(list.Labels[j], std::string(name) + ' ' + FormatInteger(entry.weight, 5) + "#>");
+        PutText(list.Labels[j],
+                NumberText(name).Append(FormatInteger(entry.weight, 5)).Append("#>"));
     }
     list.Count = entries.count;
 }
 
 /// Whether the engine's rate table drops a weight-break entry.
 bool IsDropped(const RateContext& context, int32_t entry) {
-    const char* const rate = context.EngineRateTable + entry * sizeof(int32_t);
-    return LoadLittleEndian<int32_t>(rate) < 0;
+    const std::size_t at = static_cast<std::size_t>(entry) * sizeof(int32_t);
+    return LoadLittleEndian<int32_t>(context.EngineRateTable + at) < 0;
 }
 
 }  // namespace
 
 void BuildBreakLists(RateContext& context) {
     const EngineRateRecord& record = engine.EngineRateRecord;
-    const float first_floor =
-        context.DiscountFloor != 0.0F ? context.DiscountFloor : context.ZmcFloor;
+    const float discount_floor = context.DiscountFloor;
+    const float zmc_floor = context.ZmcFloor;
+    const float first_floor = discount_floor != 0.0F ? discount_floor : zmc_floor;
     const float second_floor = context.ZmcMinimum;
     EntryList mc_list;
     EntryList ss_list;
-    const int32_t count =
-        std::clamp<int32_t>(record.BreakEntryCount, 0, std::size(record.BreakKinds));
+    const int32_t count = BoundedCount(record.BreakEntryCount, std::size(record.BreakKinds));
     for (int32_t i = 0; i < count; ++i) {
         if (IsDropped(context, i)) continue;
         EntryList& list = record.BreakKinds[i] == kMinimumChargeKind ? mc_list : ss_list;
@@ -88,8 +89,8 @@ void BuildBreakLists(RateContext& context) {
     }
     mc_list.SortByWeight();
     ss_list.SortByWeight();
-    Store(context.BreakLists[0], mc_list, "MC");
-    Store(context.BreakLists[1], ss_list, "SS");
+    Store(context.BreakLists[0], mc_list, "MC ");
+    Store(context.BreakLists[1], ss_list, "SS ");
     context.BreakLists[2].Count = ss_list.count;
     context.BreakLists[4].Count = ss_list.count;
 }

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
-#include <string>
+#include <string_view>
 
 #include "engine/engine.h"
+#include "frame/bounds.h"
 #include "frame/numbers.h"
 #include "frame/text.h"
 #include "rating/break_lists.h"
@@ -17,10 +18,6 @@ namespace {
 constexpr std::string_view kNoCity = "None of the above";
 constexpr std::size_t kShortestRateCode = 6;
 
-float SinglePrecision(std::string_view text) {
-    return static_cast<float>(ReadDecimal(text));
-}
-
 /// The value of an amount that the engine wrote with zeros at its head.
 template <std::size_t Size>
 double StrippedValue(const char (&field)[Size]) {
@@ -30,21 +27,22 @@ double StrippedValue(const char (&field)[Size]) {
 }
 
 template <std::size_t Size>
-std::string WeightText(const char (&field)[Size]) {
+NumberText WeightText(const char (&field)[Size]) {
     return FormatNonZero(ReadInteger(WholeField(field)), 6);
 }
 
 void PutMinimumCharge(RateContext& context, const EngineRateRecord& record) {
-    const float sum = SinglePrecision(WholeField(record.MinChargeFirst)) +
-                      SinglePrecision(WholeField(record.MinChargeSecond));
-    const float minimum = sum > context.ZmcMinimum ? sum : context.ZmcMinimum;
+    const float sum = ReadSingle(WholeField(record.MinChargeFirst)) +
+                      ReadSingle(WholeField(record.MinChargeSecond));
+    const float zmc_minimum = context.ZmcMinimum;
+    const float minimum = sum > zmc_minimum ? sum : zmc_minimum;
     PutText(context.MinChargeText, FormatZeroPadded(static_cast<double>(minimum), 7, 2));
 }
 
 void PutRateCode(RateContext& context, const EngineRateRecord& record) {
-    std::string code;
+    NumberText code;
     for (const char character : record.RateCode) {
-        if (character != ' ' && character != '\0') code += character;
+        if (character != ' ' && character != '\0') code.Append(1, character);
     }
     if (code.size() < kShortestRateCode) code = FormatZeroPadded(ReadInteger(code), 6);
     FillField(context.RateCode, '\0');
@@ -60,7 +58,7 @@ float PutLines(RateContext& context, const EngineRateRecord& record) {
         PutText(context.LineRateText[i], FormatDecimal(StrippedValue(line.Rate), 9, 2));
         FillField(context.LineChargeText[i], '\0');
         PutText(context.LineChargeText[i], FormatDecimal(StrippedValue(line.Charge), 11, 2));
-        gross += SinglePrecision(TerminatedText(context.LineChargeText[i]));
+        gross += ReadSingle(TerminatedText(context.LineChargeText[i]));
     }
     return gross;
 }
@@ -100,19 +98,19 @@ void PutWeights(RateContext& context, const EngineRateRecord& record) {
 float ChooseSurchargePercent(RateContext& context) {
     const int32_t index = ReadInteger(WholeField(context.DefBreakIndex));
     const int32_t billed_weight = ReadInteger(TerminatedText(context.BilledWeightText));
-    const bool in_table =
-        index >= 0 && index < static_cast<int32_t>(std::size(context.WeightBreakMin));
-    const bool low = !in_table || index >= context.WeightBreakCount ||
+    const bool low = !HasEntry(context.WeightBreakName, index) ||
+                     index >= context.WeightBreakCount ||
                      billed_weight < context.WeightBreakMin[index];
     context.SurchargeBreakSide = low ? index - 1 : index + 1;
-    return low ? context.DefFactorLow : context.DefFactorHigh;
+    if (low) return context.DefFactorLow;
+    return context.DefFactorHigh;
 }
 
 void PutSurcharge(RateContext& context) {
     double amount = 0;
     if (context.SurchargeOn != 0) {
         const auto percent = static_cast<double>(ChooseSurchargePercent(context));
-        double base = SinglePrecision(TerminatedText(context.GrossChargeText));
+        double base = ReadSingle(TerminatedText(context.GrossChargeText));
         if (context.SurchargeOnGross != 'Y') {
             base -= ReadDecimal(WholeField(context.DiscountAmountText));
         }

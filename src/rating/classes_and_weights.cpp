@@ -6,42 +6,22 @@
 #include <charconv>
 #include <cstring>
 #include <iterator>
-#include <string>
 #include <string_view>
 
 #include "engine/engine.h"
+#include "frame/bounds.h"
 #include "frame/numbers.h"
 #include "frame/text.h"
 #include "platform/message_box.h"
+#include "tariff/standard_tables.h"
 #include "tariff/weight_break_cut.h"
 
 namespace hundredweight {
-
-const std::array<const char*, 18> StandardClassList = {"500", "400", "300", "250", "200", "175",
-                                                       "150", "125", "110", "100", "92",  "85",
-                                                       "77",  "70",  "65",  "60",  "55",  "50"};
-
-const std::array<WeightBreak, 9> StandardWeightBreaks = {{
-    {"L5C", 0, 499},
-    {"M5C", 500, 999},
-    {"M1M", 1000, 1999},
-    {"M2M", 2000, 4999},
-    {"M5M", 5000, 9999},
-    {"M10M", 10000, 19999},
-    {"M20M", 20000, 29999},
-    {"M30M", 30000, 39999},
-    {"M40M", 40000, kHighestWeight},
-}};
 
 namespace {
 
 constexpr std::size_t kCodeLength = 3;
 constexpr std::string_view kAllKinds = "FAK";
-
-/// Counts come from the engine and the tables have 20 slots.
-int32_t BoundedCount(int16_t count) {
-    return std::clamp<int32_t>(count, 0, std::size(EngineTablesSection{}.ClassCodes));
-}
 
 /// An engine is asked by name only when the name fills its field and its fourth character does
 /// too.
@@ -72,22 +52,22 @@ EngineTablesSection RequestTables(const RateContext& context) {
 
 /// The value of a number's first characters.
 int32_t LeadingValue(int32_t number, std::size_t characters) {
-    return ReadInteger(std::to_string(number).substr(0, characters));
+    return ReadInteger(std::string_view(FormatInteger(number, 1)).substr(0, characters));
 }
 
 void LayOutWeightBreaks(RateContext& context, const EngineTablesSection& tables) {
     constexpr std::size_t kLowerLength = 5;
     constexpr std::size_t kUpperLength = 7;
     std::memset(context.WeightBreakName, 0, sizeof context.WeightBreakName);
-    const int32_t count = BoundedCount(tables.WeightBreakCount);
+    const int32_t count = BoundedCount(tables.WeightBreakCount, std::size(context.WeightBreakName));
     context.WeightBreakCount = count;
     for (int32_t i = 0; i < count; ++i) {
-        const std::string lower = std::to_string(tables.WeightBreaks[i]).substr(0, kLowerLength);
-        context.WeightBreakMin[i] = ReadInteger(lower);
+        const int32_t lowest = LeadingValue(tables.WeightBreaks[i], kLowerLength);
+        context.WeightBreakMin[i] = lowest;
         context.WeightBreakMax[i] = i == count - 1
                                         ? kHighestWeight
                                         : LeadingValue(tables.WeightBreaks[i + 1], kUpperLength);
-        CopyText(context.WeightBreakName[i], lower + "#>");
+        CopyText(context.WeightBreakName[i], NumberText(FormatInteger(lowest, 1)).Append("#>"));
     }
 }
 
@@ -96,7 +76,7 @@ void LayOutWeightBreaks(RateContext& context, const EngineTablesSection& tables)
 template <class ReadCode>
 void LayOutTables(RateContext& context, const EngineTablesSection& tables, ReadCode read_code) {
     std::memset(context.ClassTable, 0, sizeof context.ClassTable);
-    context.ClassCount = BoundedCount(tables.ClassCount);
+    context.ClassCount = BoundedCount(tables.ClassCount, std::size(context.ClassTable));
     for (std::size_t i = 0; i < std::size(context.ClassTable); ++i) {
         CopyText(context.ClassTable[i], read_code(tables.ClassCodes[i]));
     }

@@ -4,7 +4,6 @@
 #include <hundredweight/engine_interface.h>
 #include <hundredweight/rate_context.h>
 
-#include <array>
 #include <cstdint>
 
 namespace hundredweight {
@@ -12,16 +11,6 @@ namespace hundredweight {
 /// Where SetClassesAndWeights takes the tables from; any other value means the standard ones.
 inline constexpr int32_t kTablesFromRequest = 1;
 inline constexpr int32_t kTablesFromAnswer = 2;
-
-struct WeightBreak {
-    const char* name;
-    int32_t min;  ///< Pounds.
-    int32_t max;  ///< Pounds.
-};
-
-/// The 18 freight classes of the National Motor Freight Classification, highest first.
-extern const std::array<const char*, 18> StandardClassList;
-extern const std::array<WeightBreak, 9> StandardWeightBreaks;
 
 /// Gives a tariff of freight of all kinds the standard classes.
 void SetStandardClasses(RateContext& context, EngineRateRecord& record);

@@ -1,12 +1,12 @@
 #include "rating/engine_status.h"
 
-#include <algorithm>
 #include <iterator>
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "engine/engine.h"
+#include "frame/bounds.h"
+#include "frame/inline_text.h"
 #include "frame/numbers.h"
 #include "frame/text.h"
 #include "platform/message_box.h"
@@ -21,28 +21,30 @@ constexpr int32_t kNoAnswer = -1;
 constexpr std::size_t kMessageRoom = 90;
 constexpr std::size_t kCodeLength = 4;
 
+using Message = InlineText<kMessageRoom - 1>;
+
 bool StartsWithCode(std::string_view text) {
     return text.size() >= kCodeLength && ReadInteger(text.substr(0, kCodeLength)) > 0;
 }
 
 /// Makes "01230123Text" and "0123Text" read "0123 Text".
-std::string Reformat(std::string_view text) {
+Message Reformat(std::string_view text) {
     if (text.size() > kCodeLength && ReadInteger(text.substr(kCodeLength, kCodeLength)) > 0) {
         text.remove_prefix(kCodeLength);
     }
-    if (!StartsWithCode(text)) return std::string(text);
-    return std::string(text.substr(0, kCodeLength)) + ' ' + std::string(text.substr(kCodeLength));
+    if (!StartsWithCode(text)) return text;
+    return Message(text.substr(0, kCodeLength)).Append(" ").Append(text.substr(kCodeLength));
 }
 
 /// Asks the engine for a status code's message. Result: nothing when the engine has none.
-std::optional<std::string> FetchMessage(std::string_view status) {
+std::optional<Message> FetchMessage(std::string_view status) {
     const auto get_text = engine.entry_points.Tolvex_GetErrorStringEx;
     if (get_text == nullptr) return std::nullopt;
     char buffer[kMessageRoom] = {};
     CopyText(buffer, status);
-    const char* const text = get_text(engine.EngineHandle, buffer);
-    if (text == nullptr) return std::nullopt;
-    return Reformat(TerminatedText(text, kMessageRoom - 1)).substr(0, kMessageRoom - 1);
+    // The engine writes the text into the buffer; its result only tells whether there is one.
+    if (get_text(engine.EngineHandle, buffer) == nullptr) return std::nullopt;
+    return Reformat(TerminatedText(buffer, kMessageRoom - 1));
 }
 
 void BlankPoints(RateContext& context) {
@@ -62,8 +64,7 @@ void FetchAlternatives(RateContext& context) {
         context.ErrorCode = kNoAlternatives;
         return;
     }
-    const auto room = static_cast<int32_t>(std::size(context.EngineList));
-    const int32_t count = std::clamp<int32_t>(list.Count, 0, room);
+    const int32_t count = BoundedCount(list.Count, std::size(context.EngineList));
     for (int32_t entry = 0; entry < count; ++entry) {
         CopyText(context.EngineList[entry].Text, WholeField(list.Entries[entry].Text));
         CopyText(context.EngineList[entry].Code, WholeField(list.Entries[entry].Code));
@@ -85,7 +86,7 @@ void HandleEngineStatus(RateContext& context) {
     }
     const std::string_view status = WholeField(engine.EngineRateRecord.Status);
     const int32_t status_code = ReadInteger(status);
-    const std::optional<std::string> message = FetchMessage(status);
+    const std::optional<Message> message = FetchMessage(status);
     switch (status_code) {
         case 11:
             break;

@@ -2,10 +2,10 @@
 
 #include <hundredweight/exports.h>
 
-#include <iterator>
 #include <string_view>
 
 #include "engine/engine.h"
+#include "frame/bounds.h"
 #include "frame/numbers.h"
 #include "frame/text.h"
 #include "rating/charges.h"
@@ -32,7 +32,7 @@ void PutBreakCut(EngineRateRecord& record, const RateContext& context) {
     if (context.DefBreakCount[0] == '\0') return;
     const int32_t slot = ReadInteger(WholeField(context.DefBreakIndex)) +
                          ReadInteger(WholeField(context.DefBreakCount)) + 1;
-    if (slot < 0 || slot >= static_cast<int32_t>(std::size(record.DiscountLine.Values))) return;
+    if (!HasEntry(record.DiscountLine.Values, slot)) return;
     CopyText(record.DiscountLine.Values[slot], " 9999");
     CopyText(record.IncreaseLine.Values[slot], " 9999");
 }

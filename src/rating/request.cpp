@@ -8,9 +8,11 @@
 #include <cstring>
 #include <iterator>
 #include <optional>
-#include <string>
+#include <string_view>
 
 #include "engine/engine.h"
+#include "frame/bounds.h"
+#include "frame/failure.h"
 #include "frame/numbers.h"
 #include "frame/text.h"
 
@@ -26,14 +28,14 @@ constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kNoCity = "None of the above";
 constexpr std::string_view kNoState = "**";
 
-using DiscountTexts = std::array<std::string, 10>;
+using DiscountTexts = std::array<NumberText, 10>;
 
 /// A percentage as a blank and its hundredths in 4 digits; nothing when it does not fit there.
-std::optional<std::string> DiscountText(float percent) {
+std::optional<NumberText> DiscountText(float percent) {
     const float hundredths = percent * 100.0F;
     if (!(hundredths >= 0.0F)) return std::nullopt;
-    std::string text = FormatZeroPadded(static_cast<double>(std::abs(hundredths)), 5, 0);
-    if (text.size() != 5 || text.front() != '0') return std::nullopt;
+    NumberText text = FormatZeroPadded(static_cast<double>(std::abs(hundredths)), 5, 0);
+    if (text.size() != 5 || !std::string_view(text).starts_with('0')) return std::nullopt;
     text.front() = ' ';
     return text;
 }
@@ -42,8 +44,9 @@ std::optional<std::string> DiscountText(float percent) {
 std::optional<DiscountTexts> FormatDiscounts(const RateContext& context) {
     DiscountTexts texts;
     for (std::size_t k = 0; k < texts.size(); ++k) {
-        const auto text = DiscountText(k == 0 ? context.DiscountFlatPercent
-                                              : context.DiscountBreakPercent[k - 1]);
+        float percent = context.DiscountFlatPercent;
+        if (k > 0) percent = context.DiscountBreakPercent[k - 1];
+        const auto text = DiscountText(percent);
         if (!text) return std::nullopt;
         texts[k] = *text;
     }
@@ -115,7 +118,7 @@ void PutFactor(EngineRateRecord& record, const RateContext& context) {
     const float ten_thousandths = factor * 10000.0F;
     CopyText(record.Factor, factor != 1.0F
                                 ? FormatZeroPadded(static_cast<double>(ten_thousandths), 5, 0)
-                                : "10000");
+                                : NumberText("10000"));
 }
 
 void ClearAnswer(EngineRateRecord& record) {
@@ -131,7 +134,7 @@ void ClearAnswer(EngineRateRecord& record) {
 std::string_view RatedClass(const RateContext& context, std::size_t line) {
     const int32_t index = context.LineClassIndex[line];
     const bool mapped = context.Profile.ClassMapOn != 0 && context.LineClassMark[line][0] == '*';
-    const bool in_table = index >= 0 && index < static_cast<int32_t>(std::size(context.ClassTable));
+    const bool in_table = HasEntry(context.ClassTable, index);
     return mapped && in_table ? TerminatedText(context.ClassTable[index])
                               : TerminatedText(context.LineClass[line]);
 }
@@ -158,10 +161,7 @@ int32_t PrepareEngineRequest(RateContext& context, int32_t request_code) {
     DiscountTexts discounts;
     if (context.DiscountOn != 0) {
         const auto formatted = FormatDiscounts(context);
-        if (!formatted) {
-            context.ErrorCode = kDiscountTooHigh;
-            return 0;
-        }
+        if (!formatted) return Fail(context, kDiscountTooHigh);
         discounts = *formatted;
     }
     // The record's head, from behind its start mark up to the class lines.

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string>
 #include <string_view>
 
+#include "frame/inline_text.h"
 #include "frame/text.h"
 #include "tariff/data_file.h"
 #include "tariff/zmc_file.h"
@@ -16,16 +16,12 @@ constexpr std::size_t kZipLength = 5;
 constexpr std::size_t kKeyLength = 6;
 constexpr int32_t kRecordsPerRead = 200;
 
-bool IsLetter(char character) {
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
-}
-
 /// Rate codes that begin with a letter are filed as they stand, the others with their sixth
 /// character first.
-std::string RateCodeKey(const RateContext& context) {
-    const std::string code(context.RateCode, kKeyLength);
+InlineText<kKeyLength> RateCodeKey(const RateContext& context) {
+    const std::string_view code = WholeField(context.RateCode).substr(0, kKeyLength);
     if (IsLetter(code.front())) return code;
-    return code.back() + code.substr(0, kKeyLength - 1);
+    return InlineText<kKeyLength>(code.substr(kKeyLength - 1)).Append(code);
 }
 
 /// Byte by byte, whatever the bytes' values are.
@@ -35,9 +31,9 @@ bool InRange(std::string_view key, const char (&low)[Size], const char (&high)[S
 }
 
 struct ShipmentKey {
-    std::string origin;
-    std::string destination;
-    std::string rate_code;
+    std::string_view origin;
+    std::string_view destination;
+    InlineText<kKeyLength> rate_code;
 };
 
 bool Matches(const ZmcFileRecord& record, const ShipmentKey& key) {
@@ -67,8 +63,9 @@ void TakeAmounts(RateContext& context, const ZmcFileRecord& record) {
 void LookupZmc(RateContext& context) {
     const OpenFile file = FindDataFile(context, ".ZMC");
     if (!file) return;
-    const ShipmentKey key = {std::string(context.OrigZip, kZipLength),
-                             std::string(context.DestZip, kZipLength), RateCodeKey(context)};
+    const ShipmentKey key = {WholeField(context.OrigZip).substr(0, kZipLength),
+                             WholeField(context.DestZip).substr(0, kZipLength),
+                             RateCodeKey(context)};
     ZmcFileRecord records[kRecordsPerRead];
     for (int32_t left = context.ZmcCount; left > 0;) {
         const auto wanted = static_cast<std::size_t>(std::min(left, kRecordsPerRead));

@@ -66,8 +66,10 @@ void ReadWsmFile(RateContext& context) {
     if (whole.length > 0) context.WsmCount = entries_size / kWsmEntry;
     if (!whole.block) return;
     unsigned char* const bytes = whole.block.get();
-    context.WsmValue =
-        ReadInteger(TerminatedText(reinterpret_cast<const char*>(bytes), kWsmHeader));
+    if (whole.arrived >= kWsmHeader) {
+        context.WsmValue =
+            ReadInteger(TerminatedText(reinterpret_cast<const char*>(bytes), kWsmHeader));
+    }
     std::memmove(bytes, bytes + kWsmHeader, static_cast<std::size_t>(entries_size));
     StoreBlock(context, HWT_FIELD(WsmTable), std::move(whole.block));
 }

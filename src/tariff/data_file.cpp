@@ -6,47 +6,49 @@ namespace hundredweight {
 namespace {
 
 constexpr std::size_t kLongestBaseName = 8;
-constexpr std::size_t kLongestPath = 259;
 
-OpenFile OpenPath(const std::string& path) {
-    int64_t length = 0;
-    const bool fits = !path.empty() && path.size() <= kLongestPath;
-    const int16_t handle = fits ? platform::OpenForReading(path.c_str(), &length) : int16_t{-1};
-    return OpenFile(handle, length);
+/// Directory and name, without the blanks that pad short names and that the files' home system
+/// ignores. Empty when the name is, or when the path does not fit.
+PathText JoinPath(std::string_view directory, std::string_view name) {
+    name = name.substr(0, name.find_last_not_of(' ') + 1);
+    if (name.empty() || directory.size() + name.size() > kLongestPath) return {};
+    return PathText(directory).Append(name);
 }
 
-/// FileBase and extension, without the blanks that pad short names and that the files' home system
-/// ignores. Empty when the base name does not fit.
-std::string ShortName(const RateContext& context, std::string_view extension) {
+/// FileBase and extension, empty when the base name does not fit.
+InlineText<16> ShortName(const RateContext& context, std::string_view extension) {
     const std::string_view base_name = TerminatedText(context.FileBase);
     if (base_name.size() > kLongestBaseName) return {};
-    std::string name(base_name);
-    name.append(extension);
-    name.erase(name.find_last_not_of(' ') + 1);
-    return name;
+    return InlineText<16>(base_name).Append(extension);
 }
 
-/// Empty when the name is, or when the path is too long.
-template <std::size_t Size>
-std::string PathIn(const char (&directory)[Size], std::string_view name) {
-    std::string path(TerminatedText(directory));
-    path.append(name);
-    return name.empty() || path.size() > kLongestPath ? std::string() : path;
+OpenFile OpenPath(const PathText& path) {
+    int64_t length = 0;
+    const int16_t handle =
+        path.empty() ? int16_t{-1} : platform::OpenForReading(path.c_str(), &length);
+    return OpenFile(handle, length);
 }
 
 }  // namespace
 
+PathText PathInDataDir(const RateContext& context, std::string_view file_name) {
+    return JoinPath(TerminatedText(context.DataDir), file_name);
+}
+
+PathText PathInUserDir(const RateContext& context, std::string_view file_name) {
+    return JoinPath(TerminatedText(context.UserDir), file_name);
+}
+
 OpenFile FindInDataDir(const RateContext& context, std::string_view file_name) {
-    return OpenPath(PathIn(context.DataDir, file_name));
+    return OpenPath(PathInDataDir(context, file_name));
 }
 
 OpenFile FindDataFile(const RateContext& context, std::string_view extension) {
-    const std::string name = ShortName(context, extension);
     if (extension == ".DIS") {
-        OpenFile file = OpenPath(name);
+        OpenFile file = OpenPath(SetPathInCurrentDir(context, extension));
         if (file) return file;
     }
-    return FindInDataDir(context, name);
+    return FindInDataDir(context, ShortName(context, extension));
 }
 
 int16_t OpenDataFile(const RateContext& context, std::string_view extension) {
@@ -58,23 +60,22 @@ bool HasDataFile(const RateContext& context, std::string_view extension) {
 }
 
 OpenFile FindUserFile(const RateContext& context, std::string_view extension) {
-    const std::string name = ShortName(context, extension);
-    OpenFile file = OpenPath(PathIn(context.UserDir, name));
+    OpenFile file = OpenPath(SetPathInUserDir(context, extension));
     if (file) return file;
-    return FindInDataDir(context, name);
+    return FindInDataDir(context, ShortName(context, extension));
 }
 
 std::FILE* OpenTextFile(const RateContext& context, std::string_view extension) {
-    const std::string path = PathIn(context.DataDir, ShortName(context, extension));
+    const PathText path = PathInDataDir(context, ShortName(context, extension));
     return path.empty() ? nullptr : platform::OpenStreamForReading(path.c_str());
 }
 
-std::string PathInCurrentDir(const RateContext& context, std::string_view extension) {
-    return ShortName(context, extension);
+PathText SetPathInCurrentDir(const RateContext& context, std::string_view extension) {
+    return JoinPath("", ShortName(context, extension));
 }
 
-std::string PathInUserDir(const RateContext& context, std::string_view extension) {
-    return PathIn(context.UserDir, ShortName(context, extension));
+PathText SetPathInUserDir(const RateContext& context, std::string_view extension) {
+    return PathInUserDir(context, ShortName(context, extension));
 }
 
 }  // namespace hundredweight

@@ -5,12 +5,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 
+#include "frame/inline_text.h"
 #include "platform/file.h"
 
 namespace hundredweight {
+
+inline constexpr std::size_t kLongestPath = 259;
+using PathText = InlineText<kLongestPath>;
 
 /// An open file that closes itself unless its handle is released.
 class OpenFile {
@@ -58,9 +61,13 @@ OpenFile FindInDataDir(const RateContext& context, std::string_view file_name);
 /// Opens the set's text file of an extension; null when there is none.
 std::FILE* OpenTextFile(const RateContext& context, std::string_view extension);
 
-/// Where a file is written: in the current directory, or in UserDir. Empty when the name does not
-/// fit.
-std::string PathInCurrentDir(const RateContext& context, std::string_view extension);
-std::string PathInUserDir(const RateContext& context, std::string_view extension);
+/// DataDir or UserDir + file name; empty when the path does not fit.
+PathText PathInDataDir(const RateContext& context, std::string_view file_name);
+PathText PathInUserDir(const RateContext& context, std::string_view file_name);
+
+/// Where a file of the set is written: in the current directory, or in UserDir. Empty when the name
+/// does not fit.
+PathText SetPathInCurrentDir(const RateContext& context, std::string_view extension);
+PathText SetPathInUserDir(const RateContext& context, std::string_view extension);
 
 }  // namespace hundredweight

@@ -31,7 +31,7 @@ int32_t HWT_CALL ReadDefFile(RateContext* context) {
 }
 
 int32_t HWT_CALL WriteDefFile(RateContext* context) {
-    if (WriteFile(*context, PathInCurrentDir(*context, kDef.extension),
+    if (WriteFile(*context, SetPathInCurrentDir(*context, kDef.extension),
                   WholeField(context->DefRecord), kDefCodes) == 0) {
         return 0;
     }
@@ -39,6 +39,6 @@ int32_t HWT_CALL WriteDefFile(RateContext* context) {
 }
 
 int32_t HWT_CALL WriteMexicoDefFile(RateContext* context) {
-    return WriteFile(*context, PathInUserDir(*context, ".MEF"), WholeField(context->MefRecord),
+    return WriteFile(*context, SetPathInUserDir(*context, ".MEF"), WholeField(context->MefRecord),
                      kMefCodes);
 }

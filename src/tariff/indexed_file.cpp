@@ -1,5 +1,6 @@
 #include "tariff/indexed_file.h"
 
+#include <limits>
 #include <utility>
 
 #include "tariff/record_fields.h"
@@ -59,10 +60,11 @@ bool ReadEntries(RateContext& context, const IndexedFile& facts, const OpenFile&
 bool ReadIndex(RateContext& context, const IndexedFile& facts, const OpenFile& file) {
     uint16_t count = 0;
     if (!ReadWhole(file, &count, kCountSize)) return false;
-    StoreNumber(context, facts.count, count);
+    const bool has_room = count <= facts.capacity;
+    StoreNumber(context, facts.count, has_room ? count : 0);
     const int32_t entries_at = kCountSize + (kKeySize + kUnreadSize) * count;
     const int32_t entries_size = facts.entry_size * count;
-    if (count > facts.capacity ||
+    if (!has_room || file.length() > std::numeric_limits<int32_t>::max() ||
         !ReadWhole(file, FieldAt(context, facts.keys), kKeySize * count) ||
         !platform::SeekTo(file.handle(), entries_at) ||
         !ReadEntries(context, facts, file, entries_size)) {

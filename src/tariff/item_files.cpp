@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "frame/bounds.h"
 #include "frame/text.h"
 #include "tariff/record_fields.h"
 #include "tariff/written_file.h"
@@ -22,7 +23,6 @@ constexpr int32_t kCannotOpenAdj = 210;
 constexpr int32_t kCannotReadAdj = 214;
 
 constexpr std::size_t kAccRecordSize = sizeof(RateContext::AccRecords[0]);
-constexpr int32_t kAccCapacity = sizeof(RateContext::AccRecords) / kAccRecordSize;
 constexpr std::size_t kAdjRecordSize = sizeof(RateContext::AdjRecord);
 constexpr std::size_t kAdjKeySize = sizeof(RateContext::AdjKeys[0]);
 constexpr std::size_t kAdjCapacity = sizeof(RateContext::AdjKeys) / kAdjKeySize;
@@ -58,8 +58,8 @@ int32_t ReadAdjFile(RateContext& context) {
     ResetHandleField(context, HWT_FIELD(AdjHandle));
     OpenFile file = FindDataFile(context, ".ADJ");
     if (!file) return Fail(context, kCannotOpenAdj);
-    const std::size_t size =
-        std::min(static_cast<std::size_t>(file.length()), kAdjCapacity * kAdjRecordSize);
+    const auto size =
+        static_cast<std::size_t>(std::min<int64_t>(file.length(), kAdjCapacity * kAdjRecordSize));
     const Block<char> records = AllocateBlock<char>(size);
     if (!records || platform::ReadBytes(file.handle(), records.get(), size) < size) {
         return Fail(context, kCannotReadAdj);
@@ -80,8 +80,8 @@ int32_t ReadAdjFile(RateContext& context) {
 using namespace hundredweight;
 
 int32_t HWT_CALL WriteAccFile(RateContext* context) {
-    const int32_t held = context->AccCount;
-    const auto count = static_cast<std::size_t>(std::clamp(held, 0, kAccCapacity));
-    return WriteFile(*context, PathInCurrentDir(*context, ".ACC"),
+    const auto count =
+        static_cast<std::size_t>(BoundedCount(context->AccCount, std::size(context->AccRecords)));
+    return WriteFile(*context, SetPathInCurrentDir(*context, ".ACC"),
                      {context->AccRecords[0], count * kAccRecordSize}, kAccCodes);
 }

@@ -67,6 +67,7 @@ int32_t ReadShortForm(RateContext& context, const MinimumChargeTable& facts) {
     const WholeFile whole = ReadWholeFile(file);
     const std::size_t count = static_cast<std::size_t>(whole.length) / kShortRecord;
     StoreNumber(context, facts.count, static_cast<int32_t>(count));
+    FreeBlockField(context, facts.table);
     if (whole.outcome == LoadOutcome::kShortRead) return Fail(context, facts.read_code);
     Block<> widened = whole.block ? Widen(context, facts, whole.block.get(), count) : nullptr;
     if (!widened) return Fail(context, facts.allocate_code);

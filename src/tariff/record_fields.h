@@ -9,6 +9,7 @@
 
 #include "frame/block.h"
 #include "frame/bytes.h"
+#include "frame/failure.h"
 #include "tariff/data_file.h"
 
 namespace hundredweight {
@@ -42,10 +43,9 @@ void ResetHandleField(RateContext& context, FieldOffset field);
 /// Puts an open file's handle into a field.
 void StoreHandle(RateContext& context, FieldOffset field, OpenFile file);
 
-/// Stores a code, unless it is 0, and gives the result of a failure.
-inline int32_t Fail(RateContext& context, int32_t code) {
-    if (code != 0) context.ErrorCode = code;
-    return 0;
+/// Fails with a code from a table of facts, where 0 stands for no code.
+inline int32_t FailWith(RateContext& context, int32_t code) {
+    return code == 0 ? 0 : Fail(context, code);
 }
 
 }  // namespace hundredweight

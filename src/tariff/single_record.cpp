@@ -1,6 +1,5 @@
 #include "tariff/single_record.h"
 
-#include <string>
 #include <utility>
 
 #include "frame/numbers.h"
@@ -35,10 +34,10 @@ static_assert(HWT_FIELD(BscBlock1) + kBsc.size == HWT_FIELD(BseBody));
 }  // namespace
 
 int32_t ReadRecordFrom(RateContext& context, const SingleRecord& facts, OpenFile file) {
-    if (!file) return Fail(context, facts.open_code);
+    if (!file) return FailWith(context, facts.open_code);
     if (platform::ReadBytes(file.handle(), FieldAt(context, facts.field), facts.size) <
         facts.size) {
-        return Fail(context, facts.read_code);
+        return FailWith(context, facts.read_code);
     }
     if (facts.handle != kNoField) StoreHandle(context, facts.handle, std::move(file));
     return 1;
@@ -51,9 +50,9 @@ int32_t ReadRecord(RateContext& context, const SingleRecord& facts) {
 
 int32_t ReadSetFile(RateContext& context) {
     if (ReadRecord(context, kSet) == 0) return 0;
-    std::string digits;
+    InlineText<kVersionLength> digits;
     for (const char character : WholeField(context.SetRecord).substr(kVersionAt, kVersionLength)) {
-        if (character >= '0' && character <= '9') digits += character;
+        if (IsDigit(character)) digits.Append(1, character);
     }
     context.SetVersion = ReadInteger(digits);
     return 1;

@@ -1,7 +1,6 @@
 #include "tariff/weight_break_cut.h"
 
-#include <iterator>
-
+#include "frame/bounds.h"
 #include "frame/numbers.h"
 #include "frame/text.h"
 
@@ -11,9 +10,8 @@ void CutWeightBreaks(RateContext& context) {
     if (context.DefBreakCount[0] == '\0') return;
     const int32_t index = ReadInteger(WholeField(context.DefBreakIndex));
     const int32_t kept = index + ReadInteger(WholeField(context.DefBreakCount));
-    const auto slots = static_cast<int32_t>(std::size(context.WeightBreakName));
     if (index >= context.WeightBreakTotal || kept >= context.WeightBreakCount || kept < 1 ||
-        kept >= slots) {
+        !HasEntry(context.WeightBreakName, kept)) {
         return;
     }
     context.WeightBreakMax[kept - 1] = kHighestWeight;

@@ -60,8 +60,8 @@ WholeFile ReadWholeFile(const OpenFile& file, std::size_t zeros_behind) {
     const auto size = static_cast<std::size_t>(whole.length);
     whole.block = AllocateBlock(size + zeros_behind);
     if (!whole.block) return whole;
-    const std::size_t arrived = platform::ReadBytes(file.handle(), whole.block.get(), size);
-    whole.outcome = arrived == size ? LoadOutcome::kLoaded : LoadOutcome::kShortRead;
+    whole.arrived = platform::ReadBytes(file.handle(), whole.block.get(), size);
+    whole.outcome = whole.arrived == size ? LoadOutcome::kLoaded : LoadOutcome::kShortRead;
     return whole;
 }
 
@@ -72,15 +72,15 @@ int32_t ReadTableFrom(RateContext& context, const WholeTable& facts, const OpenF
     const bool kept = loaded || facts.kept_when_short;
     StoreBlock(context, facts.table, kept ? std::move(whole.block) : nullptr);
     if (loaded) return 1;
-    return Fail(context, whole.outcome == LoadOutcome::kNotAllocated ? facts.allocate_code
-                                                                     : facts.read_code);
+    return FailWith(context, whole.outcome == LoadOutcome::kNotAllocated ? facts.allocate_code
+                                                                         : facts.read_code);
 }
 
 int32_t ReadTable(RateContext& context, const WholeTable& facts) {
     if (facts.cleared_first != kNothing) StoreNumber(context, facts.count, 0);
     if (facts.cleared_first == kCountAndTable) FreeBlockField(context, facts.table);
     const OpenFile file = FindDataFile(context, facts.extension);
-    if (!file) return Fail(context, facts.open_code);
+    if (!file) return FailWith(context, facts.open_code);
     return ReadTableFrom(context, facts, file);
 }
 

@@ -18,7 +18,8 @@ enum class LoadOutcome { kLoaded, kNotAllocated, kShortRead };
 struct WholeFile {
     LoadOutcome outcome = LoadOutcome::kNotAllocated;
     Block<> block;
-    int32_t length = 0;  ///< Bytes of the file, also when there is no block.
+    int32_t length = 0;       ///< Bytes of the file, also when there is no block.
+    std::size_t arrived = 0;  ///< Bytes that were read.
 };
 
 /// Reads a freshly opened file into a block with some zero bytes behind it.

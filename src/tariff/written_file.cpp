@@ -1,25 +1,19 @@
 #include "tariff/written_file.h"
 
-#include "platform/file.h"
+#include "platform/replace_file.h"
 #include "tariff/record_fields.h"
 
 namespace hundredweight {
 
-int32_t WriteFile(RateContext& context, const std::string& path, std::string_view content,
+int32_t WriteFile(RateContext& context, const PathText& path, std::string_view content,
                   const WriteCodes& codes) {
-    using platform::ReplaceOutcome;
-    const ReplaceOutcome outcome =
-        path.empty() ? ReplaceOutcome::kNotCreated
+    using platform::WriteOutcome;
+    const WriteOutcome outcome =
+        path.empty() ? WriteOutcome::kNotCreated
                      : platform::ReplaceFile(path.c_str(), content.data(), content.size());
-    switch (outcome) {
-        case ReplaceOutcome::kReplaced:
-            return 1;
-        case ReplaceOutcome::kNotCreated:
-            return Fail(context, codes.cannot_create);
-        case ReplaceOutcome::kNotWritten:
-            break;
-    }
-    return Fail(context, codes.cannot_write);
+    if (outcome == WriteOutcome::kWritten) return 1;
+    return Fail(context,
+                outcome == WriteOutcome::kNotCreated ? codes.cannot_create : codes.cannot_write);
 }
 
 }  // namespace hundredweight

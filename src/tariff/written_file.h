@@ -4,8 +4,9 @@
 #include <hundredweight/rate_context.h>
 
 #include <cstdint>
-#include <string>
 #include <string_view>
+
+#include "tariff/data_file.h"
 
 namespace hundredweight {
 
@@ -16,7 +17,7 @@ struct WriteCodes {
 
 /// Replaces a file's content as a whole; an empty path cannot be created. Result: 1, or 0 with a
 /// code and the old content in place.
-int32_t WriteFile(RateContext& context, const std::string& path, std::string_view content,
+int32_t WriteFile(RateContext& context, const PathText& path, std::string_view content,
                   const WriteCodes& codes);
 
 }  // namespace hundredweight

@@ -1,5 +1,8 @@
 #include "tariff/zmc_file.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "tariff/data_file.h"
 
 namespace hundredweight {
@@ -7,7 +10,9 @@ namespace hundredweight {
 int32_t CountZmcRecords(const RateContext& context) {
     const OpenFile file = FindDataFile(context, ".ZMC");
     if (!file) return 0;
-    return static_cast<int32_t>(file.length() / static_cast<int64_t>(sizeof(ZmcFileRecord)));
+    constexpr int64_t kRecordSize = sizeof(ZmcFileRecord);
+    return static_cast<int32_t>(
+        std::min<int64_t>(file.length() / kRecordSize, std::numeric_limits<int32_t>::max()));
 }
 
 }  // namespace hundredweight

@@ -2,47 +2,73 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstring>
 #include <limits>
 #include <memory>
-#include <string>
+#include <string_view>
+
+#include "platform/path.h"
 
 namespace hundredweight::platform {
 namespace {
 
+constexpr std::size_t kPathSize = 512;  // Longer than any path that the library builds.
+
 struct CloseDirectory {
     void operator()(DIR* directory) const { closedir(directory); }
 };
+using Directory = std::unique_ptr<DIR, CloseDirectory>;
 
-/// The path of a file in the same directory whose name differs from the path's in case alone; the
-/// first in byte order when there are several, empty when there is none.
-std::string FindIgnoringCase(const std::string& path) {
-    const std::size_t name_at = path.rfind('/') + 1;
-    const std::string directory_path = path.substr(0, name_at);
-    const std::string name = path.substr(name_at);
-    const std::unique_ptr<DIR, CloseDirectory> directory(
-        opendir(directory_path.empty() ? "." : directory_path.c_str()));
-    if (!directory) return {};
-    std::string found;
-    while (const dirent* entry = readdir(directory.get())) {
-        if (strcasecmp(entry->d_name, name.c_str()) != 0) continue;
-        if (found.empty() || found > entry->d_name) found = entry->d_name;
+/// The directory that a path's last component lies in.
+Directory OpenDirectoryOf(std::string_view path) {
+    const std::size_t length = path.rfind('/') + 1;
+    char name[kPathSize] = ".";
+    if (length > 0 && length < sizeof name) {
+        path.copy(name, length);
+        name[length] = '\0';
     }
-    return found.empty() ? found : directory_path + found;
+    return Directory(opendir(name));
 }
 
-/// O_NONBLOCK keeps a pipe with a data file's name from stopping the host; it changes nothing for
-/// regular files.
-int OpenReadOnly(const char* path) {
+bool IsRegularFile(DIR* directory, const char* name) {
+    struct stat status = {};
+    return fstatat(dirfd(directory), name, &status, 0) == 0 && S_ISREG(status.st_mode);
+}
+
+/// Opens a name of a directory. O_NONBLOCK keeps a pipe with a data file's name from stopping the
+/// host; it changes nothing for regular files.
+int OpenExactly(int directory, const char* name, int access) {
     int descriptor = -1;
     do {
-        descriptor = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+        descriptor = openat(directory, name, access | O_CLOEXEC | O_NONBLOCK);
     } while (descriptor < 0 && errno == EINTR);
     return descriptor;
+}
+
+/// Opens the file of the same directory whose name differs from the path's in case alone, the
+/// first in byte order when there are several.
+int OpenIgnoringCase(std::string_view path, int access) {
+    const Directory directory = OpenDirectoryOf(path);
+    if (!directory) return -1;
+    const std::string_view name = path.substr(path.rfind('/') + 1);
+    char found[sizeof(dirent::d_name)] = "";
+    while (const dirent* entry = readdir(directory.get())) {
+        if (!EqualIgnoringCase(entry->d_name, name)) continue;
+        if (found[0] != '\0' && std::strcmp(found, entry->d_name) < 0) continue;
+        if (IsRegularFile(directory.get(), entry->d_name)) std::strcpy(found, entry->d_name);
+    }
+    if (found[0] != '\0') return OpenExactly(dirfd(directory.get()), found, access);
+    errno = ENOENT;
+    return -1;
+}
+
+int OpenPath(const char* path, int access) {
+    const int descriptor = OpenExactly(AT_FDCWD, path, access);
+    return descriptor < 0 && errno == ENOENT ? OpenIgnoringCase(path, access) : descriptor;
 }
 
 /// A descriptor that the record can hold: 0 means not open there, and handles are 16 bits wide.
@@ -54,6 +80,18 @@ int16_t ToHandle(int descriptor) {
     if (descriptor <= std::numeric_limits<int16_t>::max()) return static_cast<int16_t>(descriptor);
     close(descriptor);
     return -1;
+}
+
+int16_t OpenRegularFile(const char* path, int access, int64_t* length) {
+    const int descriptor = OpenPath(path, access);
+    if (descriptor < 0) return -1;
+    struct stat status = {};
+    if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+        close(descriptor);
+        return -1;
+    }
+    *length = status.st_size;
+    return ToHandle(descriptor);
 }
 
 bool WriteBytes(int descriptor, const void* content, std::size_t size) {
@@ -69,31 +107,36 @@ bool WriteBytes(int descriptor, const void* content, std::size_t size) {
 }
 
 /// Makes a rename in a file's directory last.
-void SyncDirectoryOf(const std::string& path) {
-    const std::string directory = path.substr(0, path.rfind('/') + 1);
-    const int descriptor =
-        open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
-    fsync(descriptor);
-    close(descriptor);
+void SyncDirectoryOf(const char* path) {
+    if (const Directory directory = OpenDirectoryOf(path)) fsync(dirfd(directory.get()));
+}
+
+/// Creates a file of a name that nothing has yet.
+int CreateAnew(const char* path) {
+    return open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+}
+
+/// Writes a file that is on disk when this returns.
+bool WriteDurably(int descriptor, const void* content, std::size_t size) {
+    const bool on_disk = WriteBytes(descriptor, content, size) && fsync(descriptor) == 0;
+    return close(descriptor) == 0 && on_disk;
 }
 
 }  // namespace
 
 int16_t OpenForReading(const char* path, int64_t* length) {
-    int descriptor = OpenReadOnly(path);
-    if (descriptor < 0 && errno == ENOENT) {
-        const std::string found = FindIgnoringCase(path);
-        if (!found.empty()) descriptor = OpenReadOnly(found.c_str());
-    }
-    if (descriptor < 0) return -1;
-    struct stat status = {};
-    if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-        close(descriptor);
-        return -1;
-    }
-    *length = status.st_size;
-    return ToHandle(descriptor);
+    return OpenRegularFile(path, O_RDONLY, length);
+}
+
+int16_t OpenForUpdate(const char* path, int64_t* length) {
+    return OpenRegularFile(path, O_RDWR, length);
+}
+
+bool FileExists(const char* path) {
+    const int descriptor = OpenPath(path, O_PATH);
+    if (descriptor < 0) return errno != ENOENT && errno != ENOTDIR;
+    close(descriptor);
+    return true;
 }
 
 std::FILE* OpenStreamForReading(const char* path) {
@@ -125,18 +168,33 @@ void CloseFile(int descriptor) {
     close(descriptor);
 }
 
-ReplaceOutcome ReplaceFile(const char* path, const void* content, std::size_t size) {
-    const std::string temporary = std::string(path) + ".tmp";
-    const int descriptor = open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (descriptor < 0) return ReplaceOutcome::kNotCreated;
-    const bool on_disk = WriteBytes(descriptor, content, size) && fsync(descriptor) == 0;
-    const bool written = close(descriptor) == 0 && on_disk;
-    if (!written || rename(temporary.c_str(), path) != 0) {
-        unlink(temporary.c_str());
-        return written ? ReplaceOutcome::kNotCreated : ReplaceOutcome::kNotWritten;
-    }
-    SyncDirectoryOf(path);
-    return ReplaceOutcome::kReplaced;
+WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t size) {
+    const int descriptor = CreateAnew(path);
+    if (descriptor < 0) return WriteOutcome::kNotCreated;
+    if (WriteDurably(descriptor, content, size)) return WriteOutcome::kWritten;
+    unlink(path);
+    return WriteOutcome::kNotWritten;
+}
+
+bool RenameOver(const char* from, const char* to) {
+    if (rename(from, to) != 0) return false;
+    SyncDirectoryOf(to);
+    return true;
+}
+
+bool RenameUnlessExists(const char* from, const char* to) {
+    if (link(from, to) != 0) return false;
+    unlink(from);
+    SyncDirectoryOf(to);
+    return true;
+}
+
+void RemoveFile(const char* path) {
+    unlink(path);
+}
+
+bool IsSeparator(char character) {
+    return character == '/' || character == '\\';
 }
 
 }  // namespace hundredweight::platform

@@ -1,0 +1,125 @@
+#include "platform/file.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <share.h>
+#include <sys/stat.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace hundredweight::platform {
+namespace {
+
+constexpr std::size_t kLargestTransfer = std::size_t{1} << 30;
+
+/// A descriptor that the record can hold: 0 means not open there, and handles are 16 bits wide.
+int16_t ToHandle(int descriptor) {
+    if (descriptor == 0) {
+        descriptor = _dup(0);
+        _close(0);
+    }
+    if (descriptor <= std::numeric_limits<int16_t>::max()) return static_cast<int16_t>(descriptor);
+    _close(descriptor);
+    return -1;
+}
+
+int16_t OpenRegularFile(const char* path, int access, int64_t* length) {
+    const int descriptor =
+        _sopen(path, access | _O_BINARY | _O_NOINHERIT, _SH_DENYNO, _S_IREAD | _S_IWRITE);
+    if (descriptor < 0) return -1;
+    struct _stati64 status = {};
+    if (_fstati64(descriptor, &status) != 0 || (status.st_mode & _S_IFMT) != _S_IFREG) {
+        _close(descriptor);
+        return -1;
+    }
+    *length = status.st_size;
+    return ToHandle(descriptor);
+}
+
+unsigned TransferSize(std::size_t left) {
+    return static_cast<unsigned>(std::min(left, kLargestTransfer));
+}
+
+bool WriteBytes(int descriptor, const void* content, std::size_t size) {
+    const auto* const bytes = static_cast<const char*>(content);
+    std::size_t done = 0;
+    while (done < size) {
+        const int count = _write(descriptor, bytes + done, TransferSize(size - done));
+        if (count <= 0) return false;
+        done += static_cast<std::size_t>(count);
+    }
+    return true;
+}
+
+}  // namespace
+
+int16_t OpenForReading(const char* path, int64_t* length) {
+    return OpenRegularFile(path, _O_RDONLY, length);
+}
+
+int16_t OpenForUpdate(const char* path, int64_t* length) {
+    return OpenRegularFile(path, _O_RDWR, length);
+}
+
+bool FileExists(const char* path) {
+    if (GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES) return true;
+    const DWORD error = GetLastError();
+    return error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND;
+}
+
+std::FILE* OpenStreamForReading(const char* path) {
+    int64_t length = 0;
+    const int16_t handle = OpenForReading(path, &length);
+    if (handle == -1) return nullptr;
+    std::FILE* const stream = _fdopen(handle, "rb");
+    if (stream == nullptr) _close(handle);
+    return stream;
+}
+
+bool SeekTo(int descriptor, int64_t position) {
+    return _lseeki64(descriptor, position, SEEK_SET) == position;
+}
+
+std::size_t ReadBytes(int descriptor, void* buffer, std::size_t size) {
+    auto* const bytes = static_cast<char*>(buffer);
+    std::size_t done = 0;
+    while (done < size) {
+        const int count = _read(descriptor, bytes + done, TransferSize(size - done));
+        if (count <= 0) break;
+        done += static_cast<std::size_t>(count);
+    }
+    return done;
+}
+
+void CloseFile(int descriptor) {
+    _close(descriptor);
+}
+
+WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t size) {
+    const int descriptor = _open(path, _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
+                                 _S_IREAD | _S_IWRITE);
+    if (descriptor < 0) return WriteOutcome::kNotCreated;
+    const bool on_disk = WriteBytes(descriptor, content, size) && _commit(descriptor) == 0;
+    if (_close(descriptor) == 0 && on_disk) return WriteOutcome::kWritten;
+    RemoveFile(path);
+    return WriteOutcome::kNotWritten;
+}
+
+bool RenameOver(const char* from, const char* to) {
+    return MoveFileExA(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+bool RenameUnlessExists(const char* from, const char* to) {
+    return MoveFileExA(from, to, MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+void RemoveFile(const char* path) {
+    DeleteFileA(path);
+}
+
+bool IsSeparator(char character) {
+    return character == '\'; }
+
+}  // namespace hundredweight::platform

@@ -1,0 +1,121 @@
+// The file of the user's profiles.
+#include <hundredweight/exports.h>
+
+#include <cstring>
+
+#include "frame/failure.h"
+#include "platform/replace_file.h"
+#include "profiles/default_profile.h"
+#include "profiles/profile_conversion.h"
+#include "profiles/profile_directory.h"
+#include "tariff/whole_file.h"
+
+namespace hundredweight {
+namespace {
+
+constexpr int32_t kCannotPrepare = 121;
+constexpr int32_t kCannotOpen = 125;
+constexpr int32_t kCannotRead = 126;
+constexpr int32_t kNotFound = 127;
+
+using ProfileName = char[sizeof(ProfileRecord::ProfileName)];
+
+bool CannotPrepare(RateContext& context) {
+    return Fail(context, kCannotPrepare) != 0;
+}
+
+/// Writes the first profile file of a user from a template, whole or not at all.
+bool CreateProfileFile(const PathText& path, const void* content, std::size_t size) {
+    return platform::CreateFileOnce(path.c_str(), content, size) ==
+           platform::WriteOutcome::kWritten;
+}
+
+bool CopyTemplate(const OpenFile& profiles, const PathText& path) {
+    const WholeFile whole = ReadWholeFile(profiles);
+    return whole.outcome == LoadOutcome::kLoaded &&
+           CreateProfileFile(path, whole.block.get(), static_cast<std::size_t>(whole.length));
+}
+
+/// Gives a user who has no profile file the set's, or one with the default profile.
+bool CreateFirstFile(RateContext& context, const PathText& path) {
+    // What is there but cannot be opened is the user's, and is not touched.
+    if (path.empty() || platform::FileExists(path.c_str())) return CannotPrepare(context);
+    const OpenFile profiles = OpenForUpdate(PathInDataDir(context, kProfileFile));
+    if (profiles) return CopyTemplate(profiles, path) || CannotPrepare(context);
+    SetDefaultProfile(context);
+    return CreateProfileFile(path, &context.Profile, kProfileSize) || CannotPrepare(context);
+}
+
+OpenFile OpenProfileFile(const RateContext& context) {
+    return OpenForUpdate(ProfilePath(context, kProfileFile));
+}
+
+/// Reads a part of a profile, from its head.
+bool ReadProfile(const OpenFile& file, int32_t record_number, void* to, std::size_t size) {
+    return platform::SeekTo(file.handle(), int64_t{record_number} * kProfileSize) &&
+           platform::ReadBytes(file.handle(), to, size) == size;
+}
+
+}  // namespace
+
+PathText ProfilePath(const RateContext& context, std::string_view file_name) {
+    return context.ProfilesInDataDir == 'Y' ? PathInDataDir(context, file_name)
+                                            : PathInUserDir(context, file_name);
+}
+
+OpenFile OpenForUpdate(const PathText& path) {
+    int64_t length = 0;
+    const int16_t handle =
+        path.empty() ? int16_t{-1} : platform::OpenForUpdate(path.c_str(), &length);
+    return OpenFile(handle, length);
+}
+
+}  // namespace hundredweight
+
+using namespace hundredweight;
+
+bool HWT_CALL ReadProfileFile(RateContext* context) {
+    const PathText path = ProfilePath(*context, kProfileFile);
+    if (!OpenForUpdate(path)) return CreateFirstFile(*context, path);
+    if (context->ProfileFileCurrent == 'Y') return true;
+    return ConvertProfileFile(*context) == 1 || CannotPrepare(*context);
+}
+
+int32_t HWT_CALL GetProfileRecord(RateContext* context) {
+    const OpenFile file = OpenProfileFile(*context);
+    if (!file) return Fail(*context, kCannotOpen);
+    const int32_t count = CountProfiles(file);
+    for (int32_t record_number = 0; record_number < count; ++record_number) {
+        ProfileName name;
+        if (!ReadProfile(file, record_number, name, sizeof name)) {
+            return Fail(*context, kCannotRead);
+        }
+        if (std::memcmp(name, context->Profile.ProfileName, sizeof name) != 0) continue;
+        ProfileRecord found;
+        if (!ReadProfile(file, record_number, &found, sizeof found)) {
+            return Fail(*context, kCannotRead);
+        }
+        context->Profile = found;
+        context->ProfileIndex = static_cast<int16_t>(record_number);
+        return 1;
+    }
+    return Fail(*context, kNotFound);
+}
+
+int32_t HWT_CALL GetProfileKey(RateContext* context, int32_t record_number, char* name) {
+    const OpenFile file = OpenProfileFile(*context);
+    if (!file) return Fail(*context, kCannotOpen);
+    ProfileName found;
+    if (record_number < 0 || record_number >= CountProfiles(file) ||
+        !ReadProfile(file, record_number, found, sizeof found)) {
+        return Fail(*context, kCannotRead);
+    }
+    std::memcpy(name, found, sizeof found);
+    return 1;
+}
+
+int32_t HWT_CALL GetProfileSize(RateContext* context) {
+    const OpenFile file = OpenProfileFile(*context);
+    if (!file) return Fail(*context, kCannotOpen);
+    return CountProfiles(file);
+}

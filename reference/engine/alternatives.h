@@ -1,0 +1,27 @@
+// The points of a request among those of the rate base, and what is offered instead of them.
+#pragma once
+
+#include <hundredweight/engine_interface.h>
+
+#include "reference/engine/rate_base.h"
+#include "reference/engine/request.h"
+#include "reference/engine/status.h"
+
+namespace hundredweight::reference {
+
+/// The point of the request's city, or the first at its postal code when it names no city; null
+/// when there is none.
+const Point* FindPoint(const RateBase& base, const RequestPoint& point);
+
+/// Which city, if any, the host is to choose again. A city at a postal code without points on file
+/// is taken as it is.
+Status CheckCities(const RateBase& base, const RateRequest& request);
+
+/// How many points may be offered for the point that a status names.
+std::size_t CountAlternatives(const RateBase& base, const RateRequest& request, Status status);
+
+/// Offers the points at the postal code of the point that the record's status names; a count of -1
+/// when the status names none.
+void ListAlternatives(const RateBase& base, const EngineRateRecord& record, EngineListBlock& block);
+
+}  // namespace hundredweight::reference

@@ -1,0 +1,205 @@
+#include "reference/engine/entry_points.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "reference/engine/alternatives.h"
+#include "reference/engine/answer.h"
+#include "reference/engine/rate_base.h"
+#include "reference/engine/rating.h"
+#include "reference/text/columns.h"
+
+namespace {
+
+using namespace hundredweight::reference;
+
+// A caller finds the entry points by name, so nothing else checks their arguments.
+static_assert(
+    std::is_same_v<decltype(&Tolvex_InitializeTolvexEx), Tolvex_InitializeTolvexExFunction>);
+static_assert(std::is_same_v<decltype(&Tolvex_Set_TolvexdataEx), Tolvex_Set_TolvexdataExFunction>);
+static_assert(std::is_same_v<decltype(&Tolvex_GetTablesEx), Tolvex_GetTablesExFunction>);
+static_assert(std::is_same_v<decltype(&Tolvex_disp_verEx), Tolvex_disp_verExFunction>);
+static_assert(std::is_same_v<decltype(&Tolvex_EndTolvexEx), Tolvex_EndTolvexExFunction>);
+static_assert(std::is_same_v<decltype(&Tolvex_RateShipment2Ex), Tolvex_RateShipment2ExFunction>);
+static_assert(
+    std::is_same_v<decltype(&Tolvex_GetEffectiveTableEx), Tolvex_GetEffectiveTableExFunction>);
+static_assert(std::is_same_v<decltype(&Tolvex_GetEffectiveTableSizeEx),
+                             Tolvex_GetEffectiveTableSizeExFunction>);
+static_assert(std::is_same_v<decltype(&Tolvex_GetErrorStringEx), Tolvex_GetErrorStringExFunction>);
+static_assert(std::is_same_v<decltype(&Tolvex_GetStateEx), Tolvex_GetStateExFunction>);
+
+/// What a handle stands for.
+struct Instance {
+    std::optional<RateBase> rate_base;  ///< Without one nothing is rated.
+
+    bool Load(const char* data_directory) {
+        rate_base.reset();
+        try {
+            if (data_directory) rate_base = ReadRateBase(data_directory);
+        } catch (const std::exception& error) {
+            std::fprintf(stderr, "tolvex: %s\n", error.what());
+        }
+        return rate_base.has_value();
+    }
+};
+
+/// The handles given out, so that any other is known for what it is.
+struct Instances {
+    std::mutex mutex;
+    std::vector<std::shared_ptr<Instance>> running;
+
+    std::shared_ptr<Instance> Find(const void* handle) {
+        const std::lock_guard lock(mutex);
+        const auto found = std::ranges::find(running, handle, &std::shared_ptr<Instance>::get);
+        return found == running.end() ? nullptr : *found;
+    }
+
+    void* Add(std::shared_ptr<Instance> instance) {
+        const std::lock_guard lock(mutex);
+        running.push_back(std::move(instance));
+        return running.back().get();
+    }
+
+    bool Remove(const void* handle) {
+        const std::lock_guard lock(mutex);
+        return std::erase_if(running, [&](const auto& one) { return one.get() == handle; }) > 0;
+    }
+};
+Instances instances;
+
+/// The action's result for a running instance; the failure for any other handle, and when memory
+/// runs out.
+template <typename Result, typename Action>
+Result WithInstance(const void* handle, Result failure, Action action) noexcept {
+    try {
+        const auto instance = instances.Find(handle);
+        return instance ? action(*instance) : failure;
+    } catch (...) {
+        return failure;
+    }
+}
+
+template <typename Result, typename Action>
+Result WithRateBase(const void* handle, Result failure, Action action) noexcept {
+    return WithInstance(handle, failure, [&](const Instance& instance) {
+        return instance.rate_base ? action(*instance.rate_base) : failure;
+    });
+}
+
+void Rate(const RateBase& base, EngineRateRecord& record, EngineResultBlock& block) {
+    const RateRequest request = ReadRequest(record);
+    const Rating rating = RateShipment(base, request);
+    WriteAnswer(record, base, request, rating);
+    block.NoAlternatives = CountAlternatives(base, request, rating.status) == 0;
+    block.Verdict = 0;
+}
+
+}  // namespace
+
+void* HWT_CALL Tolvex_InitializeTolvexEx(const char* data_directory) {
+    try {
+        const auto instance = std::make_shared<Instance>();
+        instance->Load(data_directory);
+        return instances.Add(instance);
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+int32_t HWT_CALL Tolvex_Set_TolvexdataEx(void* handle, const char* data_directory) {
+    return WithInstance(handle, 0,
+                        [&](Instance& instance) -> int { return instance.Load(data_directory); });
+}
+
+int32_t HWT_CALL Tolvex_GetTablesEx(void* handle, EngineTablesRecord* record) {
+    if (!record) return 0;
+    return WithRateBase(handle, 0, [&](const RateBase& base) {
+        const Tariff* tariff = base.FindTariff(ColumnText(record->TariffName));
+        if (!tariff) return 0;
+        WriteTables(record->Tables, *tariff);
+        return 1;
+    });
+}
+
+int32_t HWT_CALL Tolvex_disp_verEx(void* handle, EngineVersionBlock* block) {
+    if (!block) return 0;
+    return WithInstance(handle, 0, [&](const Instance&) {
+        WriteVersion(*block);
+        return 1;
+    });
+}
+
+int32_t HWT_CALL Tolvex_EndTolvexEx(void* handle) {
+    return WithInstance(handle, 1,
+                        [&](const Instance&) { return instances.Remove(handle) ? 0 : 1; });
+}
+
+int32_t HWT_CALL Tolvex_RateShipment2Ex(void* handle, EngineRateRecord* record, void* block) {
+    if (!record || !block) return 0;
+    // Both blocks begin with the size of what follows their 16 bytes, which tells them apart.
+    std::int32_t capacity = 0;
+    std::memcpy(&capacity, block, sizeof capacity);
+    if (capacity == sizeof(EngineResultBlock::Data)) {
+        auto& result = *static_cast<EngineResultBlock*>(block);
+        result.Verdict = -1;
+        result.NoAlternatives = 1;
+        return WithRateBase(handle, 0, [&](const RateBase& base) {
+            Rate(base, *record, result);
+            return 1;
+        });
+    }
+    if (capacity == sizeof(EngineListBlock::Entries)) {
+        auto& list = *static_cast<EngineListBlock*>(block);
+        list.Count = -1;
+        return WithRateBase(handle, 0, [&](const RateBase& base) {
+            ListAlternatives(base, *record, list);
+            return 1;
+        });
+    }
+    return 0;
+}
+
+EfcRecord* HWT_CALL Tolvex_GetEffectiveTableEx(void* handle, EfcRecord* buffer, int32_t index) {
+    EfcRecord* const none = nullptr;
+    if (!buffer || index < 0) return none;
+    return WithRateBase(handle, none, [&](const RateBase& base) {
+        if (static_cast<std::size_t>(index) >= base.tariffs.size()) return none;
+        WriteEffectiveTable(*buffer, base.tariffs[static_cast<std::size_t>(index)]);
+        return buffer;
+    });
+}
+
+int32_t HWT_CALL Tolvex_GetEffectiveTableSizeEx(void* handle) {
+    return WithRateBase(handle, 0, [](const RateBase& base) {
+        return static_cast<std::int32_t>(base.tariffs.size());
+    });
+}
+
+char* HWT_CALL Tolvex_GetErrorStringEx(void* handle, char* buffer) {
+    char* const none = nullptr;
+    if (!buffer) return none;
+    return WithInstance(handle, none, [&](const Instance&) {
+        const std::string text = StatusText(ColumnText({buffer, 4}));
+        if (text.empty()) return none;
+        std::memcpy(buffer, text.c_str(), text.size() + 1);
+        return buffer;
+    });
+}
+
+int32_t HWT_CALL Tolvex_GetStateEx(void* handle, char* state, const char* postal_code) {
+    if (!state || !postal_code) return 0;
+    return WithRateBase(handle, 0, [&](const RateBase& base) {
+        const auto found = base.StateOf({postal_code, strnlen(postal_code, 7)});
+        if (found.empty()) return 0;
+        std::ranges::copy(found, state);
+        return 1;
+    });
+}

@@ -1,0 +1,37 @@
+// Texts in fixed columns, and the numbers and dates that are written in them.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "reference/engine/money.h"
+
+namespace hundredweight::reference {
+
+/// The text without blanks at its ends.
+std::string_view Trimmed(std::string_view text);
+/// What a column holds up to its first zero byte, trimmed.
+std::string_view ColumnText(std::span<const char> column);
+
+/// Left-aligned and padded with blanks; a longer text is cut.
+void PutLeft(std::span<char> column, std::string_view text);
+/// Right-aligned and padded; the text must fit.
+void PutRight(std::span<char> column, std::string_view text, char padding = ' ');
+/// "123.45"
+std::string AmountText(Cents amount);
+
+bool IsDigits(std::string_view text);
+/// Value of a text of one to nine digits and nothing else.
+std::optional<std::int32_t> DigitsValue(std::string_view text);
+/// An amount of dollars and two decimals that fits a rate column.
+std::optional<Cents> AmountValue(std::string_view text);
+/// YYYYMMDD of a date MM-DD-YYYY.
+std::optional<std::int32_t> DateValue(std::string_view text);
+
+/// Equality without regard to the case of ASCII letters.
+bool SameName(std::string_view a, std::string_view b);
+
+}  // namespace hundredweight::reference

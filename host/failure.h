@@ -10,9 +10,17 @@ namespace cwt {
 
 enum ExitCode { kDone = 0, kRefused = 1, kBroken = 2 };
 
-/// A shipment that the library or the engine will not rate.
-struct Refused : std::runtime_error {
-    using std::runtime_error::runtime_error;
+/// A shipment that the library or the engine will not rate, with a complaint a line.
+class Refused : public std::runtime_error {
+ public:
+    explicit Refused(std::vector<std::string> complaints)
+        : std::runtime_error(complaints.front()), complaints_(std::move(complaints)) {}
+    explicit Refused(const std::string& complaint) : Refused(std::vector<std::string>{complaint}) {}
+
+    const std::vector<std::string>& complaints() const { return complaints_; }
+
+ private:
+    std::vector<std::string> complaints_;
 };
 
 /// Anything that is wrong with the data, the engine or the command line.

@@ -25,6 +25,8 @@ struct BillPoint {
     std::string zip;
     std::string city;
     std::string state;
+    std::string terminal;  ///< Empty when no service guide was asked.
+    std::string service;
 };
 
 struct Bill {
@@ -55,18 +57,26 @@ std::string Unpadded(std::string amount) {
     return amount;
 }
 
+/// The class that a line was rated at, marked when a profile put it in the place of another.
+std::string RatedClass(const RateContext& context, std::size_t line) {
+    if (context.LineClassMark[line][0] != '*') return TextOf(context.LineClass[line]);
+    return TextOf(context.ClassTable[context.LineClassIndex[line]]) + "*";
+}
+
 Bill ReadBill(const RateContext& context) {
     Bill bill;
     bill.tariff = TextOf(context.TariffName);
     bill.date = TextOf(context.LevelFileDate);
     bill.rate_code = TextOf(context.RateCode);
-    bill.origin = {TextOf(context.OrigZip), TextOf(context.OrigCity), TextOf(context.OrigState)};
+    bill.origin = {TextOf(context.OrigZip), TextOf(context.OrigCity), TextOf(context.OrigState),
+                   TextOf(context.OrigTerminal), TextOf(&context.OrigServiceCode, 1)};
     bill.destination = {TextOf(context.DestZip), TextOf(context.DestCity),
-                        TextOf(context.DestState)};
+                        TextOf(context.DestState), TextOf(context.DestTerminal),
+                        TextOf(&context.DestServiceCode, 1)};
     for (std::size_t i = 0; i < std::size(context.LineClass); ++i) {
         const int weight = WeightOf(TextOf(context.LineWeight[i]));
         if (weight == 0) continue;
-        bill.lines.push_back({TextOf(context.LineClass[i]), weight, TextOf(context.LineRateText[i]),
+        bill.lines.push_back({RatedClass(context, i), weight, TextOf(context.LineRateText[i]),
                               TextOf(context.LineChargeText[i])});
     }
     bill.deficit = {"", WeightOf(TextOf(context.ExtraWeightText)), TextOf(context.ExtraRateText),
@@ -83,8 +93,13 @@ Bill ReadBill(const RateContext& context) {
 }
 
 std::string PointText(const BillPoint& point) {
-    return fmt::format("{:<6} {}{}{}", point.zip, point.city,
-                       point.city.empty() || point.state.empty() ? "" : ", ", point.state);
+    std::string text =
+        fmt::format("{:<6} {}{}{}", point.zip, point.city,
+                    point.city.empty() || point.state.empty() ? "" : ", ", point.state);
+    if (!point.terminal.empty()) {
+        text += fmt::format(", terminal {}, service {}", point.terminal, point.service);
+    }
+    return text;
 }
 
 std::string LineText(const std::string& name, int weight, const std::string& rate,
@@ -119,7 +134,11 @@ Json BreakListJson(const BreakList& list) {
 }
 
 Json PointJson(const BillPoint& point) {
-    return {{"zip", point.zip}, {"city", point.city}, {"state", point.state}};
+    return {{"zip", point.zip},
+            {"city", point.city},
+            {"state", point.state},
+            {"terminal", point.terminal},
+            {"service", point.service}};
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ std::string Character(char character) {
 }
 
 Json Settings(const RateContext& c) {
-    return {{"SetVersion", c.SetVersion},
+    return {{"SetVersion", +c.SetVersion},
             {"ZipLength", TextOf(c.ZipLength)},
             {"LabFilesFlag", Character(c.LabFilesFlag)},
             {"Zp7FileFlag", Character(c.Zp7FileFlag)},
@@ -103,7 +103,7 @@ Json States(const RateContext& c) {
         states.back()["to"] = prefix(i);
     }
     for (int32_t i = 0; c.SccTable != nullptr && i < c.SccCount; ++i) {
-        const char* const range = reinterpret_cast<const char*>(c.SccTable) + 8 * i;
+        const char* const range = reinterpret_cast<const char*>(c.SccTable) + std::ptrdiff_t{8} * i;
         states.push_back({{"state", TextOf(range, 2)},
                           {"from", TextOf(range + 2, 3)},
                           {"to", TextOf(range + 5, 3)}});

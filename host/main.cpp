@@ -6,75 +6,200 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "failure.h"
 #include "freight_bill.h"
 #include "inspection.h"
+#include "profile_list.h"
 #include "rating_session.h"
 #include "reference/samples/sample_data.h"
 #include "shipment.h"
+#include "validation.h"
 
 namespace {
+
+using Json = nlohmann::ordered_json;
 
 constexpr int kHighestRequestCode = 99;
 constexpr int kJsonIndent = 2;
 
 const char* const kExitCodes =
-    "Exit codes: 0 done (rated), 1 refused by the library or the engine, 2 broken data, engine or "
-    "command line.\nEvery failure is one line on standard error, with the library's code.";
+    "Exit codes: 0 done (rated), 1 refused by the library or a partner, 2 broken data, partner "
+    "library or command line.\nEvery failure is a line on standard error, with the library's code.";
 
-struct RateOptions {
+struct Options {
     std::filesystem::path shipment;
-    std::filesystem::path data;
+    std::filesystem::path directory = ".";
+    std::filesystem::path data;  ///< Empty: the nearest directory that holds the set.
     cwt::Sources sources;
+    std::vector<std::string> postal_codes;
+    std::string profile;
     int request_code = 0;
-    bool json = false;
-};
-
-struct InspectOptions {
-    cwt::Sources sources;
     bool without_engine = false;
     bool json = false;
 };
 
-void PrintJson(const nlohmann::ordered_json& json) {
-    fmt::print("{}\n", json.dump(kJsonIndent));
-}
-
-int Rate(RateOptions options) {
-    const cwt::Shipment shipment = cwt::ReadShipment(options.shipment);
-    cwt::Sources& sources = options.sources;
+/// Where a shipment's data are.
+cwt::Sources ShipmentSources(const Options& options) {
+    cwt::Sources sources = options.sources;
     sources.data = options.data.empty()
                        ? cwt::FindDataDirectory(options.shipment.parent_path(), sources.set)
                        : options.data;
-    cwt::RatingSession session(sources);
-    cwt::EnterShipment(shipment, session.context());
-    for (const std::string& note : session.Rate(options.request_code)) {
-        fmt::print(stderr, "cwt: note: {}\n", note);
-    }
-    if (options.json) {
-        PrintJson(cwt::BillJson(session.context()));
-    } else {
-        fmt::print("{}", cwt::BillText(session.context()));
-    }
-    return cwt::kDone;
+    return sources;
 }
 
-int Inspect(const InspectOptions& options) {
-    const nlohmann::ordered_json inspection =
-        cwt::Inspect(options.sources, !options.without_engine);
+cwt::Sources DirectorySources(const Options& options) {
+    cwt::Sources sources = options.sources;
+    sources.data = options.directory;
+    return sources;
+}
+
+void PrintJson(const Json& json) {
+    fmt::print("{}\n", json.dump(kJsonIndent));
+}
+
+void Rate(const Options& options) {
+    const cwt::Shipment shipment = cwt::ReadShipment(options.shipment);
+    cwt::RatingSession session(ShipmentSources(options));
+    for (const std::string& note : session.Rate(shipment, options.request_code)) {
+        fmt::print(stderr, "cwt: note: {}\n", note);
+    }
+    if (options.json) return PrintJson(cwt::BillJson(session.context()));
+    fmt::print("{}", cwt::BillText(session.context()));
+}
+
+void Check(const Options& options) {
+    const cwt::Shipment shipment = cwt::ReadShipment(options.shipment);
+    cwt::RatingSession session(ShipmentSources(options));
+    session.Check(shipment);
+    fmt::print("The shipment is valid.\n");
+}
+
+void States(const Options& options) {
+    cwt::RatingSession session(DirectorySources(options));
+    std::vector<std::string> complaints;
+    for (const std::string& postal_code : options.postal_codes) {
+        const cwt::StateAnswer answer = cwt::FindState(session.context(), postal_code);
+        if (answer.complaint.empty()) {
+            fmt::print("{} {}\n", postal_code, answer.state);
+        } else {
+            complaints.push_back(fmt::format("{}: {}", postal_code, answer.complaint));
+        }
+    }
+    if (!complaints.empty()) throw cwt::Refused(complaints);
+}
+
+void Profiles(const Options& options) {
+    const cwt::Sources sources = DirectorySources(options);
+    if (!options.profile.empty()) {
+        const Json profile = cwt::ShowProfile(sources, options.profile);
+        if (options.json) return PrintJson(profile);
+        fmt::print("{}", cwt::ProfileText(profile));
+        return;
+    }
+    const std::vector<std::string> names = cwt::ProfileNames(sources);
+    if (options.json) return PrintJson(names);
+    for (const std::string& name : names) fmt::print("{}\n", name);
+}
+
+void Inspect(const Options& options) {
+    const Json inspection = cwt::Inspect(DirectorySources(options), !options.without_engine);
     if (options.json) {
         PrintJson(inspection);
     } else {
         fmt::print("{}", cwt::InspectionText(inspection));
     }
-    if (inspection["loads"].get<bool>()) return cwt::kDone;
-    throw cwt::Broken(inspection["failure"]["message"].get<std::string>());
+    const Json& failure = inspection["failure"];
+    if (failure.is_null()) return;
+    throw cwt::Broken(fmt::format("file {}: {}", failure["file"].get<std::string>(),
+                                  failure["message"].get<std::string>()));
 }
 
-int WriteSample(const std::filesystem::path& directory) {
-    hundredweight::samples::WriteSampleData(directory);
-    return cwt::kDone;
+void WriteSample(const Options& options) {
+    hundredweight::samples::WriteSampleData(options.directory);
+}
+
+CLI::App* AddCommand(CLI::App& app, const char* name, const char* purpose,
+                     void (*run)(const Options&), const Options& options) {
+    CLI::App* command = app.add_subcommand(name, purpose);
+    command->footer(kExitCodes);
+    command->callback([run, &options] { run(options); });
+    return command;
+}
+
+void AddSet(CLI::App* command, Options& options) {
+    command->add_option("--set", options.sources.set, "Base name of the tariff set.")
+        ->capture_default_str();
+}
+
+void AddEngine(CLI::App* command, Options& options) {
+    command
+        ->add_option("--engine", options.sources.engine,
+                     "Engine library: a path, or a name to look for beside cwt's own libraries.")
+        ->capture_default_str();
+}
+
+void AddShipment(CLI::App* command, Options& options) {
+    command->add_option("SHIPMENT", options.shipment, "The shipment, a JSON file.")->required();
+    command->add_option("--data", options.data,
+                        "Directory of the tariff set, the partners' data and the profiles. "
+                        "Default: the nearest one that holds the set, from the shipment's upward.");
+    AddSet(command, options);
+    AddEngine(command, options);
+}
+
+void AddDirectory(CLI::App* command, Options& options) {
+    command->add_option("--data", options.directory, "Directory of the tariff set and profiles.")
+        ->capture_default_str();
+    AddSet(command, options);
+}
+
+void AddJson(CLI::App* command, Options& options) {
+    command->add_flag("--json", options.json, "Print JSON; rates, charges and texts as texts.");
+}
+
+void AddCommands(CLI::App& app, Options& options) {
+    CLI::App* rate = AddCommand(app, "rate", "Rate a shipment and print its bill.", Rate, options);
+    AddShipment(rate, options);
+    rate->add_option("--service-guide", options.sources.service_guide,
+                     "Service guide library, for shipments that ask for it.")
+        ->capture_default_str();
+    rate->add_option("--request-code", options.request_code, "Code passed on to the engine.")
+        ->check(CLI::Range(0, kHighestRequestCode))
+        ->capture_default_str();
+    AddJson(rate, options);
+
+    CLI::App* check =
+        AddCommand(app, "check", "Check a shipment without rating it.", Check, options);
+    AddShipment(check, options);
+
+    CLI::App* states =
+        AddCommand(app, "states", "Show what state postal codes lie in.", States, options);
+    states->add_option("POSTAL_CODE", options.postal_codes, "ZIP or Canadian postal codes.")
+        ->required();
+    AddDirectory(states, options);
+    AddEngine(states, options);
+
+    CLI::App* profiles =
+        AddCommand(app, "profiles", "List the profiles, or show one by name.", Profiles, options);
+    profiles->add_option("NAME", options.profile, "The profile to show. Default: all names.");
+    AddDirectory(profiles, options);
+    AddJson(profiles, options);
+
+    CLI::App* inspect = AddCommand(
+        app, "inspect", "Show what is in a tariff set and whether it loads.", Inspect, options);
+    inspect->add_option("DIRECTORY", options.directory, "Where the set is.")->capture_default_str();
+    AddSet(inspect, options);
+    inspect->add_flag("--without-engine", options.without_engine,
+                      "Load what a host needs that rates by the set's own tables.");
+    AddJson(inspect, options);
+
+    CLI::App* sample =
+        AddCommand(app, "sample", "Write a sample tariff set, the partners' data and shipments.",
+                   WriteSample, options);
+    sample->add_option("DIRECTORY", options.directory, "Where to; created when missing.")
+        ->required();
 }
 
 int Run(int argc, char** argv) {
@@ -82,54 +207,14 @@ int Run(int argc, char** argv) {
     app.set_version_flag("--version", HWT_VERSION);
     app.footer(kExitCodes);
     app.require_subcommand(1);
-    int exit_code = cwt::kDone;
-
-    RateOptions rate;
-    CLI::App* rate_command = app.add_subcommand("rate", "Rate a shipment and print its bill.");
-    rate_command->add_option("SHIPMENT", rate.shipment, "The shipment, a JSON file.")->required();
-    rate_command->add_option("--data", rate.data,
-                             "Directory of the tariff set and the engine's data. Default: the "
-                             "nearest one that holds the set, from the shipment's upward.");
-    rate_command->add_option("--set", rate.sources.set, "Base name of the tariff set.")
-        ->capture_default_str();
-    rate_command
-        ->add_option("--engine", rate.sources.engine,
-                     "Engine library: a path, or a name to look for beside cwt's own libraries.")
-        ->capture_default_str();
-    rate_command->add_option("--request-code", rate.request_code, "Code passed on to the engine.")
-        ->check(CLI::Range(0, kHighestRequestCode))
-        ->capture_default_str();
-    rate_command->add_flag("--json", rate.json, "Print the bill as JSON; amounts are texts.");
-    rate_command->footer(kExitCodes);
-    rate_command->callback([&] { exit_code = Rate(rate); });
-
-    InspectOptions inspect;
-    inspect.sources.data = ".";
-    CLI::App* inspect_command =
-        app.add_subcommand("inspect", "Show what is in a tariff set and whether it loads.");
-    inspect_command->add_option("DIRECTORY", inspect.sources.data, "Where the set is.")
-        ->capture_default_str();
-    inspect_command->add_option("--set", inspect.sources.set, "Base name of the tariff set.")
-        ->capture_default_str();
-    inspect_command->add_flag("--without-engine", inspect.without_engine,
-                              "Load what a host needs that rates by the set's own tables.");
-    inspect_command->add_flag("--json", inspect.json, "Print as JSON.");
-    inspect_command->footer(kExitCodes);
-    inspect_command->callback([&] { exit_code = Inspect(inspect); });
-
-    std::filesystem::path sample_directory;
-    CLI::App* sample_command = app.add_subcommand(
-        "sample", "Write a sample tariff set, the reference engine's data and shipments.");
-    sample_command->add_option("DIRECTORY", sample_directory, "Where to; created when missing.")
-        ->required();
-    sample_command->callback([&] { exit_code = WriteSample(sample_directory); });
-
+    Options options;
+    AddCommands(app, options);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? cwt::kDone : cwt::kBroken;
     }
-    return exit_code;
+    return cwt::kDone;
 }
 
 }  // namespace
@@ -139,7 +224,9 @@ int main(int argc, char** argv) {
     try {
         return Run(argc, argv);
     } catch (const cwt::Refused& refusal) {
-        fmt::print(stderr, "cwt: refused: {}\n", refusal.what());
+        for (const std::string& complaint : refusal.complaints()) {
+            fmt::print(stderr, "cwt: refused: {}\n", complaint);
+        }
         return cwt::kRefused;
     } catch (const std::exception& error) {
         fmt::print(stderr, "cwt: {}\n", error.what());

@@ -1,20 +1,24 @@
-// A run of the library: a tariff set, an engine and the record between them.
+// A run of the library: a tariff set, the partner libraries and the record between them.
 #pragma once
 
 #include <hundredweight/rate_context.h>
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "shipment.h"
 
 namespace cwt {
 
 /// Where a run finds its files.
 struct Sources {
-    std::filesystem::path data;  ///< Directory of the tariff set and of the engine's data.
+    std::filesystem::path data;  ///< Directory of the tariff set, the engine's data and profiles.
     std::string set = "SAMPLE";  ///< Base name of the tariff set.
     std::string engine = "tolvex";
+    std::string service_guide = "servgd";
 };
 
 /// The nearest directory, from `start` upward, that holds the settings of a set; `start` itself
@@ -40,7 +44,21 @@ class TariffSet {
     std::unique_ptr<RateContext> context_;
 };
 
-/// A tariff set with its level file and a running engine.
+/// A partner library, unloaded at the end. Throws Broken when it cannot be loaded.
+class PartnerLibrary {
+ public:
+    explicit PartnerLibrary(const std::string& name);
+    ~PartnerLibrary();
+    PartnerLibrary(const PartnerLibrary&) = delete;
+    PartnerLibrary& operator=(const PartnerLibrary&) = delete;
+
+    void* module() const { return module_; }
+
+ private:
+    void* module_;
+};
+
+/// A loaded tariff set with its level file, discounts and a running engine.
 class RatingSession {
  public:
     explicit RatingSession(const Sources& sources);
@@ -50,13 +68,22 @@ class RatingSession {
 
     RateContext& context() { return set_.context(); }
 
-    /// Rates what has been entered in the record. Throws Refused. Result: what the library showed
-    /// on the way.
-    std::vector<std::string> Rate(int request_code);
+    /// Enters a shipment and checks it. Throws Refused with all that is wrong with it.
+    void Check(const Shipment& shipment);
+
+    /// Checks and rates a shipment; the results are in the record. Throws Refused. Result: what
+    /// the library showed on the way.
+    std::vector<std::string> Rate(const Shipment& shipment, int request_code);
 
  private:
+    void ApplyProfile(const std::string& name);
+    void LayOutTariff(const Shipment& shipment);
+    void AskServiceGuide();
+
+    Sources sources_;
     TariffSet set_;
-    void* engine_module_ = nullptr;
+    PartnerLibrary engine_;
+    std::optional<PartnerLibrary> service_guide_;
 };
 
 }  // namespace cwt

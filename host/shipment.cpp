@@ -28,10 +28,9 @@ class Section {
 
     /// Refuses a key that nobody reads, most likely a slip of the pen.
     void AllowOnly(std::initializer_list<const char*> keys) const {
-        for (const auto& [key, value] : json_.items()) {
-            const bool known =
-                std::any_of(keys.begin(), keys.end(), [&](const char* k) { return key == k; });
-            if (!known) throw Broken(fmt::format("{}: unknown key", Way(key)));
+        for (const auto& item : json_.items()) {
+            const bool known = std::find(keys.begin(), keys.end(), item.key()) != keys.end();
+            if (!known) throw Broken(fmt::format("{}: unknown key", Way(item.key())));
         }
     }
 
@@ -61,11 +60,18 @@ class Section {
         return static_cast<int>(number);
     }
 
-    float NumberOr(const char* key, float otherwise) const {
+    double NumberOr(const char* key, double otherwise) const {
         if (!Has(key)) return otherwise;
         const Json& value = Require(key);
         if (!value.is_number()) throw Broken(fmt::format("{}: a number is wanted", Way(key)));
-        return value.get<float>();
+        return value.get<double>();
+    }
+
+    bool FlagOr(const char* key, bool otherwise) const {
+        if (!Has(key)) return otherwise;
+        const Json& value = Require(key);
+        if (!value.is_boolean()) throw Broken(fmt::format("{}: true or false is wanted", Way(key)));
+        return value.get<bool>();
     }
 
     const Json& Require(const char* key) const {
@@ -84,8 +90,14 @@ class Section {
 };
 
 Point ReadPoint(const Section& section) {
-    section.AllowOnly({"zip", "city", "state"});
-    return {section.Text("zip"), section.TextOr("city", ""), section.TextOr("state", "")};
+    section.AllowOnly({"zip", "city", "state", "territory", "intrastate"});
+    Point point;
+    point.zip = section.Text("zip");
+    point.city = section.TextOr("city", "");
+    point.state = section.TextOr("state", "");
+    point.territory = section.TextOr("territory", point.territory.c_str());
+    point.intrastate = section.FlagOr("intrastate", point.intrastate);
+    return point;
 }
 
 std::vector<ShipmentLine> ReadLines(const Json& lines) {
@@ -115,40 +127,69 @@ Surcharge ReadSurcharge(const Section& section) {
 
 Shipment ReadShipmentJson(const Json& json) {
     const Section section(json, "");
-    section.AllowOnly({"description", "origin", "destination", "lines", "tariff", "factor",
-                       "discount", "surcharge"});
+    section.AllowOnly({"description", "origin", "destination", "lines", "tariff", "profile",
+                       "factor", "discount", "surcharge", "service_guide"});
     Shipment shipment;
     shipment.description = section.TextOr("description", "");
     shipment.origin = ReadPoint(section.Child("origin"));
     shipment.destination = ReadPoint(section.Child("destination"));
     shipment.lines = ReadLines(section.Require("lines"));
     if (section.Has("tariff")) shipment.tariff = section.Text("tariff");
+    if (section.Has("profile")) shipment.profile = section.Text("profile");
+    shipment.service_guide = section.FlagOr("service_guide", false);
     if (section.Has("factor")) shipment.factor = section.NumberOr("factor", 1);
     if (section.Has("discount")) shipment.discount = ReadDiscount(section.Child("discount"));
     if (section.Has("surcharge")) shipment.surcharge = ReadSurcharge(section.Child("surcharge"));
     return shipment;
 }
 
-void EnterTerms(const Shipment& shipment, RateContext& context) {
-    if (shipment.tariff) {
-        SetText(context.TariffName, "tariff", *shipment.tariff);
-        // A tariff that is named is not looked up.
-        context.NameTablesLoaded = 'N';
+template <std::size_t ZipSize, std::size_t CitySize, std::size_t StateSize>
+void EnterPlace(const Point& point, const std::string& name, char (&zip)[ZipSize],
+                char (&city)[CitySize], char (&state)[StateSize]) {
+    SetText(zip, name + ".zip", point.zip);
+    SetText(city, name + ".city", point.city);
+    SetText(state, name + ".state", point.state);
+    RequireRoom(name + ".territory", point.territory, 1);
+}
+
+char Letter(const std::string& text) {
+    return text.empty() ? ' ' : text.front();
+}
+
+/// A percentage or amount as the record's texts hold it.
+template <std::size_t Size>
+void SetNumber(char (&field)[Size], std::string_view what, double value) {
+    SetText(field, what, fmt::format("{:.2f}", value));
+}
+
+/// Switches the entered values on, over what profile and defaults say.
+void EnterDiscount(const Discount& discount, RateContext& context) {
+    context.DiscountOn = 1;
+    context.Profile.DiscModeP = 1;
+    SetNumber(context.EntryDiscountPercent, "discount.percent", discount.percent);
+    SetNumber(context.EntryFlatPercent, "discount.flat_percent", discount.flat_percent);
+    SetNumber(context.EntryFloor, "discount.floor", discount.floor);
+}
+
+void EnterSurcharge(const Surcharge& surcharge, RateContext& context) {
+    context.SurchargeOn = 1;
+    context.DefFactorLow = static_cast<float>(surcharge.low_percent);
+    context.DefFactorHigh = static_cast<float>(surcharge.high_percent);
+    SetText(context.DefBreakIndex, "surcharge.break_index", std::to_string(surcharge.break_index));
+}
+
+/// The discounts that the user enters have limits of their own, with the library's messages.
+void CheckDiscount(const Discount& discount) {
+    constexpr int32_t kDiscountTooHigh = 118;
+    constexpr int32_t kFloorTooHigh = 119;
+    const auto in_range = [](double value, double highest) {
+        return value >= 0 && value <= highest;
+    };
+    if (!in_range(discount.percent, 99.99) || !in_range(discount.flat_percent, 99.99)) {
+        throw Refused("discount: " + Describe(kDiscountTooHigh));
     }
-    if (shipment.factor) context.RateFactor = *shipment.factor;
-    context.DiscountOn = shipment.discount ? 1 : 0;
-    const Discount discount = shipment.discount.value_or(Discount{});
-    context.DiscountFlatPercent = discount.flat_percent;
-    context.DiscountFloor = discount.floor;
-    for (std::size_t i = 0; i < std::size(context.DiscountBreakPercent); ++i) {
-        context.DiscountBreakPercent[i] = discount.percent;
-    }
-    if (shipment.surcharge) {
-        context.SurchargeOn = 1;
-        context.DefFactorLow = shipment.surcharge->low_percent;
-        context.DefFactorHigh = shipment.surcharge->high_percent;
-        SetText(context.DefBreakIndex, "surcharge.break_index",
-                std::to_string(shipment.surcharge->break_index));
+    if (!in_range(discount.floor, 999.99)) {
+        throw Refused("discount.floor: " + Describe(kFloorTooHigh));
     }
 }
 
@@ -167,18 +208,24 @@ Shipment ReadShipment(const std::filesystem::path& path) {
 }
 
 void EnterShipment(const Shipment& shipment, RateContext& context) {
-    SetText(context.OrigZip, "origin.zip", shipment.origin.zip);
-    SetText(context.OrigCity, "origin.city", shipment.origin.city);
-    SetText(context.OrigState, "origin.state", shipment.origin.state);
-    SetText(context.DestZip, "destination.zip", shipment.destination.zip);
-    SetText(context.DestCity, "destination.city", shipment.destination.city);
-    SetText(context.DestState, "destination.state", shipment.destination.state);
+    const Point& origin = shipment.origin;
+    const Point& destination = shipment.destination;
+    EnterPlace(origin, "origin", context.OrigZip, context.OrigCity, context.OrigState);
+    EnterPlace(destination, "destination", context.DestZip, context.DestCity, context.DestState);
+    context.OrigTerritory = Letter(origin.territory);
+    context.DestTerritory = Letter(destination.territory);
+    context.OrigIntrastate = origin.intrastate ? 'Y' : 'N';
     for (std::size_t i = 0; i < shipment.lines.size(); ++i) {
         const std::string name = fmt::format("lines[{}]", i);
         SetText(context.LineClass[i], name + ".class", shipment.lines[i].class_code);
         SetText(context.LineWeight[i], name + ".weight", std::to_string(shipment.lines[i].weight));
     }
-    EnterTerms(shipment, context);
+    if (shipment.factor) context.RateFactor = static_cast<float>(*shipment.factor);
+    if (shipment.discount) {
+        CheckDiscount(*shipment.discount);
+        EnterDiscount(*shipment.discount, context);
+    }
+    if (shipment.surcharge) EnterSurcharge(*shipment.surcharge, context);
 }
 
 }  // namespace cwt

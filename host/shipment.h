@@ -13,7 +13,9 @@ namespace cwt {
 struct Point {
     std::string zip;
     std::string city;
-    std::string state;
+    std::string state;            ///< Empty: that of the postal code.
+    std::string territory = "B";  ///< Served as origin and as destination.
+    bool intrastate = true;       ///< Shipments within the state are served from here.
 };
 
 struct ShipmentLine {
@@ -21,16 +23,17 @@ struct ShipmentLine {
     int weight = 0;  ///< Pounds.
 };
 
+/// Values that the user enters for one shipment.
 struct Discount {
-    float percent = 0;  ///< At every weight break.
-    float flat_percent = 0;
-    float floor = 0;  ///< Dollars.
+    double percent = 0;  ///< At every weight break.
+    double flat_percent = 0;
+    double floor = 0;  ///< Dollars.
 };
 
 struct Surcharge {
-    float low_percent = 0;   ///< Below the surcharge break.
-    float high_percent = 0;  ///< From the surcharge break on.
-    int break_index = 0;     ///< Of the tariff's weight breaks, from 0.
+    double low_percent = 0;   ///< Below the surcharge break.
+    double high_percent = 0;  ///< From the surcharge break on.
+    int break_index = 0;      ///< Of the tariff's weight breaks, from 0.
 };
 
 struct Shipment {
@@ -39,15 +42,17 @@ struct Shipment {
     Point destination;
     std::vector<ShipmentLine> lines;
     std::optional<std::string> tariff;
-    std::optional<float> factor;
+    std::optional<std::string> profile;
+    std::optional<double> factor;
     std::optional<Discount> discount;
     std::optional<Surcharge> surcharge;
+    bool service_guide = false;  ///< Ask for terminals and service codes.
 };
 
 /// Reads and checks a file. Throws Broken with the name of what is wrong.
 Shipment ReadShipment(const std::filesystem::path& path);
 
-/// Writes a shipment into the record of a run.
+/// Writes the points, lines and terms of a shipment into the record of a run.
 void EnterShipment(const Shipment& shipment, RateContext& context);
 
 }  // namespace cwt

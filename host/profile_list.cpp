@@ -1,0 +1,100 @@
+#include "profile_list.h"
+
+#include <fmt/core.h>
+#include <hundredweight/exports.h>
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "failure.h"
+#include "field_text.h"
+
+namespace cwt {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr std::size_t kBreaks = 9;
+constexpr std::size_t kValuesInSet = 11;
+constexpr int32_t kMostZipDiscounts = 150;
+
+Broken Failure(const Sources& sources, const RateContext& context) {
+    return Broken(fmt::format("{}: {}", sources.data.string(), Describe(context.ErrorCode)));
+}
+
+Json ClassMap(const ProfileRecord& profile) {
+    Json map = Json::array();
+    for (const auto& rated_as : profile.ClassMap) map.push_back(TextOf(rated_as));
+    return map;
+}
+
+/// One of the two sets of break percentages, flat percentage and floor.
+Json DiscountSet(const ProfileRecord& profile, std::size_t set) {
+    const auto value = [&](std::size_t i) {
+        return +profile.DiscountValues[set * kValuesInSet + i];
+    };
+    Json breaks = Json::array();
+    for (std::size_t i = 0; i < kBreaks; ++i) breaks.push_back(value(i));
+    return {{"break_percent", breaks}, {"flat_percent", value(9)}, {"floor", value(10)}};
+}
+
+Json ZipDiscounts(const ProfileRecord& profile) {
+    Json records = Json::array();
+    const int32_t count = std::clamp(+profile.ZipDiscountCount, 0, kMostZipDiscounts);
+    for (int32_t i = 0; i < count; ++i) {
+        const ZipDiscountRecord& record = profile.ZipDiscounts[i];
+        records.push_back({{"origin_from", TextOf(record.OrigLow)},
+                           {"origin_to", TextOf(record.OrigHigh)},
+                           {"destination_from", TextOf(record.DestLow)},
+                           {"destination_to", TextOf(record.DestHigh)},
+                           {"flat_percent", TextOf(record.FlatPercent)},
+                           {"floor", TextOf(record.Floor)}});
+    }
+    return records;
+}
+
+}  // namespace
+
+std::vector<std::string> ProfileNames(const Sources& sources) {
+    TariffSet set(sources);
+    RateContext& context = set.context();
+    const int32_t count = GetProfileSize(&context);
+    if (context.ErrorCode != 0) throw Failure(sources, context);
+    std::vector<std::string> names;
+    for (int32_t i = 0; i < count; ++i) {
+        char name[sizeof context.Profile.ProfileName];
+        if (GetProfileKey(&context, i, name) == 0) throw Failure(sources, context);
+        names.push_back(TextOf(name));
+    }
+    return names;
+}
+
+Json ShowProfile(const Sources& sources, const std::string& name) {
+    TariffSet set(sources);
+    RateContext& context = set.context();
+    SetText(context.Profile.ProfileName, "profile", name);
+    if (GetProfileRecord(&context) == 0) throw Failure(sources, context);
+    const ProfileRecord& profile = context.Profile;
+    return {{"name", TextOf(profile.ProfileName)},
+            {"class_map_on", profile.ClassMapOn != 0},
+            {"class_map", ClassMap(profile)},
+            {"surcharge_on", profile.SavedSurchargeOn != 0},
+            {"surcharge_low_percent", +profile.SavedFactorLow},
+            {"surcharge_high_percent", +profile.SavedFactorHigh},
+            {"entered_discounts", profile.DiscModeP != 0},
+            {"discount_file_groups", profile.DiscModeC != 0},
+            {"zip_range_discounts", profile.DiscModeZ != 0},
+            {"discounts", Json::array({DiscountSet(profile, 0), DiscountSet(profile, 1)})},
+            {"zip_ranges", ZipDiscounts(profile)}};
+}
+
+std::string ProfileText(const Json& profile) {
+    std::string text;
+    for (const auto& [name, value] : profile.items()) {
+        text += fmt::format("{:<24}{}\n", name,
+                            value.is_string() ? value.get<std::string>() : value.dump());
+    }
+    return text;
+}
+
+}  // namespace cwt

@@ -2,19 +2,23 @@
 
 #include <cstdio>
 
+#include "platform/path.h"
+
 namespace hundredweight::platform {
 namespace {
 
 constexpr int kAttempts = 100;
 
-/// Writes a temporary beside a path; its name is in `temporary` afterwards.
+/// Writes a temporary in a path's directory; its name is in `temporary` afterwards. The name is no
+/// longer than that of any file that is written, so that it fits where the file's own does.
 template <std::size_t Size>
 WriteOutcome WriteBeside(const char* path, const void* content, std::size_t size,
                          char (&temporary)[Size]) {
+    const PathParts parts = SplitPathParts(path);
+    const auto directory = static_cast<int>(parts.drive.size() + parts.directory.size());
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        std::snprintf(temporary, Size, "%s.%d", path, attempt);
-        if (FileExists(temporary)) continue;
-        return WriteNewFile(temporary, content, size);
+        std::snprintf(temporary, Size, "%.*sHWT%d", directory, path, attempt);
+        if (!FileExists(temporary)) return WriteNewFile(temporary, content, size);
     }
     return WriteOutcome::kNotCreated;
 }

@@ -81,23 +81,38 @@ PathText PathBeside(std::string_view path, std::string_view file_name) {
     return PathText(path.substr(0, directory)).Append(file_name);
 }
 
+/// Converts all records of a file of the older layout.
+Block<> ConvertRecords(const WholeFile& options, std::size_t count) {
+    Block<> converted = AllocateBlock(count * kRecordSize);
+    for (std::size_t i = 0; converted && i < count; ++i) {
+        ConvertRecord(options.block.get() + i * kOldRecordSize, converted.get() + i * kRecordSize);
+    }
+    return converted;
+}
+
 /// Replaces an option file of the older layout and keeps it as a backup. Result: false, and the
 /// file as it was, when that cannot be finished.
 bool Convert(const PathText& path, const WholeFile& options) {
     const PathText temporary = PathBeside(path, kTemporaryFile);
     const PathText backup = PathBeside(path, kBackupFile);
+    if (temporary.empty() || backup.empty()) return false;
     const auto old_size = static_cast<std::size_t>(options.length);
     const std::size_t count = old_size / kOldRecordSize;
-    const Block<> converted = AllocateBlock(count * kRecordSize);
-    if (temporary.empty() || backup.empty() || !converted) return false;
-    for (std::size_t i = 0; i < count; ++i) {
-        ConvertRecord(options.block.get() + i * kOldRecordSize, converted.get() + i * kRecordSize);
-    }
+    const Block<> converted = ConvertRecords(options, count);
+    if (!converted) return false;
     using platform::WriteOutcome;
-    return platform::ReplaceFile(backup.c_str(), options.block.get(), old_size) ==
-               WriteOutcome::kWritten &&
-           platform::ReplaceFileThrough(temporary.c_str(), path.c_str(), converted.get(),
-                                        count * kRecordSize) == WriteOutcome::kWritten;
+    platform::RemoveFile(temporary.c_str());
+    const bool written = platform::WriteNewFile(temporary.c_str(), converted.get(),
+                                                count * kRecordSize) == WriteOutcome::kWritten;
+    if (!written) return false;
+    // The earlier backup is given up when the new content is safe.
+    if (platform::ReplaceFile(backup.c_str(), options.block.get(), old_size) ==
+            WriteOutcome::kWritten &&
+        platform::RenameOver(temporary.c_str(), path.c_str())) {
+        return true;
+    }
+    platform::RemoveFile(temporary.c_str());
+    return false;
 }
 
 /// The whole file when its length may be that of the older layout; nothing when it is not.

@@ -4,12 +4,12 @@
 #include <iterator>
 #include <string_view>
 
-#include "frame/block.h"
 #include "frame/bounds.h"
 #include "frame/failure.h"
 #include "frame/text.h"
 #include "platform/replace_file.h"
 #include "profiles/profile_directory.h"
+#include "tariff/whole_file.h"
 
 namespace hundredweight {
 namespace {
@@ -36,44 +36,30 @@ void MoveLeadingStatesBack(ProfileRecord& profile, std::size_t zip_length) {
     std::rotate(first, first_range, last);
 }
 
-/// All profiles of a file.
-struct Profiles {
-    Block<ProfileRecord> records;  ///< Null when one cannot be read in full.
-    int32_t count = 0;
-
-    std::size_t size() const { return static_cast<std::size_t>(count) * kProfileSize; }
-};
-
-Profiles ReadProfiles(const PathText& path) {
-    Profiles profiles;
+/// The whole profile file; it is closed before it is replaced.
+WholeFile ReadProfiles(const PathText& path) {
     const OpenFile file = OpenForUpdate(path);
-    if (!file) return profiles;
-    profiles.count = CountProfiles(file);
-    profiles.records = AllocateBlock<ProfileRecord>(profiles.size());
-    if (profiles.records && platform::ReadBytes(file.handle(), profiles.records.get(),
-                                                profiles.size()) < profiles.size()) {
-        profiles.records.reset();
-    }
-    return profiles;
+    return file ? ReadWholeFile(file) : WholeFile{};
 }
 
 bool ConvertProfiles(const RateContext& context, const PathText& path) {
     const PathText temporary = ProfilePath(context, kTemporaryFile);
-    const Profiles profiles = ReadProfiles(path);
-    if (temporary.empty() || !profiles.records) return false;
+    const WholeFile file = ReadProfiles(path);
+    if (temporary.empty() || file.outcome != LoadOutcome::kLoaded) return false;
+    auto* const profiles = reinterpret_cast<ProfileRecord*>(file.block.get());
+    const int32_t count = file.length / kProfileSize;
     const std::size_t zip_length = context.ZipLength[0] == '3' ? 3 : 5;
-    for (int32_t i = 0; i < profiles.count; ++i) {
-        MoveLeadingStatesBack(profiles.records.get()[i], zip_length);
-    }
-    return platform::ReplaceFileThrough(temporary.c_str(), path.c_str(), profiles.records.get(),
-                                        profiles.size()) == platform::WriteOutcome::kWritten;
+    for (int32_t i = 0; i < count; ++i) MoveLeadingStatesBack(profiles[i], zip_length);
+    return platform::ReplaceFileThrough(temporary.c_str(), path.c_str(), profiles,
+                                        static_cast<std::size_t>(count) * kProfileSize) ==
+           platform::WriteOutcome::kWritten;
 }
 
 }  // namespace
 
 int32_t ConvertProfileFile(RateContext& context) {
     const PathText marker = ProfilePath(context, kMarkerFile);
-    if (OpenForUpdate(marker)) return 1;
+    if (OpenForReading(marker)) return 1;
     if (!ConvertProfiles(context, ProfilePath(context, kProfileFile))) {
         return Fail(context, kCannotPrepare);
     }

@@ -94,6 +94,7 @@ void HWT_CALL LoadProfileSettings(RateContext* context) {
 int32_t HWT_CALL LoadProfileZP6(RateContext* context) {
     if (context->SkipZipTablesFlag == 'Y') return 1;
     FreeBlockField(*context, HWT_FIELD(Zp6Table));
+    context->Zp6Count = 0;
     const bool own_table = context->Profile.DiscModeZ != 0 && context->DiscountOn != 0;
     if (own_table && ReadOwnZipTable(*context) == 1) return 1;
     return ReadTable(*context, kZp6Table);

@@ -22,14 +22,14 @@ InlineText<16> ShortName(const RateContext& context, std::string_view extension)
     return InlineText<16>(base_name).Append(extension);
 }
 
-OpenFile OpenPath(const PathText& path) {
+}  // namespace
+
+OpenFile OpenForReading(const PathText& path) {
     int64_t length = 0;
     const int16_t handle =
         path.empty() ? int16_t{-1} : platform::OpenForReading(path.c_str(), &length);
     return OpenFile(handle, length);
 }
-
-}  // namespace
 
 PathText PathInDataDir(const RateContext& context, std::string_view file_name) {
     return JoinPath(TerminatedText(context.DataDir), file_name);
@@ -40,12 +40,12 @@ PathText PathInUserDir(const RateContext& context, std::string_view file_name) {
 }
 
 OpenFile FindInDataDir(const RateContext& context, std::string_view file_name) {
-    return OpenPath(PathInDataDir(context, file_name));
+    return OpenForReading(PathInDataDir(context, file_name));
 }
 
 OpenFile FindDataFile(const RateContext& context, std::string_view extension) {
     if (extension == ".DIS") {
-        OpenFile file = OpenPath(SetPathInCurrentDir(context, extension));
+        OpenFile file = OpenForReading(SetPathInCurrentDir(context, extension));
         if (file) return file;
     }
     return FindInDataDir(context, ShortName(context, extension));
@@ -60,7 +60,7 @@ bool HasDataFile(const RateContext& context, std::string_view extension) {
 }
 
 OpenFile FindUserFile(const RateContext& context, std::string_view extension) {
-    OpenFile file = OpenPath(SetPathInUserDir(context, extension));
+    OpenFile file = OpenForReading(SetPathInUserDir(context, extension));
     if (file) return file;
     return FindInDataDir(context, ShortName(context, extension));
 }

@@ -42,6 +42,9 @@ class OpenFile {
     int64_t length_;
 };
 
+/// Opens a file of a path, which may be empty.
+OpenFile OpenForReading(const PathText& path);
+
 /// Opens the set's file of an extension such as ".ZP6" in DataDir; ".DIS" is looked for in the
 /// current directory first. No code is stored.
 OpenFile FindDataFile(const RateContext& context, std::string_view extension);

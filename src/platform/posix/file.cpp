@@ -34,11 +34,6 @@ Directory OpenDirectoryOf(std::string_view path) {
     return Directory(opendir(name));
 }
 
-bool IsRegularFile(DIR* directory, const char* name) {
-    struct stat status = {};
-    return fstatat(dirfd(directory), name, &status, 0) == 0 && S_ISREG(status.st_mode);
-}
-
 /// Opens a name of a directory. O_NONBLOCK keeps a pipe with a data file's name from stopping the
 /// host; it changes nothing for regular files.
 int OpenExactly(int directory, const char* name, int access) {
@@ -49,21 +44,44 @@ int OpenExactly(int directory, const char* name, int access) {
     return descriptor;
 }
 
-/// Opens the file of the same directory whose name differs from the path's in case alone, the
-/// first in byte order when there are several.
-int OpenIgnoringCase(std::string_view path, int access) {
-    const Directory directory = OpenDirectoryOf(path);
-    if (!directory) return -1;
-    const std::string_view name = path.substr(path.rfind('/') + 1);
-    char found[sizeof(dirent::d_name)] = "";
-    while (const dirent* entry = readdir(directory.get())) {
-        if (!EqualIgnoringCase(entry->d_name, name)) continue;
-        if (found[0] != '\0' && std::strcmp(found, entry->d_name) < 0) continue;
-        if (IsRegularFile(directory.get(), entry->d_name)) std::strcpy(found, entry->d_name);
+std::string_view LastComponent(std::string_view path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+enum class Kind { kAnything, kRegularFile };
+
+bool IsOfKind(DIR* directory, const char* name, Kind kind) {
+    struct stat status = {};
+    return kind == Kind::kAnything ||
+           (fstatat(dirfd(directory), name, &status, 0) == 0 && S_ISREG(status.st_mode));
+}
+
+/// A name in a directory, empty for none.
+struct EntryName {
+    char text[sizeof(dirent::d_name)] = "";
+
+    bool empty() const { return text[0] == '\0'; }
+};
+
+/// The name that differs from the wanted one in case alone, the first in byte order when there are
+/// several.
+EntryName FindIgnoringCase(DIR* directory, std::string_view wanted, Kind kind) {
+    EntryName found;
+    if (directory == nullptr) return found;
+    while (const dirent* entry = readdir(directory)) {
+        if (!EqualIgnoringCase(entry->d_name, wanted)) continue;
+        if (!found.empty() && std::strcmp(found.text, entry->d_name) < 0) continue;
+        if (IsOfKind(directory, entry->d_name, kind)) std::strcpy(found.text, entry->d_name);
     }
-    if (found[0] != '\0') return OpenExactly(dirfd(directory.get()), found, access);
-    errno = ENOENT;
-    return -1;
+    return found;
+}
+
+int OpenIgnoringCase(const char* path, int access) {
+    const Directory directory = OpenDirectoryOf(path);
+    const EntryName found =
+        FindIgnoringCase(directory.get(), LastComponent(path), Kind::kRegularFile);
+    if (found.empty()) return -1;
+    return OpenExactly(dirfd(directory.get()), found.text, access);
 }
 
 int OpenPath(const char* path, int access) {
@@ -106,9 +124,15 @@ bool WriteBytes(int descriptor, const void* content, std::size_t size) {
     return true;
 }
 
-/// Makes a rename in a file's directory last.
-void SyncDirectoryOf(const char* path) {
-    if (const Directory directory = OpenDirectoryOf(path)) fsync(dirfd(directory.get()));
+bool ExistsExactly(const char* path) {
+    struct stat status = {};
+    return lstat(path, &status) == 0 || (errno != ENOENT && errno != ENOTDIR);
+}
+
+/// Gives a file the access rights of the one that it replaces.
+void CopyRights(const char* from, const char* to) {
+    struct stat status = {};
+    if (stat(from, &status) == 0) chmod(to, status.st_mode & 07777);
 }
 
 /// Creates a file of a name that nothing has yet.
@@ -133,10 +157,9 @@ int16_t OpenForUpdate(const char* path, int64_t* length) {
 }
 
 bool FileExists(const char* path) {
-    const int descriptor = OpenPath(path, O_PATH);
-    if (descriptor < 0) return errno != ENOENT && errno != ENOTDIR;
-    close(descriptor);
-    return true;
+    if (ExistsExactly(path)) return true;
+    const Directory directory = OpenDirectoryOf(path);
+    return !FindIgnoringCase(directory.get(), LastComponent(path), Kind::kAnything).empty();
 }
 
 std::FILE* OpenStreamForReading(const char* path) {
@@ -177,15 +200,26 @@ WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t siz
 }
 
 bool RenameOver(const char* from, const char* to) {
+    const Directory directory = OpenDirectoryOf(to);
+    // Where case does not tell, a file of the name in other letters is the one that is replaced.
+    EntryName other_case;
+    if (!ExistsExactly(to)) {
+        other_case = FindIgnoringCase(directory.get(), LastComponent(to), Kind::kRegularFile);
+    }
+    CopyRights(to, from);
     if (rename(from, to) != 0) return false;
-    SyncDirectoryOf(to);
+    if (!other_case.empty()) unlinkat(dirfd(directory.get()), other_case.text, 0);
+    if (directory) fsync(dirfd(directory.get()));
     return true;
 }
 
 bool RenameUnlessExists(const char* from, const char* to) {
-    if (link(from, to) != 0) return false;
-    unlink(from);
-    SyncDirectoryOf(to);
+    if (renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) != 0) {
+        // Some file systems know the one way, some the other.
+        if (errno == EEXIST || link(from, to) != 0) return false;
+        unlink(from);
+    }
+    if (const Directory directory = OpenDirectoryOf(to)) fsync(dirfd(directory.get()));
     return true;
 }
 

@@ -119,7 +119,7 @@ void RemoveFile(const char* path) {
     DeleteFileA(path);
 }
 
-bool IsSeparator(char character) {
+bool IsSeparator(char character) { return character == '\\'; }
     return character == '\'; }
 
 }  // namespace hundredweight::platform

@@ -119,7 +119,8 @@ void RemoveFile(const char* path) {
     DeleteFileA(path);
 }
 
-bool IsSeparator(char character) { return character == '\\'; }
-    return character == '\'; }
+bool IsSeparator(char character) {
+    return character == '\\';
+}
 
 }  // namespace hundredweight::platform

@@ -1,9 +1,12 @@
-/** How a host and the library are compiled to fit together: calling convention, linkage, packing.
+/**
+ * How a host and the library are compiled to fit together: calling convention, linkage, and the
+ * named fields that overlay a record's bytes.
  */
 #ifndef HUNDREDWEIGHT_ABI_H
 #define HUNDREDWEIGHT_ABI_H
 
-/** Calling convention of every exported function and of every partner library's entry point. */
+/** Calling convention of every exported function and of every partner library's entry point:
+ *  stdcall on 32-bit Windows, the platform's own elsewhere. */
 #if defined(_WIN32) && !defined(_WIN64)
 #define HWT_CALL __stdcall
 #else

@@ -1,4 +1,4 @@
-/** Records that belong to the host and that single functions read or fill. */
+/** Records that belong to the host and that single functions read or fill; packed. */
 #ifndef HUNDREDWEIGHT_HOST_RECORDS_H
 #define HUNDREDWEIGHT_HOST_RECORDS_H
 
@@ -7,21 +7,28 @@
 /* clang-format off */
 #pragma pack(push, 1)
 
-/** Discount groups as LoadDiscounts copies them for the host. */
+/** The discount file's four groups as LoadDiscounts copies them for the host: 1411 bytes. */
 typedef struct HostDiscountTable {
-  char HostBytes[1233];
-  int16_t TableType;         /**< Set by the host: 1 = one percentage per group. */
+  char HostBytes[1233];      /**< The host's own; neither read nor written. */
+  int16_t TableType;         /**< Host input: 1 = one percentage per group, its first. */
   struct {
-    float Floor;             /**< Minimum charge. */
+    float Floor;             /**< Minimum charge in dollars. */
+    /** Flat percentage; of type 1 the group's first percentage, or group 0's for all groups when
+     *  DisGroupSelector is '1'. */
     float FlatPercent;
-    float BreakPercent[9];   /**< Percentage per weight break. */
+    /** Percentage per weight break; of type 1 the first for all. An entry stays as it was when the
+     *  discount file has no such weight column, or one that begins below the tariff's break. */
+    float BreakPercent[9];
   } Groups[4];
 } HostDiscountTable;
 
-/** One named set of the host's options, as ReadFendroOpt returns it: 1797 bytes. */
+/** One named set of the host's options, as ReadFendroOpt returns it: 1797 bytes. The members named
+ *  for the byte that they begin at are the host's to interpret: single characters (OptionByte),
+ *  bytes (OptionBlock), texts as wide as a path (OptionText) and numbers (OptionValue). The library
+ *  only moves them to their places from a file of the older layout. */
 typedef struct OptionRecord {
-  int32_t LayoutMarker;      /**< 1 in a converted record. */
-  char OptName[25];          /**< Name and key, terminated. */
+  int32_t LayoutMarker;      /**< 1 in a record converted from the older layout. */
+  char OptName[25];          /**< Name and key, terminated; white space at its end is removed. */
   char OptionByte29;
   char OptionBlock30[175];
   char OptionBlock205[6];

@@ -1,6 +1,6 @@
 /**
  * What a host owns on Windows and is lent elsewhere: message boxes, the quit message, and the
- * loading of partner libraries.
+ * loading of partner libraries. Texts are terminated.
  */
 #ifndef HUNDREDWEIGHT_PLATFORM_H
 #define HUNDREDWEIGHT_PLATFORM_H
@@ -12,27 +12,33 @@
 extern "C" {
 #endif
 
-/** Shows a box of a Windows style (0x10 error, 0x30 warning, 0x24 question) and returns the button
- *  that closed it: 1 OK, 6 Yes, 7 No, 0 when it could not be shown. */
+/** Shows a box and waits until the user closes it. The owner is the window that owns the box, or
+ *  null; the texts hold during the call. The style is a Windows style: 0x10 an error, 0x30 a
+ *  warning, each with an OK button, 0x24 a question with Yes and No, 0 a plain text with OK.
+ *  Result: the button that closed it, 1 OK, 6 Yes, 7 No; 0 when it could not be shown. */
 typedef int32_t (*MessageBoxHandler)(void* owner, const char* text, const char* caption,
                                      uint32_t style);
-/** Ends the host's message loop with an exit code. */
+/** Ends the host's message loop; the argument is the exit code. */
 typedef void (*QuitHandler)(int32_t code);
 
 #if !defined(_WIN32)
-/** Installs the host's message box; null restores the default, which writes the text to standard
- *  error and counts as not shown. */
+/** Installs the host's message box, for the whole process; null restores the default, which writes
+ *  caption and text to standard error and counts as not shown. */
 HWT_API void SetMessageBoxHandler(MessageBoxHandler handler);
-/** Installs the host's way to quit; null restores the default, which does nothing. */
+/** Installs the host's way to quit, for the whole process; null restores the default, which does
+ *  nothing. */
 HWT_API void SetQuitHandler(QuitHandler handler);
 #endif
 
 /** Loads a partner library: a path, or a bare name such as "tolvex" that is looked for beside this
- *  library and where the system looks. Result: the module for RateContext.EngineModule, or null. */
+ *  library and where the system looks. Result: the module for RateContext.EngineModule or
+ *  ServiceGuideModule, which the host gives to UnloadPartnerLibrary at the end; or null. */
 HWT_API void* LoadPartnerLibrary(const char* name);
-/** Why the last LoadPartnerLibrary of this thread failed. */
+/** Why the last LoadPartnerLibrary that failed on this thread did; empty when none has. Result: a
+ *  text of the library's own, valid until the next failure on this thread. */
 HWT_API const char* PartnerLibraryError(void);
-/** Unloads what LoadPartnerLibrary returned; null is allowed. */
+/** Unloads what LoadPartnerLibrary returned; null is allowed. The partner must have been ended
+ *  (EndTolvexdll, EndSGdll) and must not be called again. */
 HWT_API void UnloadPartnerLibrary(void* module);
 
 #ifdef __cplusplus

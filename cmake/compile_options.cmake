@@ -9,6 +9,8 @@ target_compile_options(hwt_compile_options INTERFACE
     $<$<EQUAL:${CMAKE_SIZEOF_VOID_P},4>:-msse2;-mfpmath=sse>
     # g++ 12 takes the appending of a short text for an overlapping copy.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+# Files may be longer than 2 GiB on 32-bit systems too.
+target_compile_definitions(hwt_compile_options INTERFACE _FILE_OFFSET_BITS=64)
 if(HWT_SANITIZE)
     target_compile_options(hwt_compile_options INTERFACE
         -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all

@@ -46,7 +46,7 @@ int32_t ReadClsFile(RateContext& context) {
     const OpenFile file = FindDataFile(context, ".CLS");
     if (!file) return Fail(context, kCannotOpenClasses);
     char codes[kClassSlots * kClassLength];
-    const std::size_t length = platform::ReadBytes(file.handle(), codes, sizeof codes);
+    const std::size_t length = file.ReadHead(codes, sizeof codes);
     const std::size_t whole = length / kClassLength;
     for (std::size_t i = 0; i < whole; ++i) {
         PutClass(context.ClassTable[i], codes + i * kClassLength, kClassLength);
@@ -66,8 +66,7 @@ int32_t HWT_CALL ReadWgtFile(RateContext* context) {
     const OpenFile file = FindDataFile(*context, ".WGT");
     if (!file) return Fail(*context, kCannotOpenWeights);
     const std::size_t count =
-        platform::ReadBytes(file.handle(), context->WgtRecords, sizeof context->WgtRecords) /
-        sizeof(WgtRecord);
+        file.ReadHead(context->WgtRecords, sizeof context->WgtRecords) / sizeof(WgtRecord);
     if (count < kWeightRecords) context->ErrorCode = kCannotReadWeights;
     for (std::size_t i = 0; i < count; ++i) {
         WgtRecord record;

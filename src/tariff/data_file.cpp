@@ -61,7 +61,8 @@ bool HasDataFile(const RateContext& context, std::string_view extension) {
 
 OpenFile FindUserFile(const RateContext& context, std::string_view extension) {
     OpenFile file = OpenForReading(SetPathInUserDir(context, extension));
-    if (file) return file;
+    const bool one_directory = TerminatedText(context.UserDir) == TerminatedText(context.DataDir);
+    if (file || one_directory) return file;
     return FindInDataDir(context, ShortName(context, extension));
 }
 

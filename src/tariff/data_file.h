@@ -3,6 +3,7 @@
 
 #include <hundredweight/rate_context.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -29,6 +30,14 @@ class OpenFile {
     int handle() const { return handle_; }
     /// Bytes when it was opened.
     int64_t length() const { return length_; }
+
+    /// Reads up to `size` bytes of a file just opened, asking for no more than it has. Result:
+    /// bytes read.
+    std::size_t ReadHead(void* to, std::size_t size) const {
+        const auto held = static_cast<uint64_t>(length_);
+        const auto wanted = static_cast<std::size_t>(std::min<uint64_t>(size, held));
+        return platform::ReadBytes(handle_, to, wanted);
+    }
 
     /// Hands the handle over to a field of the record.
     int32_t Release() {

@@ -37,8 +37,7 @@ int32_t ReadAccFile(RateContext& context) {
     const OpenFile file = FindDataFile(context, ".ACC");
     if (!file) return Fail(context, kCannotOpenAcc);
     const std::size_t count =
-        platform::ReadBytes(file.handle(), context.AccRecords, sizeof context.AccRecords) /
-        kAccRecordSize;
+        file.ReadHead(context.AccRecords, sizeof context.AccRecords) / kAccRecordSize;
     std::memset(context.Acc232Index, -1, sizeof context.Acc232Index);
     std::memset(context.Acc218Index, -1, sizeof context.Acc218Index);
     if (count == 0) return Fail(context, kCannotReadAcc);
@@ -61,7 +60,7 @@ int32_t ReadAdjFile(RateContext& context) {
     const auto size =
         static_cast<std::size_t>(std::min<int64_t>(file.length(), kAdjCapacity * kAdjRecordSize));
     const Block<char> records = AllocateBlock<char>(size);
-    if (!records || platform::ReadBytes(file.handle(), records.get(), size) < size) {
+    if (!records || file.ReadHead(records.get(), size) < size) {
         return Fail(context, kCannotReadAdj);
     }
     for (std::size_t at = 0; at < size; at += kAdjRecordSize) {

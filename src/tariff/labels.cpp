@@ -85,8 +85,7 @@ int32_t ReadTblFile(RateContext& context) {
     const OpenFile file = FindDataFile(context, ".TBL");
     if (!file) return Fail(context, kCannotOpenTbl);
     TblRecord records[kTableNames];
-    const std::size_t count =
-        platform::ReadBytes(file.handle(), records, sizeof records) / sizeof(TblRecord);
+    const std::size_t count = file.ReadHead(records, sizeof records) / sizeof(TblRecord);
     for (std::size_t i = 0; i < count; ++i) {
         FillField(context.TableNames[i], '\0');
         CopyText(context.TableNames[i], TerminatedText(records[i].Name));

@@ -35,8 +35,7 @@ static_assert(HWT_FIELD(BscBlock1) + kBsc.size == HWT_FIELD(BseBody));
 
 int32_t ReadRecordFrom(RateContext& context, const SingleRecord& facts, OpenFile file) {
     if (!file) return FailWith(context, facts.open_code);
-    if (platform::ReadBytes(file.handle(), FieldAt(context, facts.field), facts.size) <
-        facts.size) {
+    if (file.ReadHead(FieldAt(context, facts.field), facts.size) < facts.size) {
         return FailWith(context, facts.read_code);
     }
     if (facts.handle != kNoField) StoreHandle(context, facts.handle, std::move(file));

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "reference/samples/file_contents.h"
+#include "reference/samples/profile_file.h"
 #include "reference/samples/service_guide_files.h"
 
 namespace hundredweight::samples {
@@ -33,6 +34,10 @@ void WriteServiceGuideData(const std::filesystem::path& directory) {
     WriteFiles(directory, ServiceGuideFiles());
 }
 
+void WriteProfiles(const std::filesystem::path& directory) {
+    WriteFiles(directory, ProfileFiles());
+}
+
 void WriteShipments(const std::filesystem::path& directory) {
     WriteFiles(directory, Shipments());
 }
@@ -41,6 +46,7 @@ void WriteSampleData(const std::filesystem::path& directory) {
     WriteTariffSet(directory);
     WriteEngineData(directory);
     WriteServiceGuideData(directory);
+    WriteProfiles(directory);
     WriteShipments(directory / "shipments");
 }
 

@@ -28,6 +28,8 @@ struct SetOptions {
 void WriteTariffSet(const std::filesystem::path& directory, const SetOptions& options = {});
 void WriteEngineData(const std::filesystem::path& directory);
 void WriteServiceGuideData(const std::filesystem::path& directory);
+/// PROFILE.FIL, as a user would keep it.
+void WriteProfiles(const std::filesystem::path& directory);
 /// One JSON file per shipment.
 void WriteShipments(const std::filesystem::path& directory);
 /// All of them in the directory, the shipments in "shipments" below it.

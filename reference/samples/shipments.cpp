@@ -1,4 +1,5 @@
 #include <nlohmann/json.hpp>
+#include <string>
 #include <vector>
 
 #include "reference/samples/file_contents.h"
@@ -29,7 +30,7 @@ struct Shipment {
     const char* description;
     Json origin;
     Json destination;
-    const char* tariff;
+    std::string tariff;  ///< Empty: the set names it.
     std::vector<Line> lines;
     Json terms = Json::object();
 };
@@ -75,6 +76,12 @@ std::vector<Shipment> SampleShipments() {
          kLosAngeles, kNewYork, "SMPLWIDE", {{"70", 1000}}},
         {"15-unknown-class", "Refused: there is no class 72",
          kAtlanta, kChicago, "SMPLNATL", {{"72", 1000}}},
+        {"16-whole-road", "The set names the tariff, the guide the terminals, a profile the discount",
+         kNewYork, kAtlanta, "", {{"100", 1250}, {"70", 300}},
+         {{"profile", "Northeast"}, {"service_guide", true}}},
+        {"17-many-faults", "Refused: a postal code and two lines are wrong",
+         kAtlanta, Point("6060A", "Chicago", "IL"), "SMPLNATL",
+         {{"71", 500}, {"70", 900}, {"FAK9", 100}}},
     };
 }
 // clang-format on
@@ -83,11 +90,11 @@ Json ToJson(const Shipment& shipment) {
     Json json{{"description", shipment.description},
               {"origin", shipment.origin},
               {"destination", shipment.destination},
-              {"lines", Json::array()},
-              {"tariff", shipment.tariff}};
+              {"lines", Json::array()}};
     for (const Line& line : shipment.lines) {
         json["lines"].push_back({{"class", line.class_code}, {"weight", line.weight}});
     }
+    if (!shipment.tariff.empty()) json["tariff"] = shipment.tariff;
     json.update(shipment.terms);
     return json;
 }

@@ -40,8 +40,10 @@ bool CopyTemplate(const OpenFile& profiles, const PathText& path) {
 bool CreateFirstFile(RateContext& context, const PathText& path) {
     // What is there but cannot be opened is the user's, and is not touched.
     if (path.empty() || platform::FileExists(path.c_str())) return CannotPrepare(context);
-    const OpenFile profiles = OpenForUpdate(PathInDataDir(context, kProfileFile));
+    const PathText template_path = PathInDataDir(context, kProfileFile);
+    const OpenFile profiles = OpenForReading(template_path);
     if (profiles) return CopyTemplate(profiles, path) || CannotPrepare(context);
+    if (platform::FileExists(template_path.c_str())) return CannotPrepare(context);
     SetDefaultProfile(context);
     return CreateProfileFile(path, &context.Profile, kProfileSize) || CannotPrepare(context);
 }

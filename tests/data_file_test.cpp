@@ -1,0 +1,119 @@
+#include "tariff/data_file.h"
+
+#include <unistd.h>
+
+#include "support/failing_system.h"
+#include "support/table.h"
+
+namespace hundredweight {
+
+namespace fs = std::filesystem;
+
+struct DataFileTest : TariffTest {
+    /// What the file of an extension holds; "-" when it is not opened.
+    std::string Content(const char* extension) const {
+        const int16_t handle = OpenDataFile(context_, extension);
+        if (handle < 0) return "-";
+        char content[16];
+        const std::size_t size = platform::ReadBytes(handle, content, sizeof content);
+        platform::CloseFile(handle);
+        return {content, handle > 0 ? size : 0};
+    }
+};
+
+TEST_F(DataFileTest, NamesAreDirectoryBaseAndExtension) {
+    for (const auto& [on_disk, base, extension, opens] : Table<4>(
+             "ABC.ZP6 ABC .ZP6 1  ABC.ZP7 ABC .ZP6 0  ABC.LA ABC .LA_ 1  ABC.LA_ ABC .LA_ 0 "
+             "abc.Zp6 ABC .ZP6 1  EIGHTCHR.SC EIGHTCHR .SC_ 1  NINECHARS.SC NINECHARS .SC_ 0")) {
+        WriteFile(on_disk, "content");
+        PutText(context_.FileBase, base);
+        EXPECT_EQ(Content(extension.c_str()), opens == "1" ? "content" : "-") << on_disk;
+        fs::remove(directory_ / on_disk);
+    }
+    // Case is folded in the last component alone, and a directory is no data file.
+    PutText(context_.FileBase, "ABC");
+    WriteFile("ABC.ZP6", "exact");
+    WriteFile("abc.zp6", "folded");
+    EXPECT_EQ(Content(".ZP6"), "exact");
+    fs::create_directories(directory_ / "Set/ABC.COZ");
+    WriteFile("Set/ABC.ZP6", "other");
+    for (const auto& [name, content] : {std::pair{"SET/", "-"}, {"Set/", "other"}}) {
+        PutText(context_.DataDir, (directory_ / name).string());
+        EXPECT_EQ(Content(".ZP6"), content);
+    }
+    EXPECT_EQ(With(ReadCOZFile(&context_)), Outcome(0, 0));
+    EXPECT_EQ(With(OpenLevelFile(&context_, "ABC.COZ")), Outcome(0, 300));
+    const int input = dup(0);
+    close(0);
+    EXPECT_EQ(Content(".ZP6"), "other");  // Its handle is not the 0 that is free now.
+    dup2(input, 0);
+    close(input);
+}
+
+TEST_F(DataFileTest, APathHas259CharactersAtMost) {
+    WriteFile("ABC.COZ", "content");
+    for (const bool fits : {true, false}) {
+        std::string directory = directory_.string() + (directory_.string().size() % 2 ? "/" : "//");
+        while (directory.size() < 252) directory += "./";
+        PutText(context_.DataDir, directory + (fits ? "" : "/"));
+        EXPECT_EQ(ReadCOZFile(&context_), fits);
+        EXPECT_EQ(Told(context_, OpenLevelFile(&context_, "ABC.COZ")), fits ? "1:0" : "0:300");
+    }
+}
+
+TEST_F(DataFileTest, OnlyTheDiscountFileIsLookedForInTheCurrentDirectoryFirst) {
+    const fs::path before = fs::current_path();
+    fs::create_directory(directory_ / "current");
+    fs::current_path(directory_ / "current");
+    for (const std::string name : {"ABC.DIS", "ABC.ZP6"}) {
+        WriteFile(name, "data");
+        WriteFile("current/" + name, "current");
+    }
+    EXPECT_EQ(Content(".DIS") + Content(".ZP6"), "currentdata");
+    fs::remove("ABC.DIS");
+    EXPECT_EQ(Content(".DIS"), "data");
+    fs::current_path(before);
+}
+
+TEST_F(DataFileTest, TheLevelFileAndTheCozFileAreReadWhole) {
+    const std::string record = "123456782024013190";
+    const std::tuple<std::string, int32_t, const char*> rows[] = {
+        {Padded(record, 40, 'x'), 2, "01-31-2024"},
+        {record.substr(0, 16), 0, "01-31-2024"},
+        {record.substr(0, 15), 0, "##########"},
+        {"", 0, "##########"}};
+    for (const auto& [content, count, date] : rows) {
+        WriteFile("ABC.COZ", content);
+        FillField(context_.LevelFileDate, '#');
+        ASSERT_EQ(With(OpenLevelFile(&context_, "ABC.COZ")), Outcome(1, 0));
+        ASSERT_EQ(With(ReadCOZFile(&context_)), Outcome(1, 0));
+        EXPECT_EQ(+context_.LevelCount, count);
+        EXPECT_EQ(+context_.CozCount, content.size() / 6);
+        EXPECT_EQ(WholeField(context_.LevelFileDate), date);
+        ASSERT_TRUE(context_.LevelTable && context_.CozTable);
+        EXPECT_EQ(memcmp(context_.LevelTable, content.data(), content.size()), 0);
+        EXPECT_EQ(memcmp(context_.CozTable, content.data(), content.size()), 0);
+    }
+    fs::remove(directory_ / "ABC.COZ");  // A tariff set may do without.
+    context_.ErrorCode = 77;
+    EXPECT_EQ(With(ReadCOZFile(&context_)), Outcome(0, 77));
+    EXPECT_EQ(+context_.CozCount, 0);
+}
+
+TEST_F(DataFileTest, ShortMemoryAndBrokenFilesHaveTheirCodes) {
+    WriteFile("ABC.COZ", "abcdefABCDEF");
+    std::string told;
+    for (const bool memory_is_short : {true, false}) {
+        for (const bool level_file : {true, false}) {
+            const FailingMemory memory(memory_is_short ? 1 : 0);
+            const auto file = memory_is_short ? nullptr : std::make_unique<BrokenFile>();
+            const int32_t result =
+                level_file ? OpenLevelFile(&context_, "ABC.COZ") : ReadCOZFile(&context_);
+            told += Told(context_, result) + ' ';
+            EXPECT_FALSE(context_.LevelTable || context_.CozTable || context_.CozCount != 0);
+        }
+    }
+    EXPECT_EQ(told, "0:302 0:150 0:304 0:151 ");
+}
+
+}  // namespace hundredweight

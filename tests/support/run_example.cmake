@@ -1,0 +1,8 @@
+# Runs a host on fresh sample data and compares what it prints: CWT, EXAMPLE, DIRECTORY, EXPECTED.
+execute_process(COMMAND ${CWT} sample ${DIRECTORY} COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND ${EXAMPLE} ${DIRECTORY}/ OUTPUT_VARIABLE printed
+                COMMAND_ERROR_IS_FATAL ANY)
+file(READ ${EXPECTED} expected)
+if(NOT printed STREQUAL expected)
+    message(FATAL_ERROR "printed:\n${printed}\nexpected:\n${expected}")
+endif()

@@ -220,16 +220,16 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    cwt::CollectMessageBoxes();
     try {
+        cwt::CollectMessageBoxes();
         return Run(argc, argv);
     } catch (const cwt::Refused& refusal) {
         for (const std::string& complaint : refusal.complaints()) {
-            fmt::print(stderr, "cwt: refused: {}\n", complaint);
+            std::fprintf(stderr, "cwt: refused: %s\n", complaint.c_str());
         }
         return cwt::kRefused;
     } catch (const std::exception& error) {
-        fmt::print(stderr, "cwt: {}\n", error.what());
+        std::fprintf(stderr, "cwt: %s\n", error.what());
         return cwt::kBroken;
     }
 }

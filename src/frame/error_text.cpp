@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
+#include <string_view>
 
 namespace hundredweight {
 namespace {
@@ -141,7 +141,8 @@ void GetErrorText(int32_t code, char* buffer) {
         std::begin(kMessages), std::end(kMessages), code,
         [](const ErrorMessage& message, int32_t wanted) { return message.code < wanted; });
     const bool known = found != std::end(kMessages) && found->code == code;
-    std::strcpy(buffer, known ? found->text : kMessageOfOtherCodes);
+    const std::string_view text = known ? found->text : kMessageOfOtherCodes;
+    buffer[text.copy(buffer, kMessageSize - 1)] = '\0';
 }
 
 }  // namespace hundredweight

@@ -161,7 +161,7 @@ TEST_F(DiscountsTest, ZipRangesMatchTheirFirstRecord) {
         5 12500x 21000 TXOK 1  5 12500 30000 ---- 0  5 K1A 30000 ---- 4    5 K1A5 30000 ---- 4
         5 K1B 30000 ---- 0     5 123 20000 ---- 2    5 99999 99999 NYNJ 0  3 99999 99999 NYNJ 5
         3 12999 20999 ---- 2   3 12345 20000 ---- 2  3 12999 K1B9Z ---- 6  3 12999 K1C ---- 0
-        6 12345 K1A ---- 6     5 . . ---- 7)")) {
+        6 12345 K1A ---- 6     5 . . ---- 7          5 K1A9z 30000 ---- 0)")) {
         context_.ZipLength[0] = length[0];
         SetPoints(origin, destination, states);
         const int32_t matched = std::stoi(record);

@@ -1,16 +1,12 @@
 #include "support/table.h"
 
 namespace hundredweight {
-namespace {
-
 namespace fs = std::filesystem;
 
 /// Every field that a conversion moves: where it comes to stand, where it stood, its size.
-constexpr std::size_t kMoves[][3] = {
-    {4, 0, 25},      {29, 25, 1},       {30, 26, 175},   {205, 201, 6},
-    {212, 207, 260}, {472, 467, 20},    {492, 487, 4},   {496, 491, 1},
-    {497, 492, 1},   {498, 493, 474},   {972, 967, 1},   {973, 968, 260},
-    {1233, 1228, 2}, {1235, 1230, 176}, {1422, 1417, 1}, {1423, 1418, 9}};
+const auto kMoves = Table<3>(R"(4 0 25  29 25 1  30 26 175  205 201 6  212 207 260  472 467 20
+    492 487 4  496 491 1  497 492 1  498 493 474  972 967 1  973 968 260  1233 1228 2  1235 1230 176
+    1422 1417 1  1423 1418 9)");
 
 /// A record of the older layout whose bytes tell where they stand, and what becomes of it.
 std::string Old(std::string_view name, int seed = 1) {
@@ -20,7 +16,8 @@ std::string Old(std::string_view name, int seed = 1) {
 }
 std::string New(std::string_view name, int seed = 1) {
     std::string record = Padded("\1", 1797);
-    for (const auto& [to, from, size] : kMoves) Put(record, to, Old(name, seed).substr(from, size));
+    for (const auto& [to, from, size] : kMoves)
+        Put(record, std::stoul(to), Old(name, seed).substr(std::stoul(from), std::stoul(size)));
     return record;
 }
 std::string Many(const std::string& record, int count) {
@@ -52,28 +49,28 @@ TEST_F(OptionRecordsTest, OldRecordsAreMovedFieldByField) {
 }
 
 TEST_F(OptionRecordsTest, SizeAndMarkersTellTheLayout) {
-    std::string unmarked = Many(New("ONE"), 1792);
+    const std::string old = Old("ONE"), current = New("ONE");
+    std::string unmarked = Many(current, 1792);
     unmarked[1791 * 1797] = 2;
-    const std::tuple<std::string, std::string, int32_t> rows[] = {
-        {"", "", 0},
-        {"x", "x", 0},
-        {New("ONE"), New("ONE"), 1},
-        {Many(New("ONE"), 2) + "tail", Many(New("ONE"), 2) + "tail", 1},
-        {Old("ONE").substr(1), Old("ONE").substr(1), 0},
-        {Old("ONE") + '1', Old("ONE") + '1', 0},
-        {Old("ONE"), New("ONE"), 1},
-        {Many(New("ONE"), 1792), Many(New("ONE"), 1792), 1},
-        {Many(Old("ONE"), 1797), Many(New("ONE"), 1797), 1},
-        {unmarked, "", -1}};
-    for (const auto& [before, after, result] : rows) {
+    const std::tuple<std::string, int32_t, bool> rows[] = {{"", 0, true},
+                                                           {"x", 0, false},
+                                                           {current, 1, false},
+                                                           {current + "tail", 1, false},
+                                                           {old.substr(1), 0, false},
+                                                           {old + '1', 0, false},
+                                                           {old + old, 1, true},
+                                                           {Many(current, 1792), 1, false},
+                                                           {Many(old, 1797), 1, true},
+                                                           {unmarked, 1, true}};
+    for (const auto& [before, result, converted] : rows) {
         fs::remove(directory_ / "SAVEPRS.FIL");
         WriteFile("OPTIONS.FIL", before);
-        EXPECT_TRUE(Find("ONE") == result || result < 0) << before.size();
-        EXPECT_TRUE(result < 0 ? Content("OPTIONS.FIL").size() == 1797 * 1797
-                               : Content("OPTIONS.FIL") == after)
-            << before.size();
-        EXPECT_EQ(fs::exists(directory_ / "SAVEPRS.FIL"), before.empty() || before != after);
-        EXPECT_TRUE(before == after || Content("SAVEPRS.FIL") == before);
+        EXPECT_EQ(Find("ONE"), result) << before.size();
+        EXPECT_EQ(Content("OPTIONS.FIL").size(),
+                  converted ? before.size() / 1792 * 1797 : before.size());
+        EXPECT_EQ(Content("OPTIONS.FIL") == before, !converted || before.empty());
+        EXPECT_EQ(fs::exists(directory_ / "SAVEPRS.FIL"), converted);
+        EXPECT_TRUE(!converted || Content("SAVEPRS.FIL") == before);
     }
 }
 
@@ -91,8 +88,14 @@ TEST_F(OptionRecordsTest, NamesAreComparedWithoutTrailingWhiteSpace) {
 }
 
 TEST_F(OptionRecordsTest, SomeFilesAreRefused) {
-    EXPECT_EQ(Find("ONE") + Find("ONE", Many("./", 130) + "OPTIONS.FIL"), 0);
+    EXPECT_EQ(Find("ONE"), 0);
     EXPECT_TRUE(fs::is_empty(directory_));
+    WriteFile("OPTIONS.FIL", Old("ONE"));
+    for (const std::size_t length : {260U, 259U}) {
+        const std::string path = Padded(directory_.string(), length - 11, '/') + "OPTIONS.FIL";
+        EXPECT_EQ(ReadFendroOpt(path.c_str(), &found_, "ONE"), length == 259);
+    }
+    for (const char* name : {"OPTIONS.FIL", "SAVEPRS.FIL"}) fs::remove(directory_ / name);
     for (const auto& [on_disk, asked] :
          Table<2>("TEMPPRS.FIL TEMPPRS.FIL  SAVEPRS.FIL SAVEPRS.FIL  TEMPPRS.FIL tempprs.fil  "
                   "saveprs.fil SAVEPRS.FIL")) {
@@ -110,5 +113,4 @@ TEST_F(OptionRecordsTest, SomeFilesAreRefused) {
     EXPECT_EQ(Content("SAVEPRS.FIL"), Old("ONE"));
 }
 
-}  // namespace
 }  // namespace hundredweight

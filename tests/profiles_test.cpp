@@ -5,12 +5,9 @@
 #include "support/table.h"
 
 namespace hundredweight {
-namespace {
-
 namespace fs = std::filesystem;
 
-/// What a profile saves of the DEF record: where it stands in the profile, in DEF, and its size;
-/// first the surcharge.
+/// What a profile saves of the DEF record: where it stands in the profile, in DEF, and its size.
 constexpr std::size_t kSaved[][3] = {{107, 12, 2},  {109, 41, 4},  {113, 256, 4}, {117, 179, 2},
                                      {119, 172, 5}, {124, 181, 5}, {129, 159, 2}, {131, 150, 7},
                                      {138, 170, 2}, {140, 161, 7}, {147, 31, 1}};
@@ -22,11 +19,10 @@ std::string Bytes(Number number) {
 
 /// A profile with ZIP-range discounts, each of which tells its place at its end.
 std::string ProfileBytes(std::string_view name, const std::string& zips = "", int32_t count = 0) {
-    std::string bytes = Padded(name, 17897);
-    for (std::size_t at = 243; const auto& [zip] : Table<1>(zips)) {
+    std::string bytes = Padded(name, 17897), zip;
+    std::istringstream entries(zips);
+    for (std::size_t at = 243; std::getline(entries, zip, ','); at += 117)
         Put(bytes, at, Padded(zip, 110, 'z') + std::to_string(at));
-        at += 117;
-    }
     Put(bytes, 17793, Bytes(count));
     return bytes;
 }
@@ -45,31 +41,27 @@ struct ProfilesTest : TariffTest {
 };
 
 TEST_F(ProfilesTest, AUserWithoutProfilesGetsADefaultOne) {
-    const std::string def(context_.DefRecord, 348),
-        tariff = "C01 C02 C03 C04 C05 C06 C07 C08 C09 C10 C11 C12 C13 C14 C15 C16 C17 77.5!";
-    for (const auto& [where, engine_used, classes] :
-         {std::tuple{'N', 0, tariff},
-          {'Y', 256, "500 400 300 250 200 175 150 125 110 100 92 85 77 70 65 60 55 50"}}) {
-        std::string expected = Padded("Default", 17897);
-        for (std::size_t i = 0; const auto& [name] : Table<1>(classes))
-            Put(expected, 35 + 4 * i++, name.substr(0, 4));
-        for (std::size_t i = 0; const auto& [name] : Table<1>(tariff))
-            PutText(context_.ClassTable[i++], name);
+    const std::string def(context_.DefRecord, 348);
+    for (std::size_t i = 0; i < 20; ++i)
+        PutText(context_.ClassTable[i], std::to_string(i + 99) + "!!");
+    for (const auto& [where, classes] : Table<2>(R"(
+        user/ 99!!,100!,101!,102!,103!,104!,105!,106!,107!,108!,109!,110!,111!,112!,113!,114!,115!,116!
+        . 500,400,300,250,200,175,150,125,110,100,92,85,77,70,65,60,55,50)")) {
+        std::string expected = Padded("Default", 17897), name;
+        std::istringstream names(classes);
+        for (std::size_t at = 35; std::getline(names, name, ','); at += 4) Put(expected, at, name);
         for (const auto& [at, from, size] : kSaved) Put(expected, at, def.substr(from, size));
         CopyText(context_.DefRecord, def);
         Fill(context_, HWT_FIELD(Profile), '#');
-        context_.ProfilesInDataDir = where;
-        context_.UseEngine = engine_used;
+        context_.ProfilesInDataDir = where.empty() ? 'Y' : 'N';
+        context_.UseEngine = where.empty() ? 256 : 0;
         const auto before = std::make_unique<RateContext>(context_);
+        before->ProfileIndex = 0;
+        before->ProfileFileCurrent = 'Y';
         EXPECT_EQ(Prepare(), "1:0");
         EXPECT_TRUE(Current() == expected);
-        EXPECT_TRUE(FileContent(directory_ / (where == 'Y' ? "PROFILE.FIL" : "user/PROFILE.FIL")) ==
-                    expected);
-        EXPECT_EQ(Bytes<int16_t>(context_.ProfileIndex) + context_.ProfileFileCurrent,
-                  Padded("", 2) + 'Y');
-        ExpectAlikeOutside(
-            {HWT_FIELD(Profile), HWT_FIELD(ProfileIndex), HWT_FIELD(ProfileFileCurrent)}, *before,
-            context_);
+        EXPECT_TRUE(FileContent(directory_ / (where + "PROFILE.FIL")) == expected);
+        ExpectAlikeOutside({HWT_FIELD(Profile)}, *before, context_);
     }
     EXPECT_EQ(std::distance(fs::recursive_directory_iterator(directory_), {}), 3);
 }
@@ -87,43 +79,31 @@ TEST_F(ProfilesTest, ATemplateIsCopiedForAUserWithoutProfiles) {
 }
 
 TEST_F(ProfilesTest, ConversionMovesLeadingStateRecordsBehindTheOthersOnce) {
-    std::string full = "_____ _____", full_order = "2";
-    for (int i = 2; i < 150; ++i)
-        full += " 10000", full_order += ' ' + std::to_string((i + 1) % 150);
-    full_order += " 1";
+    std::string full = "     ,     ", order_of_full = "2";
+    for (int i = 3; i < 152; ++i) order_of_full += ',' + std::to_string(i % 150);
+    for (int i = 2; i < 150; ++i) full += ",10000";
     // ZipLength, count, entries and their order afterwards.
-    const std::tuple<char, int32_t, std::string, std::string> rows[] = {
-        {'5', 5, "_____ _____ 10000 _____ 20000 _____", "2 3 4 0 1 5"},
-        {'3', 3, "___10 10000 ___", "1 2 0"},
-        {'5', 3, "___10 10000 _____", "0 1 2"},
-        {'6', 2, "_____ ____1", "1 0"},
-        {'5', 2, "_____ _____ 10000", "0 1 2"},
-        {'5', 3, "10000 _____ 20000", "0 1 2"},
-        {'5', 1, "_____ 10000", "0 1"},
-        {'5', 0, "_____ 10000", "0 1"},
-        {'5', -1, "_____ 10000", "0 1"},
-        {'5', 150, full, full_order},
-        {'5', 151, full, full_order},
-        {'5', INT_MAX, full, full_order}};
-    for (const auto& [length, count, zips, order] : rows) {
-        SCOPED_TRACE(length + zips.substr(0, 30) + std::to_string(count));
-        const std::string profile = ProfileBytes("ONE", zips, count);
-        std::string converted = profile;
-        for (std::size_t at = 243; const auto& [from] : Table<1>(order)) {
-            Put(converted, at,
-                profile.substr(243 + 117 * static_cast<std::size_t>(std::stoi(from)), 117));
-            at += 117;
-        }
+    for (const auto& [length, count, zips, order] : Table<4>(R"(
+        5 5 _____,_____,10000,_____,20000,_____ 2,3,4,0,1,5  3 3 ___10,10000,___ 1,2,0
+        5 3 ___10,10000,_____ 0,1,2   6 2 _____,____1 1,0    5 2 _____,_____,10000 0,1,2
+        5 3 10000,_____,20000 0,1,2   5 1 _____,10000 0,1    5 0 _____,10000 0,1
+        5 -1 _____,10000 0,1  5 150 FULL .  5 151 FULL .     5 2147483647 FULL .)")) {
+        SCOPED_TRACE(length + ' ' + count + ' ' + zips);
+        const std::string profile =
+            ProfileBytes("ONE", order.empty() ? full : zips, std::stoi(count));
+        std::string converted = profile, from;
+        std::istringstream places(order.empty() ? order_of_full : order);
+        for (std::size_t at = 243; std::getline(places, from, ','); at += 117)
+            Put(converted, at, profile.substr(243 + 117 * std::stoul(from), 117));
         WriteProfiles(ProfileBytes("TWO") + profile + profile.substr(1));
-        context_.ZipLength[0] = length;
+        context_.ZipLength[0] = length[0];
         context_.ProfileFileCurrent = 'N';
-        const auto before = std::make_unique<RateContext>(context_);
         EXPECT_EQ(Prepare(), "1:0");
         EXPECT_TRUE(Content() == ProfileBytes("TWO") + converted);
         EXPECT_EQ(FileContent(directory_ / "user/PROFILE.ZSA"), "ZSA");
-        EXPECT_EQ(std::exchange(context_.ProfileFileCurrent, 'N'), 'Y');
-        ExpectAlikeOutside({}, *before, context_);
+        EXPECT_EQ(+context_.ProfileFileCurrent, 'Y');
         WriteProfiles(profile);  // Both the marker and the flag tell that it is converted.
+        context_.ProfileFileCurrent = 'N';
         EXPECT_EQ(Prepare(), "1:0");
         fs::remove(directory_ / "user/PROFILE.ZSA");
         context_.ProfileFileCurrent = 'Y';
@@ -217,12 +197,13 @@ TEST_F(ProfilesTest, SwitchesOfAProfileTakeEffect) {
          Table<3>("0 0 9_9_9  0 3 3_3_4  256 0 256_1_2  -1 3 -1_1_2")) {
         context_.SurchargeOn = 9;
         context_.DefFactorLow = context_.DefFactorHigh = 9;
-        context_.Profile.SavedSurchargeOn = static_cast<int16_t>(std::stoi(saved));
-        context_.Profile.AltSurchargeOn = static_cast<int16_t>(std::stoi(alternative));
-        context_.Profile.SavedFactorLow = 1;
-        context_.Profile.SavedFactorHigh = 2;
-        context_.Profile.AltFactorLow = 3;
-        context_.Profile.AltFactorHigh = 4;
+        ProfileRecord& profile = context_.Profile;
+        profile.SavedSurchargeOn = static_cast<int16_t>(std::stoi(saved));
+        profile.AltSurchargeOn = static_cast<int16_t>(std::stoi(alternative));
+        profile.SavedFactorLow = 1;
+        profile.SavedFactorHigh = 2;
+        profile.AltFactorLow = 3;
+        profile.AltFactorHigh = 4;
         LoadProfileSettings(&context_);
         std::ostringstream now;
         now << +context_.SurchargeOn << ' ' << +context_.DefFactorLow << ' '
@@ -247,8 +228,7 @@ TEST_F(ProfilesTest, SwitchesOfAProfileTakeEffect) {
 }
 
 TEST_F(ProfilesTest, AProfileMayHaveAZipTableOfItsOwn) {
-    const std::string own = Padded("own", 25, 'o'), tariff = Padded("tariff", 36, 't'),
-                      wide(31, 'U');
+    const std::string own(25, 'o'), tariff(36, 't'), wide(31, 'U');
     fs::create_directory(directory_ / "IN");
     for (const std::string& name : {std::string("NARROW"), std::string("IN/TABLE"), wide})
         WriteFile(name + ".ZP6", own);
@@ -284,5 +264,4 @@ TEST_F(ProfilesTest, AProfileMayHaveAZipTableOfItsOwn) {
     ExpectAlikeOutside({}, *before, context_);
 }
 
-}  // namespace
 }  // namespace hundredweight

@@ -2,9 +2,8 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 
+#include "support/table.h"
 #include "support/tariff_fixture.h"
 #include "tariff/data_file.h"
 #include "tariff/labels.h"
@@ -25,9 +24,8 @@ class SetRecordsTest : public TariffTest {
     ~SetRecordsTest() override { fs::current_path(before_); }
 
     std::string Content(const std::string& name) const {
-        if (!fs::is_regular_file(directory_ / name)) return "no file";
-        std::ifstream file(directory_ / name, std::ios::binary);
-        return {std::istreambuf_iterator(file), {}};
+        const fs::path path = directory_ / name;
+        return fs::is_regular_file(path) ? FileContent(path) : "no file";
     }
 
     const fs::path before_ = fs::current_path();

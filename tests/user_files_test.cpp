@@ -9,8 +9,6 @@
 #include "support/table.h"
 
 namespace hundredweight {
-namespace {
-
 namespace fs = std::filesystem;
 
 /// Contents by path below the test's directory.
@@ -40,6 +38,8 @@ struct Change {
     /// What may not be, of the files in the order of their names: N new, O old. A backup is to be
     /// there before the new content, a marker after it.
     std::string never = {};
+
+    friend void PrintTo(const Change& change, std::ostream* out) { *out << change.name; }
 };
 const std::string kItems(12300, 'a'), kTwo = ProfileBytes("ONE") + ProfileBytes("TWO");
 const std::string kOptions = Padded(Padded("FIRST", 1792, 'f') + "SECOND", 3584);
@@ -212,5 +212,4 @@ TEST_P(UserFilesTest, StayWhenADirectoryOrAPermissionIsInTheWay) {
     }
 }
 
-}  // namespace
 }  // namespace hundredweight

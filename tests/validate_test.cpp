@@ -90,7 +90,7 @@ TEST_F(StateTest, StatesStandInTheTablesOrComeFromTheEngine) {
         0 0:0:-----        02A 1:77:BB-cd     5 1:77:EE-ef       1_2 1:77:AA-ab    12 1:77:LL-ij
         12- 1:77:LL-ij     99999 1:77:ZZ-uv   30000 0:103:YY-mn  30100 0:0:XX-op   96701 0:265:HI-qr
         99501 0:265:AK-st  006 0:265:PR-gh    K1A0B1 1:77:ON---  K9Z 1:77:ON---    H0H0H0 1:77:HI---
-        L5 0:0:XX---       M55 0:103:YY---    k1a 0:0:-----      K0Z 0:0:-----     . 0:0:-----)"))
+        L5 0:0:XX---       M55 0:103:YY---    J1A 0:0:-----      K0Z 0:0:-----     . 0:0:-----)"))
         EXPECT_EQ(StateOf(zip), state) << zip;
     EXPECT_TRUE(engine_.calls.empty());
     context_.ScTable[0][0] = 0;

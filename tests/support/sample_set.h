@@ -4,9 +4,9 @@
 #include <unistd.h>
 
 #include <fstream>
-#include <iterator>
 
 #include "reference/samples/sample_data.h"
+#include "support/table.h"
 #include "support/tariff_fixture.h"
 
 namespace hundredweight {
@@ -25,10 +25,7 @@ class SampleSetTest : public TariffTest {
     std::filesystem::path File(const std::string& extension) const {
         return directory_ / (std::string(samples::kBaseName) + "." + extension);
     }
-    std::string Content(const std::string& extension) const {
-        std::ifstream file(File(extension), std::ios::binary);
-        return {std::istreambuf_iterator(file), {}};
-    }
+    std::string Content(const std::string& extension) const { return FileContent(File(extension)); }
     void PutByte(const std::string& extension, std::streamoff position, char byte) const {
         std::fstream file(File(extension), std::ios::binary | std::ios::in | std::ios::out);
         file.seekp(position).put(byte);

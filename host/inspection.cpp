@@ -173,11 +173,28 @@ std::string ListText(const char* title, const Json& list) {
     return text + '\n';
 }
 
-std::string RangesText(const char* title, const Json& ranges, const char* name) {
-    std::string text = fmt::format("\n{}\n", title);
+std::string WeightBreaksText(const Json& breaks) {
+    std::string text = "\nWeight breaks (pounds)\n";
+    for (const Json& entry : breaks) {
+        text += fmt::format("  {:<8}{:>8} - {}\n", ValueText(entry["name"]),
+                            ValueText(entry["from"]), ValueText(entry["to"]));
+    }
+    return text;
+}
+
+/// One line a state, with all its ranges.
+std::string StatesText(const Json& ranges) {
+    Json by_state = Json::object();
     for (const Json& range : ranges) {
-        text += fmt::format("  {:<8}{:>8} - {}\n", ValueText(range[name]), ValueText(range["from"]),
-                            ValueText(range["to"]));
+        const std::string from = ValueText(range["from"]);
+        const std::string to = ValueText(range["to"]);
+        by_state[ValueText(range["state"])].push_back(from == to ? from : from + "-" + to);
+    }
+    std::string text = "\nStates by postal-code prefix\n";
+    for (const auto& [state, list] : by_state.items()) {
+        text += fmt::format("  {} ", state);
+        for (const Json& range : list) text += ' ' + ValueText(range);
+        text += '\n';
     }
     return text;
 }
@@ -231,8 +248,8 @@ std::string InspectionText(const Json& inspection) {
     text += ListText("Labels", inspection["labels"]);
     text += ListText("Table names", inspection["table_names"]);
     text += ListText("Classes", inspection["classes"]);
-    text += RangesText("Weight breaks (pounds)", inspection["weight_breaks"], "name");
-    text += RangesText("States by postal-code prefix", inspection["states"], "state");
+    text += WeightBreaksText(inspection["weight_breaks"]);
+    text += StatesText(inspection["states"]);
     return text;
 }
 

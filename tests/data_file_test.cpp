@@ -12,12 +12,11 @@ namespace fs = std::filesystem;
 struct DataFileTest : TariffTest {
     /// What the file of an extension holds; "-" when it is not opened.
     std::string Content(const char* extension) const {
-        const int16_t handle = OpenDataFile(context_, extension);
-        if (handle < 0) return "-";
+        const OpenFile file = OpenDataFile(context_, extension);
+        if (!file) return "-";
         char content[16];
-        const std::size_t size = platform::ReadBytes(handle, content, sizeof content);
-        platform::CloseFile(handle);
-        return {content, handle > 0 ? size : 0};
+        const std::size_t size = platform::ReadBytes(file.handle(), content, sizeof content);
+        return {content, file.handle() > 0 ? size : 0};
     }
 };
 

@@ -84,7 +84,7 @@ TEST_F(SetRecordsTest, DefaultsOfTheEarlierLayoutAreUpgradedInMemory) {
 TEST_F(SetRecordsTest, LabelsComeFromBsvAndThenFromZps) {
     const Span labels = {offsetof(RateContext, TariffLabel1), 4 * 15};
     WriteFile("ABC.BSV", Padded("?one          *?two           ?********* 14**?14 characters", 75));
-    context_.BsvHandle = OpenDataFile(context_, ".BSV");
+    context_.BsvHandle = OpenDataFile(context_, ".BSV").Release();
     Fill(context_, labels, '#');
     EXPECT_EQ(ReadBsvFile(context_), 1);
     EXPECT_EQ(BytesOf(context_, labels),
@@ -95,7 +95,7 @@ TEST_F(SetRecordsTest, LabelsComeFromBsvAndThenFromZps) {
          {std::tuple("?123456789?PARTNERxx?", "123456789", "PARTNERSHIP"),
           {"?PARTNER  ?PARTNE ab?", "PARTNERSHIP", "PARTNE ab"}}) {
         WriteFile("ABC.ZPS", Padded(zps, 628, '?'));
-        context_.ZpsHandle = OpenDataFile(context_, ".ZPS");
+        context_.ZpsHandle = OpenDataFile(context_, ".ZPS").Release();
         context_.ZpsRecord = static_cast<unsigned char*>(calloc(628, 1));
         EXPECT_EQ(ReadZpsFile(context_), 1);
         EXPECT_EQ(BytesOf(context_, labels), Padded(label1, 15) + Padded(label2, 45));

@@ -10,12 +10,12 @@
 #include "frame/numbers.h"
 #include "frame/text.h"
 #include "rating/break_lists.h"
+#include "rating/request.h"
 #include "rating/zmc_lookup.h"
 
 namespace hundredweight {
 namespace {
 
-constexpr std::string_view kNoCity = "None of the above";
 constexpr std::size_t kShortestRateCode = 6;
 
 /// The value of an amount that the engine wrote with zeros at its head.

@@ -15,8 +15,6 @@
 namespace hundredweight {
 namespace {
 
-constexpr int32_t kEngineRefused = -1;
-constexpr int32_t kNoAlternatives = 134;
 constexpr int32_t kNoAnswer = -1;
 constexpr std::size_t kMessageRoom = 90;
 constexpr std::size_t kCodeLength = 4;

@@ -15,9 +15,6 @@
 namespace hundredweight {
 namespace {
 
-constexpr int32_t kEngineFailed = 133;
-constexpr int32_t kNoAlternatives = 134;
-constexpr int32_t kEngineRefused = -1;
 constexpr int32_t kCannotRate = -1;
 constexpr std::string_view kNoStatus = "    ";
 constexpr std::string_view kIgnoredStatus = "9999";

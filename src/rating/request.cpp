@@ -25,7 +25,6 @@ constexpr int32_t kInvalidZipCombination = 501;
 
 constexpr std::size_t kShipmentLines = 8;
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::string_view kNoCity = "None of the above";
 constexpr std::string_view kNoState = "**";
 
 using DiscountTexts = std::array<NumberText, 10>;

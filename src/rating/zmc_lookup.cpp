@@ -61,7 +61,7 @@ void TakeAmounts(RateContext& context, const ZmcFileRecord& record) {
 }  // namespace
 
 void LookupZmc(RateContext& context) {
-    const OpenFile file = FindDataFile(context, ".ZMC");
+    const OpenFile file = OpenDataFile(context, ".ZMC");
     if (!file) return;
     const ShipmentKey key = {WholeField(context.OrigZip).substr(0, kZipLength),
                              WholeField(context.DestZip).substr(0, kZipLength),

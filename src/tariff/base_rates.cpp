@@ -48,7 +48,7 @@ bool ReadHeaderAndBody(RateContext& context, const OpenFile& file) {
 
 int32_t ReadBseFile(RateContext& context) {
     ResetHandleField(context, HWT_FIELD(BseHandle));
-    OpenFile file = FindDataFile(context, ".BSE");
+    OpenFile file = OpenDataFile(context, ".BSE");
     if (!file) return Fail(context, kCannotOpenBse);
     if (!ReadHeaderAndBody(context, file)) return Fail(context, kCannotReadBse);
     StoreHandle(context, HWT_FIELD(BseHandle), std::move(file));
@@ -59,7 +59,7 @@ void ReadWsmFile(RateContext& context) {
     FreeBlockField(context, HWT_FIELD(WsmTable));
     context.WsmCount = 0;
     context.WsmValue = -1;
-    const OpenFile file = FindDataFile(context, ".WSM");
+    const OpenFile file = OpenDataFile(context, ".WSM");
     if (!file || file.length() < static_cast<int64_t>(kWsmHeader)) return;
     WholeFile whole = ReadWholeFile(file);
     const int32_t entries_size = whole.length - static_cast<int32_t>(kWsmHeader);

@@ -43,7 +43,7 @@ void PutClass(char (&slot)[6], const char* code, std::size_t arrived) {
 }  // namespace
 
 int32_t ReadClsFile(RateContext& context) {
-    const OpenFile file = FindDataFile(context, ".CLS");
+    const OpenFile file = OpenDataFile(context, ".CLS");
     if (!file) return Fail(context, kCannotOpenClasses);
     char codes[kClassSlots * kClassLength];
     const std::size_t length = file.ReadHead(codes, sizeof codes);
@@ -63,7 +63,7 @@ int32_t ReadClsFile(RateContext& context) {
 using namespace hundredweight;
 
 int32_t HWT_CALL ReadWgtFile(RateContext* context) {
-    const OpenFile file = FindDataFile(*context, ".WGT");
+    const OpenFile file = OpenDataFile(*context, ".WGT");
     if (!file) return Fail(*context, kCannotOpenWeights);
     const std::size_t count =
         file.ReadHead(context->WgtRecords, sizeof context->WgtRecords) / sizeof(WgtRecord);

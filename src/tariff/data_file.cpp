@@ -43,7 +43,7 @@ OpenFile FindInDataDir(const RateContext& context, std::string_view file_name) {
     return OpenForReading(PathInDataDir(context, file_name));
 }
 
-OpenFile FindDataFile(const RateContext& context, std::string_view extension) {
+OpenFile OpenDataFile(const RateContext& context, std::string_view extension) {
     if (extension == ".DIS") {
         OpenFile file = OpenForReading(SetPathInCurrentDir(context, extension));
         if (file) return file;
@@ -51,12 +51,8 @@ OpenFile FindDataFile(const RateContext& context, std::string_view extension) {
     return FindInDataDir(context, ShortName(context, extension));
 }
 
-int16_t OpenDataFile(const RateContext& context, std::string_view extension) {
-    return static_cast<int16_t>(FindDataFile(context, extension).Release());
-}
-
 bool HasDataFile(const RateContext& context, std::string_view extension) {
-    return static_cast<bool>(FindDataFile(context, extension));
+    return static_cast<bool>(OpenDataFile(context, extension));
 }
 
 OpenFile FindUserFile(const RateContext& context, std::string_view extension) {

@@ -56,10 +56,7 @@ OpenFile OpenForReading(const PathText& path);
 
 /// Opens the set's file of an extension such as ".ZP6" in DataDir; ".DIS" is looked for in the
 /// current directory first. No code is stored.
-OpenFile FindDataFile(const RateContext& context, std::string_view extension);
-
-/// The same, as a handle that the caller closes; -1 when there is no such file.
-int16_t OpenDataFile(const RateContext& context, std::string_view extension);
+OpenFile OpenDataFile(const RateContext& context, std::string_view extension);
 
 /// Whether the set has a file of an extension.
 bool HasDataFile(const RateContext& context, std::string_view extension);

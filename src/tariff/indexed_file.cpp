@@ -77,7 +77,7 @@ bool ReadIndex(RateContext& context, const IndexedFile& facts, const OpenFile& f
 
 int32_t ReadIndexedFile(RateContext& context, const IndexedFile& facts) {
     ResetHandleField(context, facts.handle);
-    OpenFile file = FindDataFile(context, facts.extension);
+    OpenFile file = OpenDataFile(context, facts.extension);
     if (!file) return Fail(context, facts.open_code);
     if (!ReadIndex(context, facts, file)) return Fail(context, facts.read_code);
     StoreHandle(context, facts.handle, std::move(file));

@@ -34,7 +34,7 @@ std::string_view ItemCode(const char (&record)[kAccRecordSize]) {
 }  // namespace
 
 int32_t ReadAccFile(RateContext& context) {
-    const OpenFile file = FindDataFile(context, ".ACC");
+    const OpenFile file = OpenDataFile(context, ".ACC");
     if (!file) return Fail(context, kCannotOpenAcc);
     const std::size_t count =
         file.ReadHead(context.AccRecords, sizeof context.AccRecords) / kAccRecordSize;
@@ -55,7 +55,7 @@ int32_t ReadAccFile(RateContext& context) {
 int32_t ReadAdjFile(RateContext& context) {
     context.AdjCount = 0;
     ResetHandleField(context, HWT_FIELD(AdjHandle));
-    OpenFile file = FindDataFile(context, ".ADJ");
+    OpenFile file = OpenDataFile(context, ".ADJ");
     if (!file) return Fail(context, kCannotOpenAdj);
     const auto size =
         static_cast<std::size_t>(std::min<int64_t>(file.length(), kAdjCapacity * kAdjRecordSize));

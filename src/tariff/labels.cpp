@@ -82,7 +82,7 @@ int32_t ReadZpsFile(RateContext& context) {
 }
 
 int32_t ReadTblFile(RateContext& context) {
-    const OpenFile file = FindDataFile(context, ".TBL");
+    const OpenFile file = OpenDataFile(context, ".TBL");
     if (!file) return Fail(context, kCannotOpenTbl);
     TblRecord records[kTableNames];
     const std::size_t count = file.ReadHead(records, sizeof records) / sizeof(TblRecord);

@@ -62,7 +62,7 @@ Block<> Widen(RateContext& context, const MinimumChargeTable& facts, const unsig
 }
 
 int32_t ReadShortForm(RateContext& context, const MinimumChargeTable& facts) {
-    const OpenFile file = FindDataFile(context, facts.short_extension);
+    const OpenFile file = OpenDataFile(context, facts.short_extension);
     if (!file) return Fail(context, facts.open_code);
     const WholeFile whole = ReadWholeFile(file);
     const std::size_t count = static_cast<std::size_t>(whole.length) / kShortRecord;
@@ -76,7 +76,7 @@ int32_t ReadShortForm(RateContext& context, const MinimumChargeTable& facts) {
 }
 
 int32_t ReadMinimumCharges(RateContext& context, const MinimumChargeTable& facts) {
-    const OpenFile file = FindDataFile(context, facts.long_extension);
+    const OpenFile file = OpenDataFile(context, facts.long_extension);
     if (!file) return ReadShortForm(context, facts);
     return ReadTableFrom(context,
                          {facts.long_extension, kLongRecord, facts.table, facts.count,

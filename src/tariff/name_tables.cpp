@@ -14,7 +14,7 @@ namespace {
 template <class Record>
 int32_t ReadNameTable(const RateContext& context, const char* extension, Block<Record>& table,
                       int32_t& count) {
-    const OpenFile file = FindDataFile(context, extension);
+    const OpenFile file = OpenDataFile(context, extension);
     if (!file) return 0;
     WholeFile whole = ReadWholeFile(file);
     count = whole.length / static_cast<int32_t>(sizeof(Record));

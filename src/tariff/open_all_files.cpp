@@ -110,7 +110,7 @@ bool ReadLabels(RateContext& context) {
     context.TrmPresent = 0;
     context.SrvPresent = 0;
     CloseHandleField(context, HWT_FIELD(BsvHandle));
-    StoreHandle(context, HWT_FIELD(BsvHandle), FindDataFile(context, ".BSV"));
+    StoreHandle(context, HWT_FIELD(BsvHandle), OpenDataFile(context, ".BSV"));
     if (context.BsvHandle == -1) return true;
     context.BsvPresent = 1;
     if (!ReadBsvFile(context)) return Fail(context, kCannotReadBsv) != 0;
@@ -123,7 +123,7 @@ bool ReadPartnerLabels(RateContext& context) {
     StoreBlock(context, HWT_FIELD(ZpsRecord), AllocateBlock(kZpsRecordSize));
     if (context.ZpsSuppressed != 0) return true;
     CloseHandleField(context, HWT_FIELD(ZpsHandle));
-    StoreHandle(context, HWT_FIELD(ZpsHandle), FindDataFile(context, ".ZPS"));
+    StoreHandle(context, HWT_FIELD(ZpsHandle), OpenDataFile(context, ".ZPS"));
     if (context.ZpsHandle == -1) return true;
     context.ZpsPresent = 1;
     return ReadZpsFile(context) != 0 || Fail(context, kCannotReadZps) != 0;

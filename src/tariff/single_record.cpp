@@ -44,7 +44,7 @@ int32_t ReadRecordFrom(RateContext& context, const SingleRecord& facts, OpenFile
 
 int32_t ReadRecord(RateContext& context, const SingleRecord& facts) {
     if (facts.handle != kNoField) ResetHandleField(context, facts.handle);
-    return ReadRecordFrom(context, facts, FindDataFile(context, facts.extension));
+    return ReadRecordFrom(context, facts, OpenDataFile(context, facts.extension));
 }
 
 int32_t ReadSetFile(RateContext& context) {

@@ -79,7 +79,7 @@ int32_t ReadTableFrom(RateContext& context, const WholeTable& facts, const OpenF
 int32_t ReadTable(RateContext& context, const WholeTable& facts) {
     if (facts.cleared_first != kNothing) StoreNumber(context, facts.count, 0);
     if (facts.cleared_first == kCountAndTable) FreeBlockField(context, facts.table);
-    const OpenFile file = FindDataFile(context, facts.extension);
+    const OpenFile file = OpenDataFile(context, facts.extension);
     if (!file) return FailWith(context, facts.open_code);
     return ReadTableFrom(context, facts, file);
 }

@@ -8,7 +8,7 @@
 namespace hundredweight {
 
 int32_t CountZmcRecords(const RateContext& context) {
-    const OpenFile file = FindDataFile(context, ".ZMC");
+    const OpenFile file = OpenDataFile(context, ".ZMC");
     if (!file) return 0;
     constexpr int64_t kRecordSize = sizeof(ZmcFileRecord);
     return static_cast<int32_t>(

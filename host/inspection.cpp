@@ -188,7 +188,8 @@ std::string StatesText(const Json& ranges) {
     for (const Json& range : ranges) {
         const std::string from = ValueText(range["from"]);
         const std::string to = ValueText(range["to"]);
-        by_state[ValueText(range["state"])].push_back(from == to ? from : from + "-" + to);
+        by_state[ValueText(range["state"])].push_back(from == to ? from
+                                                                 : fmt::format("{}-{}", from, to));
     }
     std::string text = "\nStates by postal-code prefix\n";
     for (const auto& [state, list] : by_state.items()) {

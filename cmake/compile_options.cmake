@@ -11,6 +11,11 @@ target_compile_options(hwt_compile_options INTERFACE
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 # Files may be longer than 2 GiB on 32-bit systems too.
 target_compile_definitions(hwt_compile_options INTERFACE _FILE_OFFSET_BITS=64)
+if(WIN32)
+    # Hosts of other compilers align the stack to 4 bytes alone, and have no run-time DLL of ours.
+    target_compile_options(hwt_compile_options INTERFACE -mstackrealign)
+    target_link_options(hwt_compile_options INTERFACE -static)
+endif()
 if(HWT_SANITIZE)
     target_compile_options(hwt_compile_options INTERFACE
         -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all

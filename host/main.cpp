@@ -207,6 +207,7 @@ int Run(int argc, char** argv) {
     app.set_version_flag("--version", HWT_VERSION);
     app.footer(kExitCodes);
     app.require_subcommand(1);
+    app.allow_windows_style_options(false);  // "/data" is a directory on every system.
     Options options;
     AddCommands(app, options);
     try {

@@ -1,6 +1,8 @@
 /**
- * What a host owns on Windows and is lent elsewhere: message boxes, the quit message, and the
- * loading of partner libraries. Texts are terminated.
+ * What a host lends the library and is lent by it, apart from rating: message boxes, the quit
+ * message, and the loading of partner libraries. Texts are terminated. These functions are in a
+ * library of their own, hundredweight-platform: a shared one, and on Windows a static one that
+ * becomes part of the host. A Windows host need not have them.
  */
 #ifndef HUNDREDWEIGHT_PLATFORM_H
 #define HUNDREDWEIGHT_PLATFORM_H
@@ -21,17 +23,16 @@ typedef int32_t (*MessageBoxHandler)(void* owner, const char* text, const char* 
 /** Ends the host's message loop; the argument is the exit code. */
 typedef void (*QuitHandler)(int32_t code);
 
-#if !defined(_WIN32)
-/** Installs the host's message box, for the whole process; null restores the default, which writes
- *  caption and text to standard error and counts as not shown. */
+/** Installs the host's message box, for the whole process; null restores the default, which is the
+ *  system's message box on Windows and elsewhere writes caption and text to standard error and
+ *  counts as not shown. */
 HWT_API void SetMessageBoxHandler(MessageBoxHandler handler);
-/** Installs the host's way to quit, for the whole process; null restores the default, which does
- *  nothing. */
+/** Installs the host's way to quit, for the whole process; null restores the default, which posts
+ *  the quit message to the calling thread on Windows and does nothing elsewhere. */
 HWT_API void SetQuitHandler(QuitHandler handler);
-#endif
 
 /** Loads a partner library: a path, or a bare name such as "tolvex" that is looked for beside this
- *  library and where the system looks. Result: the module for RateContext.EngineModule or
+ *  library (on Windows beside the program) and where the system looks. Result: the module for RateContext.EngineModule or
  *  ServiceGuideModule, which the host gives to UnloadPartnerLibrary at the end; or null. */
 HWT_API void* LoadPartnerLibrary(const char* name);
 /** Why the last LoadPartnerLibrary that failed on this thread did; empty when none has. Result: a

@@ -5,7 +5,6 @@
 #include <cstring>
 #include <exception>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <type_traits>
 #include <utility>
@@ -52,36 +51,19 @@ struct Instance {
 };
 
 /// The handles given out, so that any other is known for what it is.
-struct Instances {
-    std::mutex mutex;
-    std::vector<std::shared_ptr<Instance>> running;
+std::vector<std::unique_ptr<Instance>> instances;
 
-    std::shared_ptr<Instance> Find(const void* handle) {
-        const std::lock_guard lock(mutex);
-        const auto found = std::ranges::find(running, handle, &std::shared_ptr<Instance>::get);
-        return found == running.end() ? nullptr : *found;
-    }
-
-    void* Add(std::shared_ptr<Instance> instance) {
-        const std::lock_guard lock(mutex);
-        running.push_back(std::move(instance));
-        return running.back().get();
-    }
-
-    bool Remove(const void* handle) {
-        const std::lock_guard lock(mutex);
-        return std::erase_if(running, [&](const auto& one) { return one.get() == handle; }) > 0;
-    }
-};
-Instances instances;
+auto FindInstance(const void* handle) {
+    return std::ranges::find(instances, handle, &std::unique_ptr<Instance>::get);
+}
 
 /// The action's result for a running instance; the failure for any other handle, and when memory
 /// runs out.
 template <typename Result, typename Action>
 Result WithInstance(const void* handle, Result failure, Action action) noexcept {
     try {
-        const auto instance = instances.Find(handle);
-        return instance ? action(*instance) : failure;
+        const auto found = FindInstance(handle);
+        return found == instances.end() ? failure : action(**found);
     } catch (...) {
         return failure;
     }
@@ -106,9 +88,9 @@ void Rate(const RateBase& base, EngineRateRecord& record, EngineResultBlock& blo
 
 void* HWT_CALL Tolvex_InitializeTolvexEx(const char* data_directory) {
     try {
-        const auto instance = std::make_shared<Instance>();
+        auto instance = std::make_unique<Instance>();
         instance->Load(data_directory);
-        return instances.Add(instance);
+        return instances.emplace_back(std::move(instance)).get();
     } catch (...) {
         return nullptr;
     }
@@ -138,8 +120,10 @@ int32_t HWT_CALL Tolvex_disp_verEx(void* handle, EngineVersionBlock* block) {
 }
 
 int32_t HWT_CALL Tolvex_EndTolvexEx(void* handle) {
-    return WithInstance(handle, 1,
-                        [&](const Instance&) { return instances.Remove(handle) ? 0 : 1; });
+    const auto found = FindInstance(handle);
+    if (found == instances.end()) return 1;
+    instances.erase(found);
+    return 0;
 }
 
 int32_t HWT_CALL Tolvex_RateShipment2Ex(void* handle, EngineRateRecord* record, void* block) {

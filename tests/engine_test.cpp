@@ -22,7 +22,8 @@ TEST_F(EngineTest, BindingStopsAtTheFirstMissingEntryPoint) {
           "none"}) {
         engine = Engine{};
         engine.EngineHandle = &engine_;
-        void* const module = LoadPartnerLibrary((HWT_ENGINES_WITHOUT + absent + ".so").c_str());
+        void* const module =
+            LoadPartnerLibrary((HWT_ENGINES_WITHOUT + absent + HWT_MODULE_SUFFIX).c_str());
         ASSERT_NE(module, nullptr) << PartnerLibraryError();
         context_.EngineModule = module;
         EXPECT_EQ(Told(context_, GetTolvexAddresses(&context_, 0)),

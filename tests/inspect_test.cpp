@@ -23,11 +23,13 @@ TEST_F(InspectTest, TheFileThatFailsALoadIsNamedWithItsCodeAndMessage) {
     for (const auto& [option, file, size, code] : rows) {
         WriteSet(0);
         if (code != 0) size > 0 ? resize_file(File(file), size) : void(remove(File(file)));
-        const std::string command = HWT_CWT " inspect --json " + option + directory_.string();
-        FILE* const pipe = popen((command + " 2>/dev/null").c_str(), "r");
+        const std::string command = HWT_CWT " inspect --json " + option + directory_.string() +
+                                    " 2>" + (directory_ / "complaints").string();
+        FILE* const pipe = popen(command.c_str(), "r");
         std::string output;
         for (int byte; (byte = fgetc(pipe)) != EOF;) output += static_cast<char>(byte);
-        EXPECT_EQ(pclose(pipe), code == 0 ? 0 : 2 << 8) << "exit code, " << option << file;
+        EXPECT_EQ(pclose(pipe), (code == 0 ? 0 : 2) * HWT_EXIT_CODE_UNIT)
+            << "exit code, " << option << file;
         const auto inspection = nlohmann::json::parse(output, nullptr, false);
         ASSERT_TRUE(inspection.is_object()) << output;
         EXPECT_EQ(inspection["loads"], code == 0);

@@ -29,7 +29,7 @@ std::string Many(const std::string& record, int count) {
 struct OptionRecordsTest : TariffTest {
     std::string Content(const std::string& name) const { return FileContent(directory_ / name); }
     int32_t Find(const std::string& name, const std::string& file = "OPTIONS.FIL") {
-        return ReadFendroOpt((directory_ / file).c_str(), &found_, name.c_str());
+        return ReadFendroOpt((directory_ / file).string().c_str(), &found_, name.c_str());
     }
     OptionRecord found_;
 };

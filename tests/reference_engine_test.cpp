@@ -19,7 +19,7 @@ std::string Totals(const EngineRateRecord& r) {
 struct ReferenceEngine : TariffTest {
     ReferenceEngine() {
         samples::WriteEngineData(directory_);
-        handle_ = Tolvex_InitializeTolvexEx(directory_.c_str());
+        handle_ = Tolvex_InitializeTolvexEx(directory_.string().c_str());
     }
     ~ReferenceEngine() override { EXPECT_EQ(Tolvex_EndTolvexEx(handle_), 0); }
 
@@ -120,7 +120,7 @@ TEST_F(ReferenceEngine, SurvivesMalformedFilesAndAnyArgument) {
     EXPECT_EQ(Tolvex_EndTolvexEx(ended) + Tolvex_EndTolvexEx(&rated_), 2);
     EXPECT_EQ(Tolvex_RateShipment2Ex(ended, nullptr, nullptr), 0);
     std::ofstream(directory_ / "tolvex-tariffs.txt", std::ios::app) << "SMPLNEWX | 13-06-2025\n";
-    EXPECT_EQ(Tolvex_Set_TolvexdataEx(handle_, directory_.c_str()), 0);
+    EXPECT_EQ(Tolvex_Set_TolvexdataEx(handle_, directory_.string().c_str()), 0);
     EXPECT_EQ(Rate().Verdict, -1);
 }
 

@@ -13,10 +13,10 @@ struct ServiceGuideTest : TariffTest {
     ServiceGuideTest() {
         current = this;
         service_guide.entry_points = {
-            [](char* block, char* data) { return current->Take(block, data, 12); },
-            [](char* block, char* data) { return current->Take(block, data, 570); },
-            [](char* block, char* data) { return current->Take(block, data, 1467); }, nullptr,
-            [] { return current->end_result; }};
+            [](char* block, char* data) HWT_CALL { return current->Take(block, data, 12); },
+            [](char* block, char* data) HWT_CALL { return current->Take(block, data, 570); },
+            [](char* block, char* data) HWT_CALL { return current->Take(block, data, 1467); },
+            nullptr, []() HWT_CALL { return current->end_result; }};
         context_.UseServiceGuide = 256;
         CopyText(context_.SetByte255, "S255");
         context_.SetByte260 = '1';
@@ -60,8 +60,8 @@ TEST_F(ServiceGuideTest, BindingStopsAtTheFirstMissingEntryPoint) {
     const auto names = Table<2>(R"(Initialize 0:525  GetServGuideData 0:527  GetTerminals 0:528
         GetTermToTermDays 0:528  Terminate 0:529  none 1:0)");
     for (std::size_t missing = 0; missing <= 5; ++missing) {
-        void* const module =
-            LoadPartnerLibrary((HWT_GUIDES_WITHOUT + names[missing][0] + ".so").c_str());
+        void* const module = LoadPartnerLibrary(
+            (HWT_GUIDES_WITHOUT + names[missing][0] + HWT_MODULE_SUFFIX).c_str());
         ASSERT_NE(module, nullptr) << PartnerLibraryError();
         service_guide = ServiceGuide{};
         context_.ServiceGuideModule = module;
@@ -81,8 +81,8 @@ TEST_F(ServiceGuideTest, BindingStopsAtTheFirstMissingEntryPoint) {
 TEST_F(ServiceGuideTest, StartsOnTheDataDirectoryAndEnds) {
     const std::string full(254, 'd');
     for (const auto& [directory, sent] :
-         Table<2>("C:\\DATA\\ C:\\DATA  /data/ /data  C:\\DATA\\\\ C:\\DATA\\  DATA DATA  . .  " +
-                  full + "\\eee\\ " + full + ' ' + full + "eee\\ " + full + 'e'))
+         Table<2>("C:\\DATA\\ C:\\DATA  C:\\DATA\\\\ C:\\DATA\\  DATA DATA  . .  " + full +
+                  "\\eee\\ " + full + ' ' + full + "eee\\ " + full + 'e'))
         for (const char* status : {"1001", "1000", "1002", "0"}) {
             PutText(context_.DataDir, directory);
             memset(&service_guide.block, '#', 1920);

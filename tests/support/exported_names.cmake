@@ -1,12 +1,21 @@
 # Checks that a shared library exports the names of a list and no others.
 cmake_minimum_required(VERSION 3.25)
-execute_process(COMMAND ${NM} -D --defined-only --format=posix ${LIBRARY}
-                OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
 file(STRINGS ${NAMES} names)
-string(REGEX MATCHALL "[^\n]+" lines "${symbols}")
-list(TRANSFORM lines REPLACE " .*" "")
+if(LIBRARY MATCHES "[.]dll$")
+    execute_process(COMMAND ${OBJDUMP} -p ${LIBRARY}
+                    OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
+    string(REGEX REPLACE ".*\n.Ordinal/Name Pointer. Table\n" "" table "${headers}")
+    string(REGEX REPLACE "\n\n.*" "" table "${table}")
+    string(REGEX MATCHALL "[A-Za-z_0-9@]+(\n|$)" exported "${table}")
+    list(TRANSFORM exported STRIP)
+else()
+    execute_process(COMMAND ${NM} -D --defined-only --format=posix ${LIBRARY}
+                    OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
+    string(REGEX MATCHALL "[^\n]+" exported "${symbols}")
+    list(TRANSFORM exported REPLACE " .*" "")
+endif()
 list(SORT names)
-list(SORT lines)
-if(NOT lines STREQUAL names)
-    message(FATAL_ERROR "${LIBRARY} exports ${lines}")
+list(SORT exported)
+if(NOT exported STREQUAL names)
+    message(FATAL_ERROR "${LIBRARY} exports ${exported}")
 endif()

@@ -1,9 +1,7 @@
-// A disk that gives out between two file operations of the library. The test program is linked so
-// that the library's calls of open, read, write, fsync, close, link, rename and unlink come here
+// A disk that gives out between two file operations of the library. In the test program the
+// library's calls that open, read, write, flush, close, rename and remove files come to the disk
 // first. A struck write leaves half its bytes, a struck close has closed.
 #pragma once
-
-#include <unistd.h>
 
 #include <cstddef>
 #include <string>
@@ -21,9 +19,12 @@ struct FailingDisk {
     }
     ~FailingDisk() { current = nullptr; }
 
-    static bool Strikes();  ///< Counts an operation, and tells whether it is struck.
-    static int Fail();      ///< What a struck operation comes to.
-    static ssize_t CountRead(ssize_t size);
+    static bool Strikes();         ///< Counts an operation, and tells whether it is struck.
+    static int Fail();             ///< What a struck operation comes to.
+    static bool ContentStrikes();  ///< The same for a write.
+    static bool FlushStrikes();    ///< The same for a flush.
+    static void NoteName();        ///< A file is about to get its name.
+    static void CountRead(std::ptrdiff_t size);
 
     inline static FailingDisk* current = nullptr;
     int to_strike;

@@ -1,7 +1,8 @@
-// Memory that runs short and files that break off, on demand. The test program is linked so that
-// the library's calls of calloc and read come here first.
+// Memory that runs short and files that break off, on demand. In the test program the library's
+// calls that allocate blocks and read files come here first.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -9,6 +10,18 @@ namespace hundredweight {
 
 inline int allocations_to_failure = 0;  // 0: none fails.
 inline std::size_t bytes_to_end = SIZE_MAX;
+
+/// Counts an allocation. Result: whether it fails.
+inline bool AllocationFails() {
+    return allocations_to_failure > 0 && --allocations_to_failure == 0;
+}
+
+/// Takes bytes that a read asks for. Result: how many of them it may have.
+inline std::size_t ReadableBytes(std::size_t size) {
+    const std::size_t readable = std::min(size, bytes_to_end);
+    if (bytes_to_end != SIZE_MAX) bytes_to_end -= readable;
+    return readable;
+}
 
 /// Lets the n-th allocation from now fail, once; n counts from 1.
 struct FailingMemory {

@@ -1,7 +1,9 @@
-# Runs a host on fresh sample data and compares what it prints: CWT, EXAMPLE, DIRECTORY, EXPECTED.
-execute_process(COMMAND ${CWT} sample ${DIRECTORY} COMMAND_ERROR_IS_FATAL ANY)
-execute_process(COMMAND ${EXAMPLE} ${DIRECTORY}/ OUTPUT_VARIABLE printed
+# Runs a host on fresh sample data and compares what it prints: EMULATOR, CWT, EXAMPLE, DIRECTORY,
+# EXPECTED.
+execute_process(COMMAND ${EMULATOR} ${CWT} sample ${DIRECTORY} COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND ${EMULATOR} ${EXAMPLE} ${DIRECTORY}/ OUTPUT_VARIABLE printed
                 COMMAND_ERROR_IS_FATAL ANY)
+string(REPLACE "\r\n" "\n" printed "${printed}")
 file(READ ${EXPECTED} expected)
 if(NOT printed STREQUAL expected)
     message(FATAL_ERROR "printed:\n${printed}\nexpected:\n${expected}")

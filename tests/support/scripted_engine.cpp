@@ -16,21 +16,22 @@ ScriptedEngine& Log(const char* call, void* used_handle) {
 ScriptedEngine::ScriptedEngine() {
     current = this;
     engine.entry_points = {
-        [](const char* directory) {
+        [](const char* directory) HWT_CALL {
             current->calls.push_back(std::string("start ") + directory);
             return current->handle;
         },
-        [](void* used, const char* directory) {
+        [](void* used, const char* directory) HWT_CALL {
             Log("directory ", used).calls.back() += directory;
             return 0;
         },
-        [](void* used, EngineTablesRecord* record) { return Log("tables", used).tables(*record); },
-        [](void* used, EngineVersionBlock* block) {
+        [](void* used, EngineTablesRecord* record)
+            HWT_CALL { return Log("tables", used).tables(*record); },
+        [](void* used, EngineVersionBlock* block) HWT_CALL {
             memcpy(block, Log("version", used).version_block.data(), sizeof *block);
             return 0;
         },
-        [](void* used) { return Log("end", used).end_result; },
-        [](void* used, EngineRateRecord* record, void* block) {
+        [](void* used) HWT_CALL { return Log("end", used).end_result; },
+        [](void* used, EngineRateRecord* record, void* block) HWT_CALL {
             EXPECT_EQ(record, &engine.EngineRateRecord);
             const bool second = block == engine.EngineListBlock.get();
             EXPECT_TRUE(second || block == engine.EngineResultBlock.get());
@@ -38,16 +39,15 @@ ScriptedEngine::ScriptedEngine() {
             second ? script.list(*engine.EngineListBlock) : script.rate(*engine.EngineResultBlock);
             return 0;
         },
-        [](void* used, EfcRecord* buffer, int32_t index) -> EfcRecord* {
+        [](void* used, EfcRecord* buffer, int32_t index) HWT_CALL -> EfcRecord* {
             const auto& record = Log("table", used).effective_tables[static_cast<size_t>(index)];
             memcpy(buffer, record.data(), record.size());
             return record.empty() ? nullptr : buffer;
         },
-        [](void* used) { return Log("size", used).effective_table_size; },
-        [](void* used, char* buffer) { return Log("text", used).error_text(buffer); },
-        [](void* used, char* letters, const char* zip) {
-            return Log("state", used).state(letters, zip);
-        }};
+        [](void* used) HWT_CALL { return Log("size", used).effective_table_size; },
+        [](void* used, char* buffer) HWT_CALL { return Log("text", used).error_text(buffer); },
+        [](void* used, char* letters, const char* zip)
+            HWT_CALL { return Log("state", used).state(letters, zip); }};
 }
 
 std::string RateRecordBytes() {

@@ -1,20 +1,29 @@
 #include "support/tariff_fixture.h"
 
-#include <stdlib.h>
+#include <sys/stat.h>
 
 #include <fstream>
+#include <random>
 
 namespace hundredweight {
 namespace {
 
-std::string MakeTemporaryDirectory() {
-    std::string name = (std::filesystem::temp_directory_path() / "hundredweight-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary directory");
-    return name;
+std::filesystem::path MakeTemporaryDirectory() {
+    std::filesystem::path path;
+    do {
+        path = std::filesystem::temp_directory_path() /
+               ("hundredweight-" + std::to_string(std::random_device()()));
+    } while (!std::filesystem::create_directory(path));
+    return path;
 }
 
 std::ptrdiff_t OpenDescriptors() {
-    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    std::ptrdiff_t open = 0;
+    struct stat status;
+    for (int descriptor = 0; descriptor < 256; ++descriptor) {
+        if (fstat(descriptor, &status) == 0) ++open;
+    }
+    return open;
 }
 
 }  // namespace

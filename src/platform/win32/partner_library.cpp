@@ -11,9 +11,9 @@ thread_local char partner_library_error[kTextSize];
 
 void KeepError(DWORD code) {
     char* const text = partner_library_error;
-    DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS |
-                                      FORMAT_MESSAGE_MAX_WIDTH_MASK,
-                                  nullptr, code, 0, text, kTextSize, nullptr);
+    DWORD length = FormatMessageA(
+        FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
+        nullptr, code, 0, text, kTextSize, nullptr);
     while (length > 0 && text[length - 1] == ' ') text[--length] = '\0';
     if (length == 0) std::snprintf(text, kTextSize, "system error %lu", code);
 }

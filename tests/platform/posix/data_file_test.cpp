@@ -1,0 +1,38 @@
+// What file names do where case and trailing blanks tell.
+#include "tariff/data_file.h"
+
+#include "platform/file.h"
+#include "support/table.h"
+
+namespace hundredweight {
+namespace {
+
+struct ExactNamesTest : TariffTest {
+    std::string Content(const char* extension) const {
+        char content[16];
+        const OpenFile file = OpenDataFile(context_, extension);
+        return file ? std::string(content, platform::ReadBytes(file.handle(), content, 16)) : "-";
+    }
+};
+
+TEST_F(ExactNamesTest, CaseIsFoldedInTheLastComponentAlone) {
+    WriteFile("ABC.LA ", "blank");
+    EXPECT_EQ(Content(".LA "), "-");
+    WriteFile("ABC.ZP6", "exact");
+    WriteFile("abc.zp6", "folded");
+    EXPECT_EQ(Content(".ZP6"), "exact");
+    std::filesystem::create_directory(directory_ / "Set");
+    WriteFile("Set/ABC.ZP6", "other");
+    for (const auto& [name, content] : {std::pair{"SET/", "-"}, {"Set/", "other"}}) {
+        PutText(context_.DataDir, (directory_ / name).string());
+        EXPECT_EQ(Content(".ZP6"), content);
+    }
+}
+
+TEST(Separators, AreSlashAndBackslash) {
+    EXPECT_TRUE(platform::IsSeparator('/') && platform::IsSeparator('\\'));
+    EXPECT_FALSE(platform::IsSeparator(':'));
+}
+
+}  // namespace
+}  // namespace hundredweight

@@ -36,6 +36,10 @@ enum class WriteOutcome { kWritten, kNotCreated, kNotWritten };
 /// it cannot.
 WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t size);
 
+/// Copies a file to a name that nothing has yet, flushed to disk; leaves nothing of the copy when it
+/// cannot.
+WriteOutcome CopyToNewFile(const char* from, const char* to);
+
 /// Renames a file, replacing what has the new name, or leaves both as they are.
 bool RenameOver(const char* from, const char* to);
 

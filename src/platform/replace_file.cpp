@@ -9,38 +9,42 @@ namespace {
 
 constexpr int kAttempts = 100;
 
-/// Writes a temporary in a path's directory; its name is in `temporary` afterwards. The name is no
-/// longer than that of any file that is written, so that it fits where the file's own does.
-template <std::size_t Size>
-WriteOutcome WriteBeside(const char* path, const void* content, std::size_t size,
-                         char (&temporary)[Size]) {
+/// Makes a temporary in a path's directory by `write`, and lets it take the path's name. Its own
+/// name is no longer than that of any file that is written, so that it fits where the file's does.
+template <class Write>
+WriteOutcome WriteThrough(const char* path, bool (&rename)(const char* from, const char* to),
+                          Write write) {
     const PathParts parts = SplitPathParts(path);
     const auto directory = static_cast<int>(parts.drive.size() + parts.directory.size());
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        std::snprintf(temporary, Size, "%.*sHWT%d", directory, path, attempt);
-        if (!FileExists(temporary)) return WriteNewFile(temporary, content, size);
+        char temporary[512];
+        std::snprintf(temporary, sizeof temporary, "%.*sHWT%d", directory, path, attempt);
+        if (FileExists(temporary)) continue;
+        const WriteOutcome outcome = write(temporary);
+        if (outcome != WriteOutcome::kWritten || rename(temporary, path)) return outcome;
+        RemoveFile(temporary);
+        break;
     }
-    return WriteOutcome::kNotCreated;
-}
-
-using Rename = bool (*)(const char* from, const char* to);
-
-WriteOutcome WriteThrough(const char* path, const void* content, std::size_t size, Rename rename) {
-    char temporary[512];
-    const WriteOutcome outcome = WriteBeside(path, content, size, temporary);
-    if (outcome != WriteOutcome::kWritten || rename(temporary, path)) return outcome;
-    RemoveFile(temporary);
     return WriteOutcome::kNotCreated;
 }
 
 }  // namespace
 
 WriteOutcome ReplaceFile(const char* path, const void* content, std::size_t size) {
-    return WriteThrough(path, content, size, RenameOver);
+    return WriteThrough(path, RenameOver, [&](const char* temporary) {
+        return WriteNewFile(temporary, content, size);
+    });
 }
 
 WriteOutcome CreateFileOnce(const char* path, const void* content, std::size_t size) {
-    return WriteThrough(path, content, size, RenameUnlessExists);
+    return WriteThrough(path, RenameUnlessExists, [&](const char* temporary) {
+        return WriteNewFile(temporary, content, size);
+    });
+}
+
+WriteOutcome CopyFileOnce(const char* from, const char* path) {
+    return WriteThrough(path, RenameUnlessExists,
+                        [&](const char* temporary) { return CopyToNewFile(from, temporary); });
 }
 
 WriteOutcome ReplaceFileThrough(const char* temporary, const char* path, const void* content,

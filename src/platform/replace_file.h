@@ -19,4 +19,7 @@ WriteOutcome ReplaceFileThrough(const char* temporary, const char* path, const v
 /// Creates a file of a name that nothing has yet.
 WriteOutcome CreateFileOnce(const char* path, const void* content, std::size_t size);
 
+/// The same as a copy of another file.
+WriteOutcome CopyFileOnce(const char* from, const char* path);
+
 }  // namespace hundredweight::platform

@@ -8,7 +8,6 @@
 #include "profiles/default_profile.h"
 #include "profiles/profile_conversion.h"
 #include "profiles/profile_directory.h"
-#include "tariff/whole_file.h"
 
 namespace hundredweight {
 namespace {
@@ -24,28 +23,19 @@ bool CannotPrepare(RateContext& context) {
     return Fail(context, kCannotPrepare) != 0;
 }
 
-/// Writes the first profile file of a user from a template, whole or not at all.
-bool CreateProfileFile(const PathText& path, const void* content, std::size_t size) {
-    return platform::CreateFileOnce(path.c_str(), content, size) ==
-           platform::WriteOutcome::kWritten;
-}
-
-bool CopyTemplate(const OpenFile& profiles, const PathText& path) {
-    const WholeFile whole = ReadWholeFile(profiles);
-    return whole.outcome == LoadOutcome::kLoaded &&
-           CreateProfileFile(path, whole.block.get(), static_cast<std::size_t>(whole.length));
-}
-
 /// Gives a user who has no profile file the set's, or one with the default profile.
 bool CreateFirstFile(RateContext& context, const PathText& path) {
     // What is there but cannot be opened is the user's, and is not touched.
     if (path.empty() || platform::FileExists(path.c_str())) return CannotPrepare(context);
     const PathText template_path = PathInDataDir(context, kProfileFile);
-    const OpenFile profiles = OpenForReading(template_path);
-    if (profiles) return CopyTemplate(profiles, path) || CannotPrepare(context);
-    if (platform::FileExists(template_path.c_str())) return CannotPrepare(context);
-    SetDefaultProfile(context);
-    return CreateProfileFile(path, &context.Profile, kProfileSize) || CannotPrepare(context);
+    platform::WriteOutcome outcome = platform::WriteOutcome::kNotCreated;
+    if (platform::FileExists(template_path.c_str())) {
+        outcome = platform::CopyFileOnce(template_path.c_str(), path.c_str());
+    } else {
+        SetDefaultProfile(context);
+        outcome = platform::CreateFileOnce(path.c_str(), &context.Profile, kProfileSize);
+    }
+    return outcome == platform::WriteOutcome::kWritten || CannotPrepare(context);
 }
 
 OpenFile OpenProfileFile(const RateContext& context) {

@@ -142,10 +142,22 @@ int CreateAnew(const char* path) {
     return open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
 }
 
-/// Writes a file that is on disk when this returns.
-bool WriteDurably(int descriptor, const void* content, std::size_t size) {
-    const bool on_disk = WriteBytes(descriptor, content, size) && fsync(descriptor) == 0;
-    return close(descriptor) == 0 && on_disk;
+bool CopyBytes(int from, int to, int64_t left) {
+    char buffer[1 << 16];
+    while (left > 0) {
+        const std::size_t size = ReadBytes(from, buffer, sizeof buffer);
+        if (size == 0 || !WriteBytes(to, buffer, size)) return false;
+        left -= static_cast<int64_t>(size);
+    }
+    return true;
+}
+
+/// Ends the writing of a new file, which is on disk when this returns, or there is none.
+WriteOutcome Finish(int descriptor, bool written, const char* path) {
+    const bool on_disk = written && fsync(descriptor) == 0;
+    if (close(descriptor) == 0 && on_disk) return WriteOutcome::kWritten;
+    unlink(path);
+    return WriteOutcome::kNotWritten;
 }
 
 }  // namespace
@@ -196,9 +208,18 @@ void CloseFile(int descriptor) {
 WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t size) {
     const int descriptor = CreateAnew(path);
     if (descriptor < 0) return WriteOutcome::kNotCreated;
-    if (WriteDurably(descriptor, content, size)) return WriteOutcome::kWritten;
-    unlink(path);
-    return WriteOutcome::kNotWritten;
+    return Finish(descriptor, WriteBytes(descriptor, content, size), path);
+}
+
+WriteOutcome CopyToNewFile(const char* from, const char* to) {
+    int64_t length = 0;
+    const int16_t source = OpenForReading(from, &length);
+    if (source == -1) return WriteOutcome::kNotCreated;
+    WriteOutcome outcome = WriteOutcome::kNotCreated;
+    const int descriptor = CreateAnew(to);
+    if (descriptor >= 0) outcome = Finish(descriptor, CopyBytes(source, descriptor, length), to);
+    close(source);
+    return outcome;
 }
 
 bool RenameOver(const char* from, const char* to) {

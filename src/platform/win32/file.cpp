@@ -53,6 +53,14 @@ bool WriteBytes(int descriptor, const void* content, std::size_t size) {
     return true;
 }
 
+/// Ends the writing of a new file, which is on disk when this returns, or there is none.
+WriteOutcome Finish(int descriptor, bool written, const char* path) {
+    const bool on_disk = written && _commit(descriptor) == 0;
+    if (_close(descriptor) == 0 && on_disk) return WriteOutcome::kWritten;
+    RemoveFile(path);
+    return WriteOutcome::kNotWritten;
+}
+
 }  // namespace
 
 int16_t OpenForReading(const char* path, int64_t* length) {
@@ -101,9 +109,17 @@ WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t siz
     const int descriptor = _open(path, _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
                                  _S_IREAD | _S_IWRITE);
     if (descriptor < 0) return WriteOutcome::kNotCreated;
-    const bool on_disk = WriteBytes(descriptor, content, size) && _commit(descriptor) == 0;
-    if (_close(descriptor) == 0 && on_disk) return WriteOutcome::kWritten;
-    RemoveFile(path);
+    return Finish(descriptor, WriteBytes(descriptor, content, size), path);
+}
+
+WriteOutcome CopyToNewFile(const char* from, const char* to) {
+    constexpr BOOL kUnlessExists = TRUE;
+    if (CopyFileA(from, to, kUnlessExists) == 0) return WriteOutcome::kNotCreated;
+    // The copy of a protected file is not protected: its user is to write it.
+    SetFileAttributesA(to, FILE_ATTRIBUTE_NORMAL);
+    const int descriptor = _open(to, _O_RDWR | _O_BINARY | _O_NOINHERIT);
+    if (descriptor >= 0) return Finish(descriptor, true, to);
+    RemoveFile(to);
     return WriteOutcome::kNotWritten;
 }
 

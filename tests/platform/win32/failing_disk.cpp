@@ -15,6 +15,11 @@ using namespace hundredweight;
 
 namespace {
 
+void NoteCreation(const char* path) {
+    if (FailingDisk::current != nullptr)
+        FailingDisk::current->created.push_back(std::filesystem::absolute(path).string());
+}
+
 /// A function of the system's, whose import has been led to one of these.
 template <class Function>
 Function* Redirect(const char* library, const char* name, Function* here) {
@@ -33,8 +38,7 @@ Function* Redirect(const char* library, const char* name, Function* here) {
 #define FAILING_CALL(result, name, ...) FAILING("msvcrt.dll", result, name, __VA_ARGS__)
 
 FAILING_CALL(int, _open, const char* path, int flags, int mode) {
-    if (FailingDisk::current != nullptr && (flags & _O_CREAT) != 0)
-        FailingDisk::current->created.push_back(std::filesystem::absolute(path).string());
+    if ((flags & _O_CREAT) != 0) NoteCreation(path);
     return FailingDisk::Strikes() ? FailingDisk::Fail() : System_open(path, flags, mode);
 }
 
@@ -70,6 +74,12 @@ FAILING_CALL(void*, calloc, std::size_t count, std::size_t size) {
 FAILING("kernel32.dll", BOOL WINAPI, MoveFileExA, const char* from, const char* to, DWORD flags) {
     FailingDisk::NoteName();
     return FailingDisk::Strikes() ? FailingDisk::Fail() + 1 : SystemMoveFileExA(from, to, flags);
+}
+
+FAILING("kernel32.dll", BOOL WINAPI, CopyFileA, const char* from, const char* to, BOOL once) {
+    NoteCreation(to);
+    return FailingDisk::ContentStrikes() ? FailingDisk::Fail() + 1
+                                         : SystemCopyFileA(from, to, once);
 }
 
 FAILING("kernel32.dll", BOOL WINAPI, DeleteFileA, const char* path) {

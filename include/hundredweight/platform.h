@@ -35,8 +35,8 @@ HWT_API void SetQuitHandler(QuitHandler handler);
  *  library (on Windows beside the program) and where the system looks. Result: the module for RateContext.EngineModule or
  *  ServiceGuideModule, which the host gives to UnloadPartnerLibrary at the end; or null. */
 HWT_API void* LoadPartnerLibrary(const char* name);
-/** Why the last LoadPartnerLibrary that failed on this thread did; empty when none has. Result: a
- *  text of the library's own, valid until the next failure on this thread. */
+/** Why the last LoadPartnerLibrary that failed did; empty when none has. Result: a text of the
+ *  library's own, valid until the next failure. */
 HWT_API const char* PartnerLibraryError(void);
 /** Unloads what LoadPartnerLibrary returned; null is allowed. The partner must have been ended
  *  (EndTolvexdll, EndSGdll) and must not be called again. */

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr std::size_t kTextSize = 512;
-thread_local char partner_library_error[kTextSize];
+char partner_library_error[kTextSize];
 
 /// Loads a partner that lies in the directory of this library.
 void* LoadBeside(const char* name) {

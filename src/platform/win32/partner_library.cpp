@@ -7,7 +7,7 @@
 namespace {
 
 constexpr DWORD kTextSize = 512;
-thread_local char partner_library_error[kTextSize];
+char partner_library_error[kTextSize];
 
 void KeepError(DWORD code) {
     char* const text = partner_library_error;

@@ -1,0 +1,39 @@
+# What an installation consists of, and the package of it.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/hundredweight)
+if(WIN32)
+    set(CMAKE_INSTALL_DOCDIR docs)
+endif()
+
+set_target_properties(hundredweight hundredweight_platform cwt tolvex servgd PROPERTIES
+    INSTALL_RPATH "$ORIGIN;$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+install(TARGETS hundredweight hundredweight_platform EXPORT hundredweight)
+install(TARGETS cwt)
+# The stand-ins for the partner libraries, which cwt loads unless it is told otherwise.
+install(TARGETS tolvex servgd ARCHIVE EXCLUDE_FROM_ALL)
+install(DIRECTORY include/hundredweight TYPE INCLUDE)
+install(FILES README.md TYPE DOC)
+install(DIRECTORY docs/ TYPE DOC)
+if(HWT_SAMPLE)
+    install(DIRECTORY ${HWT_SAMPLE}/ DESTINATION sample)
+endif()
+
+install(EXPORT hundredweight NAMESPACE hundredweight:: DESTINATION ${package_directory}
+        FILE hundredweight-config.cmake)
+write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/hundredweight-config-version.cmake
+    COMPATIBILITY SameMinorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/hundredweight-config-version.cmake
+        DESTINATION ${package_directory})
+
+file(RELATIVE_PATH up /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+configure_file(cmake/hundredweight.pc.in hundredweight.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/hundredweight.pc
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+set(CPACK_GENERATOR ZIP)
+set(CPACK_PACKAGE_FILE_NAME hundredweight-${PROJECT_VERSION}-win32)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INCLUDE_TOPLEVEL_DIRECTORY ON)
+include(CPack)

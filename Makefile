@@ -1,13 +1,21 @@
-# make rate    rates a sample shipment          make test    runs every test, with sanitizers
-# make lint    checks format and common slips   make clean   removes what was built
+# make rate          rates a sample shipment
+# make test          runs every test, with sanitizers
+# make test-linux32  the same on 32-bit Linux     make test-win32  the same on 32-bit Windows
+# make test-all      all three, and compares what the three make of the same shipments
+# make win32         packs the library for Windows
+# make lint          checks format and common slips
+# make format        formats the sources          make clean       removes what was built
 
-BUILD_PACKAGES = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev
-TEST_PACKAGES  = libgtest-dev binutils
-LINT_PACKAGES  = clang-format clang-tidy
+BUILD_PACKAGES   = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev
+TEST_PACKAGES    = googletest binutils pkg-config
+LINUX32_PACKAGES = g++-multilib
+WIN32_PACKAGES   = g++-mingw-w64-i686-posix
+WINE_PACKAGES    = debootstrap xvfb xauth
+LINT_PACKAGES    = clang-format clang-tidy
 
 SAMPLE = sample
 
-.PHONY: rate test lint format clean
+.PHONY: rate win32 test test-linux32 test-win32 test-all lint format clean
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -17,11 +25,30 @@ rate:
 	@echo "Rating $(SAMPLE)/shipments/01-deficit-and-discount.json"
 	@build/release/bin/cwt rate $(SAMPLE)/shipments/01-deficit-and-discount.json
 
+win32:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(WIN32_PACKAGES)
+	@scripts/build.sh release -DBUILD_TESTING=OFF
+	@scripts/build.sh win32 -DBUILD_TESTING=OFF
+	@scripts/package.sh
+
 test:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES)
 	@scripts/build.sh debug
-	@echo "Running the tests"
-	@ctest --preset debug
+	@scripts/test.sh debug
+
+test-linux32:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINUX32_PACKAGES)
+	@scripts/build.sh linux32
+	@scripts/test.sh linux32
+
+test-win32:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(WIN32_PACKAGES) $(WINE_PACKAGES)
+	@scripts/install_wine.sh
+	@scripts/build.sh win32 -DBUILD_TESTING=ON -DCMAKE_CROSSCOMPILING_EMULATOR=$(CURDIR)/scripts/wine.sh
+	@scripts/test.sh win32
+
+test-all: test test-linux32 test-win32
+	@scripts/compare_targets.sh
 
 lint:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINT_PACKAGES)

@@ -3,7 +3,8 @@
 # system's; silent when it is there. Prints nothing but progress.
 set -eu
 
-root=$1
+. "$(dirname "$0")/wine_root.sh"
+root=$wine_root
 [ ! -e "$root/installed" ] || exit 0
 
 echo "Installing 32-bit Wine in $root"

@@ -3,4 +3,5 @@
 set -eu
 
 export WINEDEBUG="${WINEDEBUG:--all}"
-exec "$(dirname "$0")/in_root.sh" "${HWT_WINE_ROOT:-/var/cache/hundredweight-wine}" wine "$@"
+. "$(dirname "$0")/wine_root.sh"
+exec "$(dirname "$0")/in_root.sh" "$wine_root" wine "$@"

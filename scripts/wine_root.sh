@@ -1,0 +1,2 @@
+# Where 32-bit Wine is installed; sourced by the scripts that install and run it.
+wine_root=${HWT_WINE_ROOT:-/var/cache/hundredweight-wine}

@@ -24,8 +24,11 @@ install() {
         apt-get -q update
         apt-get -q install -y --no-install-recommends wine wine32
         apt-get clean
-        # The first start lays out the system directories.
-        WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" wineboot --init'
+        # The first start lays out the system directories. No window manager is waited for.
+        export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+        wineboot --init
+        wine reg add "HKCU\\Software\\Wine\\X11 Driver" /v Managed /d N /f
+        wineserver --wait'
     $as_root touch "$root/installed"
 }
 if ! install >"$log" 2>&1; then

@@ -25,7 +25,7 @@ typedef void (*QuitHandler)(int32_t code);
 
 /** Installs the host's message box, for the whole process; null restores the default, which is the
  *  system's message box on Windows and elsewhere writes caption and text to standard error and
- *  counts as not shown. */
+ *  counts as not shown. On Windows it does nothing as long as hundredweight.dll is not loaded. */
 HWT_API void SetMessageBoxHandler(MessageBoxHandler handler);
 /** Installs the host's way to quit, for the whole process; null restores the default, which posts
  *  the quit message to the calling thread on Windows and does nothing elsewhere. */

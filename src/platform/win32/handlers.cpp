@@ -8,6 +8,11 @@
 
 #include "platform/win32/import_redirection.h"
 
+// The module that the library is; null stands for a program that it is part of.
+#if !defined(HWT_LIBRARY_MODULE)
+#define HWT_LIBRARY_MODULE "hundredweight.dll"
+#endif
+
 namespace {
 
 using hundredweight::platform::ImportedAddress;
@@ -24,16 +29,12 @@ void WINAPI HandleQuit(int code) {
     quit_handler.load()(code);
 }
 
-/// The library, or the program when the library is part of it.
-HMODULE LibraryModule() {
-    const HMODULE library = GetModuleHandleA("hundredweight.dll");
-    return library == nullptr ? GetModuleHandleA(nullptr) : library;
-}
-
 /// Puts a handler in the place of a function of the system's, or the function back.
 void Install(bool handled, const char* function, FARPROC handler) {
+    const HMODULE library = GetModuleHandleA(HWT_LIBRARY_MODULE);
+    if (library == nullptr) return;
     const FARPROC system = GetProcAddress(GetModuleHandleA("user32.dll"), function);
-    RedirectImport(LibraryModule(), handled ? system : handler, handled ? handler : system);
+    RedirectImport(library, handled ? system : handler, handled ? handler : system);
 }
 
 }  // namespace

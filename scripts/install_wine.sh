@@ -16,20 +16,20 @@ source=$(apt-get indextargets --format '$(RELEASE) $(COMPONENT) $(REPO_URI)' 'Cr
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 install() {
-    $as_root rm -rf --one-file-system "$root"
-    $as_root mkdir -p "$root"
-    $as_root debootstrap --arch=i386 --variant=minbase bookworm "$root" "$source"
-    "$(dirname "$0")/in_root.sh" "$root" sh -c '
-        export DEBIAN_FRONTEND=noninteractive
-        apt-get -q update
-        apt-get -q install -y --no-install-recommends wine wine32
-        apt-get clean
-        # The first start lays out the system directories. No window manager is waited for.
-        export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
-        wineboot --init
-        wine reg add "HKCU\\Software\\Wine\\X11 Driver" /v Managed /d N /f
-        wineserver --wait'
-    $as_root touch "$root/installed"
+    $as_root rm -rf --one-file-system "$root" &&
+        $as_root mkdir -p "$root" &&
+        $as_root debootstrap --arch=i386 --variant=minbase bookworm "$root" "$source" &&
+        "$(dirname "$0")/in_root.sh" "$root" sh -euc '
+            export DEBIAN_FRONTEND=noninteractive
+            apt-get -q update
+            apt-get -q install -y --no-install-recommends wine wine32
+            apt-get clean
+            # The first start lays out the system directories. No window manager is waited for.
+            export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+            wineboot --init
+            wine reg add "HKCU\\Software\\Wine\\X11 Driver" /v Managed /d N /f
+            wineserver --wait' &&
+        $as_root touch "$root/installed"
 }
 if ! install >"$log" 2>&1; then
     cat "$log" >&2

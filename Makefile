@@ -7,19 +7,21 @@
 # make format        formats the sources          make clean       removes what was built
 
 BUILD_PACKAGES   = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev
-TEST_PACKAGES    = googletest binutils pkg-config
+TEST_PACKAGES    = googletest binutils pkg-config locales
 LINUX32_PACKAGES = g++-multilib
-WIN32_PACKAGES   = g++-mingw-w64-i686-posix
-WINE_PACKAGES    = debootstrap xvfb xauth
+WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 LINT_PACKAGES    = clang-format clang-tidy
 
 SAMPLE = sample
+
+# The targets share packages, trees and a display.
+.NOTPARALLEL:
 
 .PHONY: rate win32 test test-linux32 test-win32 test-all lint format clean
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
-	@scripts/build.sh release -DBUILD_TESTING=OFF
+	@scripts/build.sh release
 	@echo "Writing the sample data to $(SAMPLE)/"
 	@build/release/bin/cwt sample $(SAMPLE)
 	@echo "Rating $(SAMPLE)/shipments/01-deficit-and-discount.json"
@@ -27,7 +29,7 @@ rate:
 
 win32:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(WIN32_PACKAGES)
-	@scripts/build.sh release -DBUILD_TESTING=OFF
+	@scripts/build.sh release
 	@scripts/build.sh win32 -DBUILD_TESTING=OFF
 	@scripts/package.sh
 
@@ -42,12 +44,13 @@ test-linux32:
 	@scripts/test.sh linux32
 
 test-win32:
-	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(WIN32_PACKAGES) $(WINE_PACKAGES)
-	@scripts/install_wine.sh
-	@scripts/build.sh win32 -DBUILD_TESTING=ON -DCMAKE_CROSSCOMPILING_EMULATOR=$(CURDIR)/scripts/wine.sh
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(WIN32_PACKAGES)
+	@scripts/build.sh win32
 	@scripts/test.sh win32
 
 test-all: test test-linux32 test-win32
+	@HWT_TARGET=transcript scripts/build.sh release -DBUILD_TESTING=ON
+	@build/release/bin/transcript build/release/transcript
 	@scripts/compare_targets.sh
 
 lint:

@@ -12,8 +12,7 @@ target_compile_options(hwt_compile_options INTERFACE
 # Files may be longer than 2 GiB on 32-bit systems too.
 target_compile_definitions(hwt_compile_options INTERFACE _FILE_OFFSET_BITS=64)
 if(WIN32)
-    # Hosts of other compilers align the stack to 4 bytes alone, and have no run-time DLL of ours.
-    target_compile_options(hwt_compile_options INTERFACE -mstackrealign)
+    # Hosts have no run-time DLL of this compiler.
     target_link_options(hwt_compile_options INTERFACE -static)
 endif()
 if(HWT_SANITIZE)

@@ -1,5 +1,4 @@
 # What an installation consists of, and the package of it.
-include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/hundredweight)
@@ -14,8 +13,10 @@ install(TARGETS cwt)
 # The stand-ins for the partner libraries, which cwt loads unless it is told otherwise.
 install(TARGETS tolvex servgd ARCHIVE EXCLUDE_FROM_ALL)
 install(DIRECTORY include/hundredweight TYPE INCLUDE)
-install(FILES README.md TYPE DOC)
 install(DIRECTORY docs/ TYPE DOC)
+if(WIN32)
+    install(FILES docs/windows.md DESTINATION . RENAME README.md)
+endif()
 if(HWT_SAMPLE)
     install(DIRECTORY ${HWT_SAMPLE}/ DESTINATION sample)
 endif()
@@ -32,8 +33,9 @@ configure_file(cmake/hundredweight.pc.in hundredweight.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/hundredweight.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-set(CPACK_GENERATOR ZIP)
-set(CPACK_PACKAGE_FILE_NAME hundredweight-${PROJECT_VERSION}-win32)
-set(CPACK_STRIP_FILES ON)
-set(CPACK_INCLUDE_TOPLEVEL_DIRECTORY ON)
-include(CPack)
+if(WIN32)
+    set(CPACK_GENERATOR ZIP)
+    set(CPACK_PACKAGE_FILE_NAME hundredweight-${PROJECT_VERSION}-win32)
+    set(CPACK_STRIP_FILES ON)
+    include(CPack)
+endif()

@@ -7,6 +7,7 @@
 
 #include "failure.h"
 #include "field_text.h"
+#include "path_text.h"
 #include "set_files.h"
 
 namespace cwt {
@@ -214,7 +215,7 @@ Json Inspect(const Sources& sources, bool with_engine) {
     }
     const bool dated = OpenLevelFile(&context, (sources.set + ".LVL").c_str()) == 1;
     return {{"set", sources.set},
-            {"directory", sources.data.string()},
+            {"directory", PathText(sources.data)},
             {"rating", with_engine ? "engine" : "own tables"},
             {"loads", code == 0},
             {"failure", failure},

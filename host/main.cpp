@@ -11,6 +11,7 @@
 #include "failure.h"
 #include "freight_bill.h"
 #include "inspection.h"
+#include "path_text.h"
 #include "profile_list.h"
 #include "rating_session.h"
 #include "reference/samples/sample_data.h"
@@ -29,9 +30,9 @@ const char* const kExitCodes =
     "library or command line.\nEvery failure is a line on standard error, with the library's code.";
 
 struct Options {
-    std::filesystem::path shipment;
-    std::filesystem::path directory = ".";
-    std::filesystem::path data;  ///< Empty: the nearest directory that holds the set.
+    std::string shipment;
+    std::string directory = ".";
+    std::string data;  ///< Empty: the nearest directory that holds the set.
     cwt::Sources sources;
     std::vector<std::string> postal_codes;
     std::string profile;
@@ -43,15 +44,16 @@ struct Options {
 /// Where a shipment's data are.
 cwt::Sources ShipmentSources(const Options& options) {
     cwt::Sources sources = options.sources;
+    const std::filesystem::path shipment = absolute(cwt::PathOf(options.shipment));
     sources.data = options.data.empty()
-                       ? cwt::FindDataDirectory(options.shipment.parent_path(), sources.set)
-                       : options.data;
+                       ? cwt::FindDataDirectory(shipment.parent_path(), sources.set)
+                       : cwt::PathOf(options.data);
     return sources;
 }
 
 cwt::Sources DirectorySources(const Options& options) {
     cwt::Sources sources = options.sources;
-    sources.data = options.directory;
+    sources.data = cwt::PathOf(options.directory);
     return sources;
 }
 
@@ -60,7 +62,7 @@ void PrintJson(const Json& json) {
 }
 
 void Rate(const Options& options) {
-    const cwt::Shipment shipment = cwt::ReadShipment(options.shipment);
+    const cwt::Shipment shipment = cwt::ReadShipment(cwt::PathOf(options.shipment));
     cwt::RatingSession session(ShipmentSources(options));
     for (const std::string& note : session.Rate(shipment, options.request_code)) {
         fmt::print(stderr, "cwt: note: {}\n", note);
@@ -70,7 +72,7 @@ void Rate(const Options& options) {
 }
 
 void Check(const Options& options) {
-    const cwt::Shipment shipment = cwt::ReadShipment(options.shipment);
+    const cwt::Shipment shipment = cwt::ReadShipment(cwt::PathOf(options.shipment));
     cwt::RatingSession session(ShipmentSources(options));
     session.Check(shipment);
     fmt::print("The shipment is valid.\n");
@@ -117,7 +119,7 @@ void Inspect(const Options& options) {
 }
 
 void WriteSample(const Options& options) {
-    hundredweight::samples::WriteSampleData(options.directory);
+    hundredweight::samples::WriteSampleData(cwt::PathOf(options.directory));
 }
 
 CLI::App* AddCommand(CLI::App& app, const char* name, const char* purpose,

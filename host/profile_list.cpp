@@ -8,6 +8,7 @@
 
 #include "failure.h"
 #include "field_text.h"
+#include "path_text.h"
 
 namespace cwt {
 namespace {
@@ -19,7 +20,7 @@ constexpr std::size_t kValuesInSet = 11;
 constexpr int32_t kMostZipDiscounts = 150;
 
 Broken Failure(const Sources& sources, const RateContext& context) {
-    return Broken(fmt::format("{}: {}", sources.data.string(), Describe(context.ErrorCode)));
+    return Broken(fmt::format("{}: {}", PathText(sources.data), Describe(context.ErrorCode)));
 }
 
 Json ClassMap(const ProfileRecord& profile) {

@@ -7,6 +7,7 @@
 
 #include "failure.h"
 #include "field_text.h"
+#include "path_text.h"
 #include "validation.h"
 
 namespace cwt {
@@ -24,7 +25,7 @@ constexpr int32_t kSettleList = 0;
 /// Throws Broken, naming where the data are, when a step of the library failed.
 void Expect(int32_t result, const Sources& sources, const RateContext& context) {
     if (result != 0) return;
-    throw Broken(fmt::format("{}: {}", sources.data.string(), Describe(context.ErrorCode)));
+    throw Broken(fmt::format("{}: {}", PathText(sources.data), Describe(context.ErrorCode)));
 }
 
 /// The engine's offers for a point that it could not place.
@@ -58,7 +59,7 @@ std::filesystem::path FindDataDirectory(const std::filesystem::path& start,
 
 TariffSet::TariffSet(const Sources& sources) : context_(std::make_unique<RateContext>()) {
     constexpr std::size_t kLongestBaseName = 8;
-    const std::string directory = (sources.data / "").string();
+    const std::string directory = PathText(sources.data / "");
     SetText(context_->DataDir, "data directory", directory);
     SetText(context_->UserDir, "data directory", directory);
     RequireRoom("set", sources.set, kLongestBaseName);
@@ -92,7 +93,7 @@ PartnerLibrary::~PartnerLibrary() {
 RatingSession::RatingSession(const Sources& sources)
     : sources_(sources), set_(sources), engine_(sources.engine) {
     if (const int32_t code = set_.Load(); code != 0) {
-        throw Broken(fmt::format("{}: {}", sources.data.string(), Describe(code)));
+        throw Broken(fmt::format("{}: {}", PathText(sources.data), Describe(code)));
     }
     Expect(OpenLevelFile(&context(), (sources.set + ".LVL").c_str()), sources, context());
     ReadDiscounts(sources, context());

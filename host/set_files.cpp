@@ -5,6 +5,8 @@
 #include <iterator>
 #include <string_view>
 
+#include "path_text.h"
+
 namespace cwt {
 namespace {
 
@@ -115,7 +117,7 @@ std::optional<std::uintmax_t> SizeOf(const std::filesystem::path& directory,
     std::error_code error;
     for (const auto& entry : std::filesystem::directory_iterator(directory, error)) {
         if (!entry.is_regular_file(error)) continue;
-        if (EqualIgnoringCase(entry.path().filename().string(), name)) return entry.file_size();
+        if (EqualIgnoringCase(PathText(entry.path().filename()), name)) return entry.file_size();
     }
     return std::nullopt;
 }

@@ -10,6 +10,7 @@
 
 #include "failure.h"
 #include "field_text.h"
+#include "path_text.h"
 
 namespace cwt {
 namespace {
@@ -197,13 +198,13 @@ void CheckDiscount(const Discount& discount) {
 
 Shipment ReadShipment(const std::filesystem::path& path) {
     std::ifstream file(path);
-    if (!file) throw Broken(fmt::format("{}: cannot be opened", path.string()));
+    if (!file) throw Broken(fmt::format("{}: cannot be opened", PathText(path)));
     try {
         return ReadShipmentJson(Json::parse(file));
     } catch (const Json::exception& error) {
-        throw Broken(fmt::format("{}: {}", path.string(), error.what()));
+        throw Broken(fmt::format("{}: {}", PathText(path), error.what()));
     } catch (const Broken& error) {
-        throw Broken(fmt::format("{}: {}", path.string(), error.what()));
+        throw Broken(fmt::format("{}: {}", PathText(path), error.what()));
     }
 }
 

@@ -1,9 +1,10 @@
 #!/bin/sh
 # Compares, byte for byte, what the tests of the three targets made of the same data.
 set -eu
+cd "$(dirname "$0")/.."
 
 echo "Comparing bills, records and written files of the targets"
-for preset in linux32 win32; do
+for preset in release linux32 win32; do
     if ! diff -r build/debug/transcript "build/$preset/transcript" >"build/$preset/differences"; then
         echo "debug and $preset differ:" >&2
         head -n 40 "build/$preset/differences" | cut -c 1-200 >&2
@@ -13,4 +14,4 @@ done
 bills=$(find build/debug/transcript -name '*.bill' | wc -l)
 refusals=$(find build/debug/transcript -name '*.refusal' | wc -l)
 files=$(find build/debug/transcript -type f | wc -l)
-echo "All $files files are the same on the three targets: $bills bills, $refusals refusals"
+echo "All $files files are the same on all targets: $bills bills, $refusals refusals"

@@ -1,20 +1,25 @@
 #!/bin/sh
-# Runs a command in another root directory that sees this system's devices, its temporary files
-# and this project, in the current directory; the mounts end with the command.
+# Runs a command in another root directory as a user, given as uid:gid. The command sees this
+# system's devices, its temporary files and this project, in the current directory; the mounts end
+# with it.
 set -eu
 
-root=$1
-shift
+root=$1 user=$2
+shift 2
 as_root=""
 [ "$(id -u)" -eq 0 ] || as_root="sudo --preserve-env"
 project=$(cd "$(dirname "$0")/.." && pwd)
 # shellcheck disable=SC2016
 exec $as_root unshare --mount sh -euc '
-    root=$0 project=$1 directory=$2
-    shift 2
+    root=$0 user=$1 project=$2 directory=$3
+    shift 3
     for each in /proc /dev /tmp "$project"; do
         mkdir -p "$root$each"
         mount --rbind "$each" "$root$each"
     done
-    exec chroot "$root" env HOME=/root sh -c "cd \"\$0\" && exec \"\$@\"" "$directory" "$@"' \
-    "$root" "$project" "$PWD" "$@"
+    home=/home/${user%:*}
+    mkdir -p "$root$home"
+    chown "$user" "$root$home"
+    exec chroot --userspec="$user" "$root" env HOME="$home" \
+        sh -c "cd \"\$0\" && exec \"\$@\"" "$directory" "$@"' \
+    "$root" "$user" "$project" "$PWD" "$@"

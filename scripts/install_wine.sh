@@ -1,11 +1,18 @@
 #!/bin/sh
 # Installs 32-bit Wine in a root directory of its own, where its packages do not clash with the
-# system's; silent when it is there. Prints nothing but progress.
+# system's; silent when it is there.
 set -eu
+cd "$(dirname "$0")/.."
 
-. "$(dirname "$0")/wine_root.sh"
+. scripts/wine_root.sh
 root=$wine_root
-[ ! -e "$root/installed" ] || exit 0
+[ ! -e "$root.installed" ] || exit 0
+# What an earlier attempt has left may go, and nothing else.
+if [ -e "$root" ] && [ ! -e "$root.started" ]; then
+    echo "$root is not a directory of these scripts" >&2
+    exit 1
+fi
+scripts/install_packages.sh debootstrap
 
 echo "Installing 32-bit Wine in $root"
 as_root=""
@@ -16,20 +23,18 @@ source=$(apt-get indextargets --format '$(RELEASE) $(COMPONENT) $(REPO_URI)' 'Cr
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 install() {
-    $as_root rm -rf --one-file-system "$root" &&
-        $as_root mkdir -p "$root" &&
-        $as_root debootstrap --arch=i386 --variant=minbase bookworm "$root" "$source" &&
-        "$(dirname "$0")/in_root.sh" "$root" sh -euc '
+    $as_root mkdir -p "$(dirname "$root")" &&
+        $as_root touch "$root.started" &&
+        $as_root rm -rf --one-file-system "$root" &&
+        $as_root mkdir "$root" &&
+        $as_root unshare --mount \
+            debootstrap --arch=i386 --variant=minbase bookworm "$root" "$source" &&
+        scripts/in_root.sh "$root" 0:0 sh -euc '
             export DEBIAN_FRONTEND=noninteractive
             apt-get -q update
             apt-get -q install -y --no-install-recommends wine wine32
-            apt-get clean
-            # The first start lays out the system directories. No window manager is waited for.
-            export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
-            wineboot --init
-            wine reg add "HKCU\\Software\\Wine\\X11 Driver" /v Managed /d N /f
-            wineserver --wait' &&
-        $as_root touch "$root/installed"
+            apt-get clean' &&
+        $as_root touch "$root.installed"
 }
 if ! install >"$log" 2>&1; then
     cat "$log" >&2

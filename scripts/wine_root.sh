@@ -1,2 +1,9 @@
 # Where 32-bit Wine is installed; sourced by the scripts that install and run it.
 wine_root=${HWT_WINE_ROOT:-/var/cache/hundredweight-wine}
+case "$wine_root" in
+/*) ;;
+*)
+    echo "HWT_WINE_ROOT must be an absolute path" >&2
+    exit 2
+    ;;
+esac

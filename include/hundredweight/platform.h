@@ -25,15 +25,17 @@ typedef void (*QuitHandler)(int32_t code);
 
 /** Installs the host's message box, for the whole process; null restores the default, which is the
  *  system's message box on Windows and elsewhere writes caption and text to standard error and
- *  counts as not shown. On Windows it does nothing as long as hundredweight.dll is not loaded. */
+ *  counts as not shown. On Windows hundredweight.dll must have been loaded, and each
+ *  time anew; a module of the host's that goes withdraws its handler first. */
 HWT_API void SetMessageBoxHandler(MessageBoxHandler handler);
 /** Installs the host's way to quit, for the whole process; null restores the default, which posts
  *  the quit message to the calling thread on Windows and does nothing elsewhere. */
 HWT_API void SetQuitHandler(QuitHandler handler);
 
 /** Loads a partner library: a path, or a bare name such as "tolvex" that is looked for beside this
- *  library (on Windows beside the program) and where the system looks. Result: the module for RateContext.EngineModule or
- *  ServiceGuideModule, which the host gives to UnloadPartnerLibrary at the end; or null. */
+ *  library (on Windows beside the program) and where the system looks. Result: the module for
+ *  RateContext.EngineModule or ServiceGuideModule, which the host gives to UnloadPartnerLibrary at
+ *  the end; or null. */
 HWT_API void* LoadPartnerLibrary(const char* name);
 /** Why the last LoadPartnerLibrary that failed did; empty when none has. Result: a text of the
  *  library's own, valid until the next failure. */

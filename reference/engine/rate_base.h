@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>
@@ -70,6 +69,6 @@ struct RateBase {
 
 /// Reads the text files of a directory. Throws std::runtime_error with file, line and reason when
 /// one is missing or malformed.
-RateBase ReadRateBase(const std::filesystem::path& directory);
+RateBase ReadRateBase(const std::string& directory);
 
 }  // namespace hundredweight::reference

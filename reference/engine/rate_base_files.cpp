@@ -86,19 +86,19 @@ Point ReadPoint(const Fields& fields) {
 
 }  // namespace
 
-RateBase ReadRateBase(const std::filesystem::path& directory) {
+RateBase ReadRateBase(const std::string& directory) {
     RateBase base;
-    ForEachRow(directory / "tolvex-tariffs.txt", 4, [&](const Fields& fields) {
+    ForEachRow(directory, "tolvex-tariffs.txt", 4, [&](const Fields& fields) {
         Require(!base.FindTariff(fields[0]), "the tariff is on file already");
         base.tariffs.push_back(ReadTariff(fields));
     });
-    ForEachRow(directory / "tolvex-rates.txt", 4,
+    ForEachRow(directory, "tolvex-rates.txt", 4,
                [&](const Fields& fields) { AddRates(base, fields); });
-    ForEachRow(directory / "tolvex-lanes.txt", 6,
+    ForEachRow(directory, "tolvex-lanes.txt", 6,
                [&](const Fields& fields) { base.lanes.push_back(ReadLane(base, fields)); });
-    ForEachRow(directory / "tolvex-points.txt", 4,
+    ForEachRow(directory, "tolvex-points.txt", 4,
                [&](const Fields& fields) { base.points.push_back(ReadPoint(fields)); });
-    ForEachRow(directory / "tolvex-states.txt", 2, [&](const Fields& fields) {
+    ForEachRow(directory, "tolvex-states.txt", 2, [&](const Fields& fields) {
         base.states.push_back({ReadPrefixes(fields[0]), ReadState(fields[1])});
     });
     return base;

@@ -29,7 +29,7 @@ GuideStatus Start(ServiceGuideBlock& block) {
     network.reset();
     const std::string_view field(block.DataDirectory, sizeof block.DataDirectory);
     try {
-        network = ReadTerminalNetwork(field.substr(0, field.find('\0')));
+        network = ReadTerminalNetwork(std::string(field.substr(0, field.find('\0'))));
         return GuideStatus::kSuccess;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "servgd: %s\n", error.what());

@@ -5,7 +5,6 @@
 
 #include <array>
 #include <cstddef>
-#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,6 +54,6 @@ struct TerminalNetwork {
 
 /// Reads the text files of a directory. Throws std::runtime_error with file, line and reason when
 /// one is missing or malformed.
-TerminalNetwork ReadTerminalNetwork(const std::filesystem::path& directory);
+TerminalNetwork ReadTerminalNetwork(const std::string& directory);
 
 }  // namespace hundredweight::reference

@@ -43,13 +43,13 @@ TransitDays ReadTransitDays(const TerminalNetwork& network, const Fields& fields
 
 }  // namespace
 
-TerminalNetwork ReadTerminalNetwork(const std::filesystem::path& directory) {
+TerminalNetwork ReadTerminalNetwork(const std::string& directory) {
     TerminalNetwork network;
-    ForEachRow(directory / "servgd-terminals.txt", kTerminalWidths.size(),
+    ForEachRow(directory, "servgd-terminals.txt", kTerminalWidths.size(),
                [&](const Fields& fields) { AddTerminal(network, fields); });
-    ForEachRow(directory / "servgd-points.txt", 3,
+    ForEachRow(directory, "servgd-points.txt", 3,
                [&](const Fields& fields) { network.areas.push_back(ReadArea(network, fields)); });
-    ForEachRow(directory / "servgd-transit.txt", 5, [&](const Fields& fields) {
+    ForEachRow(directory, "servgd-transit.txt", 5, [&](const Fields& fields) {
         network.transit_days.push_back(ReadTransitDays(network, fields));
     });
     return network;

@@ -21,10 +21,13 @@ Fields SplitAtBars(std::string_view line) {
 
 }  // namespace
 
-void ForEachRow(const std::filesystem::path& path, std::size_t field_count,
+void ForEachRow(const std::string& directory, const char* name, std::size_t field_count,
                 const std::function<void(const Fields&)>& read_row) {
+    const bool separated =
+        directory.empty() || directory.find_last_of("/\\") + 1 == directory.size();
+    const std::string path = directory + (separated ? "" : "/") + name;
     std::ifstream file(path);
-    Require(file.is_open(), path.string() + ": cannot be opened");
+    Require(file.is_open(), path + ": cannot be opened");
     int line_number = 0;
     for (std::string line; std::getline(file, line);) {
         ++line_number;
@@ -35,11 +38,11 @@ void ForEachRow(const std::filesystem::path& path, std::size_t field_count,
             Require(fields.size() == field_count, "wrong number of fields");
             read_row(fields);
         } catch (const std::runtime_error& error) {
-            throw std::runtime_error(path.string() + ":" + std::to_string(line_number) + ": " +
+            throw std::runtime_error(path + ":" + std::to_string(line_number) + ": " +
                                      error.what());
         }
     }
-    Require(!file.bad(), path.string() + ": cannot be read");
+    Require(!file.bad(), path + ": cannot be read");
 }
 
 }  // namespace hundredweight::reference

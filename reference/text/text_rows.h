@@ -1,7 +1,6 @@
 // Text files that a person can edit: a row a line, fields between bars, comments from '#' on.
 #pragma once
 
-#include <filesystem>
 #include <functional>
 #include <optional>
 #include <stdexcept>
@@ -23,9 +22,11 @@ Value Required(std::optional<Value> value, const std::string& reason) {
     return *value;
 }
 
-/// Hands out the rows of a file in order, their fields trimmed. Throws std::runtime_error when it
-/// cannot be read; one from a row gets file and line put before its reason.
-void ForEachRow(const std::filesystem::path& path, std::size_t field_count,
+/// Hands out the rows of a directory's file in order, their fields trimmed. The directory is named
+/// as the system's own functions name it, with a last separator or without. Throws
+/// std::runtime_error when it cannot be read; one from a row gets file and line put before its
+/// reason.
+void ForEachRow(const std::string& directory, const char* name, std::size_t field_count,
                 const std::function<void(const Fields&)>& read_row);
 
 }  // namespace hundredweight::reference

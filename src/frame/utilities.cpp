@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <string_view>
 
@@ -14,6 +15,17 @@ namespace {
 
 constexpr std::size_t kPathSize = 260;
 constexpr std::size_t kExtensionLength = 4;
+
+constexpr int32_t kLargestExactPower = 22;  // Higher powers of ten are no doubles.
+
+/// Ten to the power of some places, the same on every target: where the run-time library's own
+/// would compute in the processor's extended registers, its last digit depends on their mode.
+double PowerOfTen(int32_t places) {
+    if (places < -kLargestExactPower || places > kLargestExactPower) return std::pow(10.0, places);
+    double power = 1;
+    for (int32_t i = std::abs(places); i > 0; --i) power *= 10;
+    return places < 0 ? 1 / power : power;
+}
 
 bool FitsPath(std::string_view text) {
     return text.size() < kPathSize;
@@ -39,7 +51,7 @@ char* HWT_CALL strltrim(char* text) {
 }
 
 float HWT_CALL rndoff(float value, int32_t places) {
-    const double scale = std::pow(10.0, static_cast<double>(places));
+    const double scale = PowerOfTen(places);
     return static_cast<float>(std::floor(static_cast<double>(value) * scale + 0.51) / scale);
 }
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <string_view>
 
 namespace hundredweight::platform {
 
@@ -36,8 +37,8 @@ enum class WriteOutcome { kWritten, kNotCreated, kNotWritten };
 /// it cannot.
 WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t size);
 
-/// Copies a file to a name that nothing has yet, flushed to disk; leaves nothing of the copy when it
-/// cannot.
+/// Copies a file to a name that nothing has yet, flushed to disk; leaves nothing of the copy when
+/// it cannot.
 WriteOutcome CopyToNewFile(const char* from, const char* to);
 
 /// Renames a file, replacing what has the new name, or leaves both as they are.
@@ -50,5 +51,9 @@ void RemoveFile(const char* path);
 
 /// Whether a character at the end of a directory's path separates what follows.
 bool IsSeparator(char character);
+
+/// Whether two names in one directory mean the same file, on a file system that does not tell case
+/// apart as well as on one that does.
+bool IsSameName(std::string_view a, std::string_view b);
 
 }  // namespace hundredweight::platform

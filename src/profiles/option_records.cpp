@@ -77,7 +77,7 @@ PathText PathBeside(std::string_view path, std::string_view file_name) {
     const platform::PathParts parts = platform::SplitPathParts(path);
     const std::size_t directory = parts.drive.size() + parts.directory.size();
     if (directory + file_name.size() > kLongestPath) return {};
-    if (platform::EqualIgnoringCase(path.substr(directory), file_name)) return {};
+    if (platform::IsSameName(path.substr(directory), file_name)) return {};
     return PathText(path.substr(0, directory)).Append(file_name);
 }
 

@@ -254,4 +254,8 @@ bool IsSeparator(char character) {
     return character == '/' || character == '\\';
 }
 
+bool IsSameName(std::string_view a, std::string_view b) {
+    return EqualIgnoringCase(a, b);
+}
+
 }  // namespace hundredweight::platform

@@ -8,6 +8,9 @@
 
 #include <algorithm>
 #include <limits>
+#include <string_view>
+
+#include "platform/path.h"
 
 namespace hundredweight::platform {
 namespace {
@@ -19,6 +22,9 @@ int16_t ToHandle(int descriptor) {
     if (descriptor == 0) {
         descriptor = _dup(0);
         _close(0);
+        // Like the first, the copy is not for processes that the host starts.
+        const auto file = reinterpret_cast<HANDLE>(_get_osfhandle(descriptor));
+        SetHandleInformation(file, HANDLE_FLAG_INHERIT, 0);
     }
     if (descriptor <= std::numeric_limits<int16_t>::max()) return static_cast<int16_t>(descriptor);
     _close(descriptor);
@@ -53,6 +59,19 @@ bool WriteBytes(int descriptor, const void* content, std::size_t size) {
     return true;
 }
 
+/// Scanners and indexers hold a new file for a moment.
+bool Move(const char* from, const char* to, DWORD flags) {
+    constexpr int kAttempts = 5;
+    constexpr DWORD kPause = 40;  // Milliseconds.
+    for (int attempt = 1;; ++attempt) {
+        if (MoveFileExA(from, to, flags | MOVEFILE_WRITE_THROUGH) != 0) return true;
+        const DWORD error = GetLastError();
+        const bool held = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
+        if (!held || attempt == kAttempts) return false;
+        Sleep(kPause);
+    }
+}
+
 /// Ends the writing of a new file, which is on disk when this returns, or there is none.
 WriteOutcome Finish(int descriptor, bool written, const char* path) {
     const bool on_disk = written && _commit(descriptor) == 0;
@@ -74,7 +93,7 @@ int16_t OpenForUpdate(const char* path, int64_t* length) {
 bool FileExists(const char* path) {
     if (GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES) return true;
     const DWORD error = GetLastError();
-    return error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND;
+    return error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
 }
 
 std::FILE* OpenStreamForReading(const char* path) {
@@ -114,7 +133,10 @@ WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t siz
 
 WriteOutcome CopyToNewFile(const char* from, const char* to) {
     constexpr BOOL kUnlessExists = TRUE;
-    if (CopyFileA(from, to, kUnlessExists) == 0) return WriteOutcome::kNotCreated;
+    if (CopyFileA(from, to, kUnlessExists) == 0) {
+        if (GetLastError() != ERROR_FILE_EXISTS) RemoveFile(to);
+        return WriteOutcome::kNotCreated;
+    }
     // The copy of a protected file is not protected: its user is to write it.
     SetFileAttributesA(to, FILE_ATTRIBUTE_NORMAL);
     const int descriptor = _open(to, _O_RDWR | _O_BINARY | _O_NOINHERIT);
@@ -124,11 +146,14 @@ WriteOutcome CopyToNewFile(const char* from, const char* to) {
 }
 
 bool RenameOver(const char* from, const char* to) {
-    return MoveFileExA(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    const DWORD attributes = GetFileAttributesA(to);
+    const bool is_protected =
+        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+    return !is_protected && Move(from, to, MOVEFILE_REPLACE_EXISTING);
 }
 
 bool RenameUnlessExists(const char* from, const char* to) {
-    return MoveFileExA(from, to, MOVEFILE_WRITE_THROUGH) != 0;
+    return Move(from, to, 0);
 }
 
 void RemoveFile(const char* path) {
@@ -137,6 +162,14 @@ void RemoveFile(const char* path) {
 
 bool IsSeparator(char character) {
     return character == '\\';
+}
+
+bool IsSameName(std::string_view a, std::string_view b) {
+    // Blanks and dots at the end of a name are not part of it.
+    const auto name = [](std::string_view text) {
+        return text.substr(0, text.find_last_not_of(" .") + 1);
+    };
+    return EqualIgnoringCase(name(a), name(b));
 }
 
 }  // namespace hundredweight::platform

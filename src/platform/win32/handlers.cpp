@@ -29,22 +29,22 @@ void WINAPI HandleQuit(int code) {
     quit_handler.load()(code);
 }
 
-/// Puts a handler in the place of a function of the system's, or the function back.
-void Install(bool handled, const char* function, FARPROC handler) {
+/// Lets a function of the system's that the library calls lead to a handler, or to itself again.
+void Install(const char* function, bool handled, FARPROC handler) {
     const HMODULE library = GetModuleHandleA(HWT_LIBRARY_MODULE);
     if (library == nullptr) return;
     const FARPROC system = GetProcAddress(GetModuleHandleA("user32.dll"), function);
-    RedirectImport(library, handled ? system : handler, handled ? handler : system);
+    RedirectImport(library, "user32.dll", function, handled ? handler : system);
 }
 
 }  // namespace
 
 void SetMessageBoxHandler(MessageBoxHandler handler) {
     if (handler != nullptr) message_box_handler = handler;
-    Install(handler != nullptr, "MessageBoxA", ImportedAddress(HandleMessageBox));
+    Install("MessageBoxA", handler != nullptr, ImportedAddress(HandleMessageBox));
 }
 
 void SetQuitHandler(QuitHandler handler) {
     if (handler != nullptr) quit_handler = handler;
-    Install(handler != nullptr, "PostQuitMessage", ImportedAddress(HandleQuit));
+    Install("PostQuitMessage", handler != nullptr, ImportedAddress(HandleQuit));
 }

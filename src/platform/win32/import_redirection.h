@@ -5,8 +5,9 @@
 
 namespace hundredweight::platform {
 
-/// Lets every import of a module that leads to one function lead to another.
-void RedirectImport(HMODULE module, FARPROC from, FARPROC to);
+/// Lets a module's import of a library's function lead elsewhere; nothing when it has no such
+/// import. Calls that run go on where they are.
+void RedirectImport(HMODULE module, const char* library, const char* function, FARPROC to);
 
 /// A function's address as the import table holds it.
 template <class Function>

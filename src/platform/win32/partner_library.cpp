@@ -2,8 +2,6 @@
 #include <hundredweight/platform.h>
 #include <windows.h>
 
-#include <cstdio>
-
 namespace {
 
 constexpr DWORD kTextSize = 512;
@@ -15,7 +13,7 @@ void KeepError(DWORD code) {
         FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
         nullptr, code, 0, text, kTextSize, nullptr);
     while (length > 0 && text[length - 1] == ' ') text[--length] = '\0';
-    if (length == 0) std::snprintf(text, kTextSize, "system error %lu", code);
+    if (length == 0) wsprintfA(text, "system error %lu", code);
 }
 
 }  // namespace

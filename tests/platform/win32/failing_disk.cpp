@@ -24,7 +24,8 @@ void NoteCreation(const char* path) {
 template <class Function>
 Function* Redirect(const char* library, const char* name, Function* here) {
     const FARPROC system = GetProcAddress(GetModuleHandleA(library), name);
-    platform::RedirectImport(GetModuleHandleA(nullptr), system, platform::ImportedAddress(here));
+    platform::RedirectImport(GetModuleHandleA(nullptr), library, name,
+                             platform::ImportedAddress(here));
     return reinterpret_cast<Function*>(reinterpret_cast<void*>(system));
 }
 
@@ -71,19 +72,27 @@ FAILING_CALL(void*, calloc, std::size_t count, std::size_t size) {
     return AllocationFails() ? nullptr : Systemcalloc(count, size);
 }
 
+/// What a struck function of the kernel's comes to.
+BOOL FailInKernel() {
+    FailingDisk::Fail();
+    SetLastError(ERROR_WRITE_FAULT);
+    return FALSE;
+}
+
 FAILING("kernel32.dll", BOOL WINAPI, MoveFileExA, const char* from, const char* to, DWORD flags) {
     FailingDisk::NoteName();
-    return FailingDisk::Strikes() ? FailingDisk::Fail() + 1 : SystemMoveFileExA(from, to, flags);
+    return FailingDisk::Strikes() ? FailInKernel() : SystemMoveFileExA(from, to, flags);
 }
 
 FAILING("kernel32.dll", BOOL WINAPI, CopyFileA, const char* from, const char* to, BOOL once) {
     NoteCreation(to);
-    return FailingDisk::ContentStrikes() ? FailingDisk::Fail() + 1
-                                         : SystemCopyFileA(from, to, once);
+    const bool strikes = FailingDisk::ContentStrikes();
+    const BOOL copied = SystemCopyFileA(from, to, once);
+    return strikes ? FailInKernel() : copied;
 }
 
 FAILING("kernel32.dll", BOOL WINAPI, DeleteFileA, const char* path) {
-    return FailingDisk::Strikes() ? FailingDisk::Fail() + 1 : SystemDeleteFileA(path);
+    return FailingDisk::Strikes() ? FailInKernel() : SystemDeleteFileA(path);
 }
 
 }  // namespace

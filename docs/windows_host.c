@@ -1,6 +1,9 @@
-/* A Windows host as users write one: it knows the public headers alone, loads the libraries and
- * resolves the exported functions by name. It calls every one of them, and after each call the
- * stack must stand where it stood. */
+/* A host for 32-bit Windows. It knows the public headers alone, loads the libraries and resolves
+ * the exported functions by name. It calls every one of them on the sample data, whose directory is
+ * its argument, with a last separator, and checks what a host relies on: the results, the positions
+ * in the record, the message boxes, and that the stack stands after each call where it stood
+ * before. */
+#include <float.h>
 #include <hundredweight/exports.h>
 #include <hundredweight/host_records.h>
 #include <stdarg.h>
@@ -111,6 +114,10 @@ static BOOL CALLBACK CompareText(HWND child, LPARAM unused) {
     return TRUE;
 }
 
+static int HasButton(HWND window, int button) {
+    return GetDlgItem(window, button) != NULL;
+}
+
 static DWORD WINAPI CloseBox(LPVOID unused) {
     HWND window = NULL;
     int attempt;
@@ -121,6 +128,8 @@ static DWORD WINAPI CloseBox(LPVOID unused) {
         if (window != NULL && IsWindowVisible(window)) EnumChildWindows(window, CompareText, 0);
     }
     if (!box.seen) Fail("no box %s: %s", box.caption, box.text);
+    if (box.button == IDNO) EXPECT(HasButton(window, IDYES) && HasButton(window, IDNO));
+    if (box.button == IDOK) EXPECT(HasButton(window, IDOK) && !HasButton(window, IDNO));
     PostMessageA(window, WM_COMMAND, (WPARAM)box.button, 0);
     return 0;
 }
@@ -157,6 +166,7 @@ static void UseUtilities(void) {
     EXPECT(strcmp(RESULT(strtrim, text), "  text") == 0);
     EXPECT(strcmp(RESULT(strltrim, text), "text") == 0);
     EXPECT(RESULT(rndoff, 2.345F, 2) == 2.35F);
+    EXPECT(RESULT(rndoff, -832051.0F, -2) == -832000.0F);
     EXPECT(strcmp(RESULT(SplitPath, "C:\\DATA\\RATES.FIL"), "RATES.FIL") == 0);
     EXPECT(strcmp(RESULT(ForceFileNameExtension, name, ".NEW"), "NAME.NEW") == 0);
 }
@@ -257,6 +267,8 @@ int main(int argc, char** argv) {
     RateContext* const context = (RateContext*)record;
     const char* name;
     EXPECT(argc == 2 && sizeof *context == kRecordSize);
+    /* Programs of other compilers run with this precision. */
+    _controlfp(_PC_53, _MCW_PC);
     LoadFunctions();
     SetCurrentDirectoryA(argv[1]);
     UseUtilities();

@@ -1,0 +1,19 @@
+// Paths as the command line and the library know them: texts in UTF-8 where the system lets them
+// be.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace cwt {
+
+inline std::filesystem::path PathOf(const std::string& text) {
+    return std::u8string(text.begin(), text.end());
+}
+
+inline std::string PathText(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+}  // namespace cwt

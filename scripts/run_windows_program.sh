@@ -1,0 +1,7 @@
+#!/bin/sh
+# Runs a Windows program in the 32-bit Wine that install_wine.sh has installed, as the calling user.
+set -eu
+
+export WINEDEBUG="${WINEDEBUG:--all}" WINEDLLOVERRIDES="mscoree,mshtml="
+. "$(dirname "$0")/wine_root.sh"
+exec "$(dirname "$0")/in_root.sh" "$wine_root" "$(id -u):$(id -g)" wine "$@"

@@ -1,4 +1,6 @@
 // Files between programs, and the names that Windows reads in its own way.
+#include <hundredweight/platform.h>
+#include <io.h>
 #include <windows.h>
 
 #include "platform/file.h"
@@ -54,17 +56,68 @@ TEST_F(FilesTest, AFileInUseOrProtectedIsNotReplaced) {
     FillField(context_.DefRecord, 'N');
     for (const bool in_use : {true, false}) {
         WriteFile("ABC.DEF", "old");
-        {
-            const Held reader(directory_ / "ABC.DEF", GENERIC_READ, in_use ? kShared : 7);
-            if (!in_use) SetFileAttributesA("ABC.DEF", FILE_ATTRIBUTE_READONLY);
-            EXPECT_EQ(Told(context_, WriteDefFile(&context_)), "0:241") << in_use;
-        }
-        EXPECT_EQ(FileContent("ABC.DEF"), "old");
+        auto reader = in_use ? std::make_unique<Held>("ABC.DEF", GENERIC_READ, kShared) : nullptr;
+        if (!in_use) SetFileAttributesA("ABC.DEF", FILE_ATTRIBUTE_READONLY);
+        EXPECT_EQ(Told(context_, WriteDefFile(&context_)), "0:241") << in_use;
+        reader.reset();
         SetFileAttributesA("ABC.DEF", FILE_ATTRIBUTE_NORMAL);
+        EXPECT_EQ(FileContent("ABC.DEF"), "old");
         EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 2) << "a temporary";
     }
     EXPECT_EQ(Told(context_, WriteDefFile(&context_)), "1:0");
     EXPECT_EQ(FileContent("ABC.DEF"), std::string(sizeof context_.DefRecord, 'N'));
+}
+
+TEST_F(FilesTest, OpenFilesAreNotInheritedByOtherPrograms) {
+    for (const bool input_is_open : {true, false}) {
+        const int input = dup(0);
+        if (!input_is_open) close(0);
+        {
+            const OpenFile file = OpenDataFile(context_, ".COZ");
+            DWORD flags = HANDLE_FLAG_INHERIT;
+            GetHandleInformation(reinterpret_cast<HANDLE>(_get_osfhandle(file.handle())), &flags);
+            EXPECT_EQ(flags & HANDLE_FLAG_INHERIT, 0U) << input_is_open;
+        }
+        dup2(input, 0);
+        close(input);
+    }
+}
+
+TEST_F(FilesTest, AnOptionFileNamedAsItsBackupOrTemporaryStays) {
+    const std::string old = Padded(Padded("FIRST", 1792, 'f'), 2 * 1792);
+    OptionRecord record;
+    for (const char* name : {"SAVEPRS.FIL ", "saveprs.fil.", "TEMPPRS.FIL. "}) {
+        WriteFile(name, old);
+        EXPECT_EQ(ReadFendroOpt(name, &record, "FIRST"), 0) << name;
+        EXPECT_TRUE(FileContent(name) == old) << name;
+        std::filesystem::remove(name);
+    }
+}
+
+TEST_F(FilesTest, TheCommandTakesNamesInAnyLetters) {
+    const std::wstring cwt = (before_.root_name() / HWT_CWT).make_preferred().wstring();
+    const auto run = [&](const std::wstring& arguments) {
+        return _wsystem((cwt + L' ' + arguments).c_str());
+    };
+    EXPECT_EQ(run(L"sample Z\u00FCrich"), 0);
+    EXPECT_EQ(run(L"rate Z\u00FCrich/shipments/16-whole-road.json >bill"), 0);
+    const std::string bill = FileContent("bill");
+    EXPECT_TRUE(bill.find("513.50\n") != bill.npos && bill.find('\r') == bill.npos) << bill;
+}
+
+TEST(Libraries, LeaveNothingBehindWhenTheyAreUnloaded) {
+    for (const char* path : {HWT_LIBRARY, HWT_SERVICE_GUIDE}) {
+        const DWORD first = TlsAlloc();
+        TlsFree(first);
+        for (int time = 0; time < 100; ++time) {
+            void* const module = LoadPartnerLibrary(path);
+            ASSERT_NE(module, nullptr) << PartnerLibraryError();
+            UnloadPartnerLibrary(module);
+        }
+        const DWORD next = TlsAlloc();
+        TlsFree(next);
+        EXPECT_EQ(next, first) << path;
+    }
 }
 
 TEST_F(FilesTest, NamesAreReadAsWindowsReadsThem) {
@@ -77,8 +130,7 @@ TEST_F(FilesTest, NamesAreReadAsWindowsReadsThem) {
     EXPECT_TRUE(opens("Abc", ".la"));
     EXPECT_FALSE(opens("NUL", ".LA")) << "a device";
     EXPECT_TRUE(platform::FileExists("ABC.LA "));
-    EXPECT_TRUE(platform::IsSeparator('\\'));
-    EXPECT_FALSE(platform::IsSeparator('/'));
+    EXPECT_TRUE(platform::IsSeparator('\\') && !platform::IsSeparator('/'));
 }
 
 }  // namespace

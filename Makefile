@@ -50,7 +50,7 @@ test-win32:
 
 test-all: test test-linux32 test-win32
 	@HWT_TARGET=transcript scripts/build.sh release -DBUILD_TESTING=ON
-	@build/release/bin/transcript build/release/transcript
+	@build/release/bin/transcript build/release/transcript build/release/bin/cwt
 	@scripts/compare_targets.sh
 
 lint:

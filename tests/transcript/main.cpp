@@ -2,6 +2,7 @@
 // sample data themselves, the bill of every shipment as text and JSON, the record afterwards, and
 // the files written for users.
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -13,9 +14,9 @@
 #include "failure.h"
 #include "freight_bill.h"
 #include "rating_session.h"
+#include "reference/samples/generated_shipments.h"
 #include "reference/samples/sample_data.h"
 #include "shipment.h"
-#include "transcript/generated_shipments.h"
 #include "transcript/record_text.h"
 #include "transcript/written_files.h"
 
@@ -23,9 +24,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr int kGenerated = 300;
+constexpr const char* kMark = "transcript";  ///< A file by which a transcript is known.
+
 struct Totals {
     int rated = 0;
-    int refused = 0;
+    std::set<std::string> refusals;
 };
 
 void Write(const fs::path& path, const std::string& content) {
@@ -33,52 +37,71 @@ void Write(const fs::path& path, const std::string& content) {
 }
 
 /// Rates a shipment, and writes what came of it to files beside it.
-void Rate(const fs::path& shipment, const fs::path& data, Totals& totals) {
+void Rate(const fs::path& shipment, const fs::path& data, int request_code, Totals& totals) {
     const auto beside = [&](const char* extension) {
         return fs::path(shipment).replace_extension(extension);
     };
     cwt::RatingSession session({.data = data});
     try {
         std::string notes;
-        for (const std::string& note : session.Rate(cwt::ReadShipment(shipment), 0)) {
+        for (const std::string& note : session.Rate(cwt::ReadShipment(shipment), request_code)) {
             notes += note + '\n';
         }
         Write(beside(".bill"), notes + cwt::BillText(session.context()));
         Write(beside(".bill.json"), cwt::BillJson(session.context()).dump(2));
         ++totals.rated;
-    } catch (const cwt::Refused& refusal) {
-        std::string complaints;
-        for (const std::string& complaint : refusal.complaints()) complaints += complaint + '\n';
-        Write(beside(".refusal"), complaints);
-        ++totals.refused;
+    } catch (const std::runtime_error& refusal) {
+        Write(beside(".refusal"), refusal.what() + std::string("\n"));
+        totals.refusals.insert(refusal.what());
     }
     Write(beside(".record"), hundredweight::transcript::RecordText(session.context()));
 }
 
-void WriteTranscript(const fs::path& directory) {
+/// Lets the command print a shipment's bill, as text and as JSON.
+void Print(const std::string& cwt, const fs::path& shipment) {
+    const std::string file = fs::path(shipment).make_preferred().string();
+    for (const std::string option : {"", " --json"}) {
+        const std::string out =
+            file + ".printed" + option.substr(option.find_first_not_of(" ") + 1);
+        std::system(
+            (cwt + " rate " + file + option + " >" + out + " 2>" + out + ".errors").c_str());
+    }
+}
+
+void WriteTranscript(const fs::path& directory, const std::string& cwt) {
+    if (fs::exists(directory) && !fs::exists(directory / kMark)) {
+        throw std::runtime_error("the directory is there and is no transcript");
+    }
     fs::remove_all(directory);
     hundredweight::samples::WriteSampleData(directory);
-    hundredweight::transcript::WriteGeneratedShipments(directory / "generated");
+    Write(directory / kMark, "");
+    hundredweight::samples::WriteGeneratedShipments(directory / "generated", kGenerated);
     Totals totals;
     for (const char* name : {"shipments", "generated"}) {
         std::set<fs::path> shipments;
         for (const auto& entry : fs::directory_iterator(directory / name)) {
             shipments.insert(entry.path());
         }
-        for (const fs::path& shipment : shipments) Rate(shipment, directory, totals);
+        int request_code = 0;
+        for (const fs::path& shipment : shipments) {
+            Rate(shipment, directory, request_code++ % 100, totals);
+            if (name == std::string("shipments")) Print(cwt, shipment);
+        }
     }
     hundredweight::transcript::WriteUserFiles(directory);
-    std::printf("%d shipments rated, %d refused\n", totals.rated, totals.refused);
-    if (totals.rated < 200) throw std::runtime_error("too few shipments were rated");
+    std::printf("%d shipments rated, %zu kinds of refusal\n", totals.rated, totals.refusals.size());
+    if (totals.rated < 200 || totals.refusals.size() < 10) {
+        throw std::runtime_error("the shipments are too much alike");
+    }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     try {
-        if (argc != 2) throw std::runtime_error("usage: transcript DIRECTORY");
+        if (argc != 3) throw std::runtime_error("usage: transcript DIRECTORY CWT");
         cwt::CollectMessageBoxes();
-        WriteTranscript(argv[1]);
+        WriteTranscript(argv[1], fs::path(argv[2]).make_preferred().string());
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "transcript: %s\n", error.what());

@@ -7,9 +7,10 @@
 
 namespace hundredweight::transcript {
 
-/// The bytes of every field in hexadecimal, without their last zeros: numbers are little-endian on
-/// every target. Of blocks, streams and files, whose addresses and numbers are the process's own,
-/// whether they are there. The directories, which are the caller's, are left out.
+/// The bytes of every field, and of the tables that hang on it, in hexadecimal, without their last
+/// zeros: numbers are little-endian on every target. Of other blocks, of streams and open files,
+/// whose addresses and numbers are the process's own, that they are there. The directories, which
+/// are the caller's, are left out.
 std::string RecordText(const RateContext& context);
 
 }  // namespace hundredweight::transcript

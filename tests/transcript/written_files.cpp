@@ -9,6 +9,7 @@
 #include <string>
 
 #include "reference/samples/sample_data.h"
+#include "transcript/record_text.h"
 
 namespace hundredweight::transcript {
 namespace {
@@ -52,11 +53,13 @@ void WriteDefaults(const fs::path& data, const fs::path& user) {
     const UserDirectory directory(data, user);
     RateContext* const context = directory.context.get();
     int32_t found = 0;
+    context->UseEngine = 0;
     Expect(OpenAllFiles(context, &found) == 1, "OpenAllFiles");
+    Expect(ReadCOZFile(context) == 1 && ReadDiscFile(context) == 1, "ReadDiscFile");
+    Write("loaded.record", RecordText(*context));
     std::memcpy(context->Profile.ProfileName, "Northeast", sizeof "Northeast");
     Expect(ReadProfileFile(context) && GetProfileRecord(context) == 1, "GetProfileRecord");
     LoadProfileSettings(context);
-    context->MexicoFilesLoaded = 1;
     Expect(WriteDefFile(context) == 1 && WriteMexicoDefFile(context) == 1, "WriteDefFile");
     Expect(WriteAccFile(context) == 1, "WriteAccFile");
 }
@@ -89,7 +92,12 @@ void ConvertOptions(const fs::path& user) {
 
 void WriteUserFiles(const fs::path& directory) {
     const fs::path data = fs::absolute(directory), before = fs::current_path();
-    WriteDefaults(data, data / "user/defaults");
+    samples::SetOptions own_tables;
+    own_tables.engine = false;
+    own_tables.mexico = true;
+    samples::WriteTariffSet(data / "own-tables", own_tables);
+    samples::WriteProfiles(data / "own-tables");
+    WriteDefaults(data / "own-tables", data / "user/defaults");
     MakeProfiles(data, data / "user/copied-profiles");
     MakeProfiles(data / "shipments", data / "user/default-profile");
     ConvertProfiles(data, data / "user/converted-profiles");

@@ -1,4 +1,4 @@
-#include "transcript/generated_shipments.h"
+#include "reference/samples/generated_shipments.h"
 
 #include <fmt/format.h>
 
@@ -8,12 +8,10 @@
 #include <string>
 #include <vector>
 
-namespace hundredweight::transcript {
+namespace hundredweight::samples {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-constexpr int kShipments = 300;
 
 Json Point(const char* zip, const char* city, const char* state) {
     return {{"zip", zip}, {"city", city}, {"state", state}};
@@ -34,6 +32,28 @@ std::vector<Lane> Lanes() {
             {atlanta, dallas, "SMPLFAK1"},  {new_york, los_angeles, "SMPLWIDE"},
             {los_angeles, new_york, ""},    {toronto, chicago, ""}};
 }
+
+/// Ways in which a shipment can be wrong or unusual.
+constexpr void (*kSpoilers[])(Json&) = {
+    [](Json& shipment) { shipment["lines"][0]["class"] = "71"; },
+    [](Json& shipment) { shipment["lines"][0]["class"] = "FAK"; },
+    [](Json& shipment) { shipment["lines"][0]["weight"] = 999999; },
+    [](Json& shipment) { shipment["destination"]["zip"] = "6060A"; },
+    [](Json& shipment) { shipment["origin"]["zip"] = "99999"; },
+    [](Json& shipment) { shipment["origin"].erase("state"); },
+    [](Json& shipment) { shipment["destination"]["city"] = "Nowhere"; },
+    [](Json& shipment) { shipment["origin"]["territory"] = "D"; },
+    [](Json& shipment) { shipment["destination"]["intrastate"] = false; },
+    [](Json& shipment) {
+        shipment["discount"] = {{"percent", 100}};
+    },
+    [](Json& shipment) {
+        shipment["discount"] = {{"floor", 1000}};
+    },
+    [](Json& shipment) { shipment["profile"] = "Nobody"; },
+    [](Json& shipment) { shipment["profile"] = "Default"; },
+    [](Json& shipment) { shipment["tariff"] = "SMPLNONE"; },
+};
 
 class Generator {
     std::minstd_rand random_;
@@ -56,11 +76,13 @@ class Generator {
         if (OneIn(2)) shipment["discount"] = Discount();
         if (OneIn(3)) shipment["factor"] = Below(20000) / 10000.0;
         if (OneIn(3)) {
-            shipment["surcharge"] = {
-                {"low_percent", Percent()}, {"high_percent", Percent()}, {"break_index", Below(9)}};
+            shipment["surcharge"] = {{"low_percent", Percent()},
+                                     {"high_percent", Percent()},
+                                     {"break_index", Below(20)}};
         }
         if (OneIn(8)) shipment["profile"] = "Northeast";
         if (OneIn(8)) shipment["service_guide"] = true;
+        if (OneIn(4)) Pick(kSpoilers)(shipment);
         return shipment;
     }
 
@@ -90,13 +112,13 @@ class Generator {
 
 }  // namespace
 
-void WriteGeneratedShipments(const std::filesystem::path& directory) {
+void WriteGeneratedShipments(const std::filesystem::path& directory, int count) {
     std::filesystem::create_directories(directory);
     Generator generator;
-    for (int i = 0; i < kShipments; ++i) {
+    for (int i = 0; i < count; ++i) {
         std::ofstream file(directory / fmt::format("{:03}.json", i), std::ios::binary);
         file << generator.Shipment().dump(2) << '\n';
     }
 }
 
-}  // namespace hundredweight::transcript
+}  // namespace hundredweight::samples

@@ -10,7 +10,7 @@ echo "Checking the format"
 echo "$files" | xargs clang-format --dry-run --Werror
 
 echo "Looking for common slips"
-cmake --preset debug >/dev/null
+cmake --preset debug -B build/lint -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON >/dev/null
 # Those of Windows have no compile commands here; their compiler's warnings are errors.
 echo "$files" | grep -E '^(src|reference|host)/.*\.cpp$' | grep -v '/win32/' |
-    xargs -n 4 -P "$(nproc)" clang-tidy --quiet -p build/debug --extra-arg=-Wno-unknown-warning-option 2>/dev/null
+    xargs -n 4 -P "$(nproc)" clang-tidy --quiet -p build/lint --extra-arg=-Wno-unknown-warning-option 2>/dev/null

@@ -2,7 +2,7 @@
  * the exported functions by name. It calls every one of them on the sample data, whose directory is
  * its argument, with a last separator, and checks what a host relies on: the results, the positions
  * in the record, the message boxes, and that the stack stands after each call where it stood
- * before. */
+ * before. With MinGW: i686-w64-mingw32-gcc -O0 -Iinclude windows_host.c */
 #include <float.h>
 #include <hundredweight/exports.h>
 #include <hundredweight/host_records.h>
@@ -13,17 +13,25 @@
 #include <string.h>
 #include <windows.h>
 
-static struct {
-#define EXPORTED_NAME(name) __typeof__(&name) name;
-#include "exported_names.inc"
-#undef EXPORTED_NAME
-} library;
+/* clang-format off */
+#define FUNCTIONS(X) \
+    X(fatal) X(warning) X(question) X(strtrim) X(strltrim) X(rndoff) X(SplitPath) \
+    X(ForceFileNameExtension) X(OpenLevelFile) X(ReadCOZFile) X(OpenAllFiles) X(CloseAllFiles) \
+    X(ReadDefFile) X(WriteDefFile) X(WriteMexicoDefFile) X(ReadWgtFile) X(WriteAccFile) \
+    X(GetTolvexAddresses) X(InitializeTolvexdll) X(EndTolvexdll) X(GetCurrentEfcRec) \
+    X(GetTolvexBse) X(GetTolvexTariffName) X(TolvexGetStateCode) X(RateShipment) \
+    X(SetClassesAndWeights) X(ReadDiscFile) X(ClearDiscList) X(LoadDiscounts) X(VerOrigZip) \
+    X(VerDestZip) X(VerTerritory) X(GetStateCode) X(GetZipcIndex) X(VerClass) X(VerWeight) \
+    X(ValidWeight) X(ReadProfileFile) X(GetProfileRecord) X(GetProfileKey) X(GetProfileSize) \
+    X(LoadProfileSettings) X(LoadProfileZP6) X(ReadFendroOpt) X(GetSGAddresses) \
+    X(InitializeSGdll) X(GetService) X(GetTerminals) X(EndSGdll)
+/* clang-format on */
 
-static struct {
-#define EXPORTED_NAME(name) char name;
-#include "exported_names.inc"
-#undef EXPORTED_NAME
-} called;
+/* The functions, and which of them have been called. */
+#define POINTER(name) __typeof__(&name) name;
+#define MARK(name) char name;
+static struct { FUNCTIONS(POINTER) } library;
+static struct { FUNCTIONS(MARK) } called;
 
 static void Fail(const char* format, ...) {
     va_list arguments;
@@ -64,11 +72,10 @@ static void Expect(int holds, const char* what) {
 static void LoadFunctions(void) {
     const HMODULE module = LoadLibraryA("hundredweight.dll");
     EXPECT(module != NULL);
-#define EXPORTED_NAME(name)                                                 \
+#define RESOLVE(name)                                                       \
     library.name = (__typeof__(&name))(void*)GetProcAddress(module, #name); \
     if (library.name == NULL) Fail("%s is not exported", #name);
-#include "exported_names.inc"
-#undef EXPORTED_NAME
+    FUNCTIONS(RESOLVE)
 }
 
 /* Positions in the record as a host's own declaration has them, whatever the header says. */

@@ -7,9 +7,10 @@ cd "$(dirname "$0")/.."
 preset=$1
 if [ "$preset" = win32 ] && [ -z "${HWT_DISPLAY_IS_OURS:-}" ]; then
     scripts/install_packages.sh xvfb xauth
-    scripts/install_wine.sh
+    lock="${TMPDIR:-/tmp}/hundredweight-wine.$(id -u)"
+    flock "$lock" scripts/install_wine.sh
     export HWT_DISPLAY_IS_OURS=yes
-    exec flock "${TMPDIR:-/tmp}/hundredweight-wine.$(id -u)" \
+    exec flock "$lock" \
         xvfb-run --auto-servernum "$0" "$preset"
 fi
 if [ "$preset" = win32 ]; then

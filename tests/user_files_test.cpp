@@ -46,4 +46,23 @@ TEST_P(UserFilesTest, AreNotWrittenThroughAStrangersFile) {
     EXPECT_TRUE(Content() == after);
 }
 
+TEST_P(UserFilesTest, StayWhenADirectoryIsInTheWay) {
+    for (const auto& [change, path, code] : Table<3>(R"(
+        WritesDefaults here/ABC.DEF 241        WritesMexicoDefaults user/ABC.MEF 160
+        WritesItems here/ABC.ACC 520           MakesProfiles user/PROFILE.FIL 121
+        CopiesProfiles user/PROFILE.FIL 121    ConvertsProfiles user/PROFILE.FIL 121
+        ConvertsProfiles user/PROFILE.TMP 121  ConvertsOptions here/OPTIONS.FIL 0
+        ConvertsOptions here/TEMPPRS.FIL 0     ConvertsOptions here/SAVEPRS.FIL 0)")) {
+        if (change != change_.name) continue;
+        SCOPED_TRACE(path);
+        Files files = change_.before;
+        files.erase(path);
+        Lay(files);
+        fs::create_directory(directory_ / path);
+        WriteFile(path + "/inside", files[path + "/inside"] = "inside");
+        EXPECT_EQ(Told(context_, change_.run(&context_)), "0:" + code);
+        EXPECT_TRUE(Content() == files);
+    }
+}
+
 }  // namespace hundredweight

@@ -57,18 +57,22 @@ void Rate(const fs::path& shipment, const fs::path& data, int request_code, Tota
     Write(beside(".record"), hundredweight::transcript::RecordText(session.context()));
 }
 
-/// Lets the command print a shipment's bill, as text and as JSON.
-void Print(const std::string& cwt, const fs::path& shipment) {
-    const std::string file = fs::path(shipment).make_preferred().string();
-    for (const std::string option : {"", " --json"}) {
-        const std::string out =
-            file + ".printed" + option.substr(option.find_first_not_of(" ") + 1);
-        std::system(
-            (cwt + " rate " + file + option + " >" + out + " 2>" + out + ".errors").c_str());
+/// Lets the command print a shipment's bill, as text and as JSON, where the shipment is.
+void Print(const fs::path& cwt, const fs::path& shipment) {
+    const fs::path before = fs::current_path();
+    fs::current_path(shipment.parent_path());
+    const std::string file = shipment.filename().string();
+    for (const std::string form : {"text", "json"}) {
+        const std::string out = file + "." + form;
+        const std::string command = cwt.string() + " rate " + file +
+                                    (form == "json" ? " --json" : "") + " >" + out + " 2>" + out +
+                                    ".errors";
+        std::system(command.c_str());
     }
+    fs::current_path(before);
 }
 
-void WriteTranscript(const fs::path& directory, const std::string& cwt) {
+void WriteTranscript(const fs::path& directory, const fs::path& cwt) {
     if (fs::exists(directory) && !fs::exists(directory / kMark)) {
         throw std::runtime_error("the directory is there and is no transcript");
     }
@@ -101,7 +105,7 @@ int main(int argc, char** argv) {
     try {
         if (argc != 3) throw std::runtime_error("usage: transcript DIRECTORY CWT");
         cwt::CollectMessageBoxes();
-        WriteTranscript(argv[1], fs::path(argv[2]).make_preferred().string());
+        WriteTranscript(fs::absolute(argv[1]), fs::absolute(argv[2]).make_preferred());
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "transcript: %s\n", error.what());

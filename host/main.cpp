@@ -14,6 +14,7 @@
 #include "path_text.h"
 #include "profile_list.h"
 #include "rating_session.h"
+#include "record_text.h"
 #include "reference/samples/sample_data.h"
 #include "shipment.h"
 #include "validation.h"
@@ -39,6 +40,7 @@ struct Options {
     int request_code = 0;
     bool without_engine = false;
     bool json = false;
+    bool record = false;
 };
 
 /// Where a shipment's data are.
@@ -67,6 +69,7 @@ void Rate(const Options& options) {
     for (const std::string& note : session.Rate(shipment, options.request_code)) {
         fmt::print(stderr, "cwt: note: {}\n", note);
     }
+    if (options.record) return fmt::print("{}", cwt::RecordText(session.context()));
     if (options.json) return PrintJson(cwt::BillJson(session.context()));
     fmt::print("{}", cwt::BillText(session.context()));
 }
@@ -171,6 +174,8 @@ void AddCommands(CLI::App& app, Options& options) {
         ->check(CLI::Range(0, kHighestRequestCode))
         ->capture_default_str();
     AddJson(rate, options);
+    rate->add_flag("--record", options.record,
+                   "Print the library's record instead: the fields that are set, in hexadecimal.");
 
     CLI::App* check =
         AddCommand(app, "check", "Check a shipment without rating it.", Check, options);

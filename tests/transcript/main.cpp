@@ -14,10 +14,10 @@
 #include "failure.h"
 #include "freight_bill.h"
 #include "rating_session.h"
+#include "record_text.h"
 #include "reference/samples/generated_shipments.h"
 #include "reference/samples/sample_data.h"
 #include "shipment.h"
-#include "transcript/record_text.h"
 #include "transcript/written_files.h"
 
 namespace {
@@ -54,20 +54,19 @@ void Rate(const fs::path& shipment, const fs::path& data, int request_code, Tota
         Write(beside(".refusal"), refusal.what() + std::string("\n"));
         totals.refusals.insert(refusal.what());
     }
-    Write(beside(".record"), hundredweight::transcript::RecordText(session.context()));
+    Write(beside(".record"), cwt::RecordText(session.context()));
 }
 
-/// Lets the command print a shipment's bill, as text and as JSON, where the shipment is.
+/// Lets the command print what came of a shipment in every form, where the shipment is.
 void Print(const fs::path& cwt, const fs::path& shipment) {
     const fs::path before = fs::current_path();
     fs::current_path(shipment.parent_path());
     const std::string file = shipment.filename().string();
-    for (const std::string form : {"text", "json"}) {
-        const std::string out = file + "." + form;
-        const std::string command = cwt.string() + " rate " + file +
-                                    (form == "json" ? " --json" : "") + " >" + out + " 2>" + out +
-                                    ".errors";
-        std::system(command.c_str());
+    for (const std::string form : {"", "--json", "--record"}) {
+        const std::string out = file + ".printed" + form;
+        std::system(
+            (cwt.string() + " rate " + file + " " + form + " >" + out + " 2>" + out + ".errors")
+                .c_str());
     }
     fs::current_path(before);
 }

@@ -8,8 +8,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "record_text.h"
 #include "reference/samples/sample_data.h"
-#include "transcript/record_text.h"
 
 namespace hundredweight::transcript {
 namespace {
@@ -56,7 +56,7 @@ void WriteDefaults(const fs::path& data, const fs::path& user) {
     context->UseEngine = 0;
     Expect(OpenAllFiles(context, &found) == 1, "OpenAllFiles");
     Expect(ReadCOZFile(context) == 1 && ReadDiscFile(context) == 1, "ReadDiscFile");
-    Write("loaded.record", RecordText(*context));
+    Write("loaded.record", cwt::RecordText(*context));
     std::memcpy(context->Profile.ProfileName, "Northeast", sizeof "Northeast");
     Expect(ReadProfileFile(context) && GetProfileRecord(context) == 1, "GetProfileRecord");
     LoadProfileSettings(context);

@@ -1,4 +1,4 @@
-#include "transcript/record_text.h"
+#include "record_text.h"
 
 #include <fmt/format.h>
 
@@ -7,7 +7,7 @@
 #include <string_view>
 #include <type_traits>
 
-namespace hundredweight::transcript {
+namespace cwt {
 namespace {
 
 struct Field {
@@ -91,4 +91,4 @@ std::string RecordText(const RateContext& context) {
     return text;
 }
 
-}  // namespace hundredweight::transcript
+}  // namespace cwt

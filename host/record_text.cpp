@@ -71,10 +71,11 @@ std::string FieldText(const RateContext& context, const Field& field) {
         BytesAt(reinterpret_cast<const char*>(&context) + field.offset, field.size);
     const bool is_set = bytes.find_last_not_of('\0') != bytes.npos;
     const bool is_open = field.name.ends_with("Handle") && is_set && bytes != "\xFF\xFF\xFF\xFF";
-    std::string text = is_open || (field.is_pointer && is_set) ? "there " : "";
+    std::string text = is_open || (field.is_pointer && is_set) ? "there" : "";
     if (is_open) return text;
     if (field.is_pointer) bytes = TableBytes(context, field);
     bytes = bytes.substr(0, bytes.find_last_not_of('\0') + 1);
+    if (!text.empty() && !bytes.empty()) text += ' ';
     for (const char byte : bytes) text += fmt::format("{:02x}", static_cast<unsigned char>(byte));
     return text;
 }

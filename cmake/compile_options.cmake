@@ -1,5 +1,6 @@
 # Warnings, sanitizers and floating point, alike for every target of this project.
 option(HWT_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(HWT_SANITIZE_HOST "With sanitizers, build the command and the sample data with them too" ON)
 
 add_library(hwt_compile_options INTERFACE)
 target_compile_options(hwt_compile_options INTERFACE
@@ -24,3 +25,11 @@ if(HWT_SANITIZE)
 else()
     target_link_options(hwt_compile_options INTERFACE -Wl,--no-undefined)
 endif()
+
+# Leaves the sanitizers out of a target that has no part in what they look for, since they make the
+# large header libraries slow to compile.
+function(hwt_sanitize_host target)
+    if(HWT_SANITIZE AND NOT HWT_SANITIZE_HOST)
+        target_compile_options(${target} PRIVATE -fno-sanitize=all)
+    endif()
+endfunction()

@@ -1,5 +1,5 @@
-# 32-bit Windows, cross-built with MinGW-w64: the variant without threads of its own, since those
-# keep a slot of the host's for each time that a DLL was loaded.
+# 32-bit Windows, cross-built with MinGW-w64: the variant without a thread library of its own, which
+# would take a slot of the process's thread-local storage at each load of a DLL and keep it.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-win32)

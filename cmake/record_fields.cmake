@@ -9,4 +9,5 @@ string(REGEX MATCHALL "[A-Za-z0-9_]+(\\[[0-9]+\\])*[,;]" names "${header}")
 list(TRANSFORM names REPLACE "[^A-Za-z0-9_].*" "")
 list(TRANSFORM names REPLACE "(.+)" "RECORD_FIELD(\\1)\n")
 list(JOIN names "" rows)
-file(WRITE ${TO} "${rows}")
+# Written only when it changes.
+file(CONFIGURE OUTPUT ${TO} CONTENT "${rows}" @ONLY)

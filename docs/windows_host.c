@@ -1,8 +1,10 @@
 /* A host for 32-bit Windows. It knows the public headers alone, loads the libraries and resolves
  * the exported functions by name. It calls every one of them on the sample data, whose directory is
- * its argument, with a last separator, and checks what a host relies on: the results, the positions
- * in the record, the message boxes, and that the stack stands after each call where it stood
- * before. With MinGW: i686-w64-mingw32-gcc -O0 -Iinclude windows_host.c */
+ * its argument, with a trailing separator, and checks what a host relies on: the results, the
+ * positions in the record, the message boxes, and that the stack stands after each call where it
+ * stood before. It writes to that directory: give it a copy. With MinGW, from the directory of the
+ * package, and without optimisation, so that the calls alone move the stack pointer:
+ *     i686-w64-mingw32-gcc -O0 -Iinclude docs/windows_host.c -o bin/windows_host.exe */
 #include <float.h>
 #include <hundredweight/exports.h>
 #include <hundredweight/host_records.h>

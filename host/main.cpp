@@ -46,7 +46,8 @@ struct Options {
 /// Where a shipment's data are.
 cwt::Sources ShipmentSources(const Options& options) {
     cwt::Sources sources = options.sources;
-    const std::filesystem::path shipment = absolute(cwt::PathOf(options.shipment));
+    const std::filesystem::path shipment =
+        absolute(cwt::PathOf(options.shipment)).lexically_normal();
     sources.data = options.data.empty()
                        ? cwt::FindDataDirectory(shipment.parent_path(), sources.set)
                        : cwt::PathOf(options.data);
@@ -160,8 +161,9 @@ void AddDirectory(CLI::App* command, Options& options) {
     AddSet(command, options);
 }
 
-void AddJson(CLI::App* command, Options& options) {
-    command->add_flag("--json", options.json, "Print JSON; rates, charges and texts as texts.");
+CLI::Option* AddJson(CLI::App* command, Options& options) {
+    return command->add_flag("--json", options.json,
+                             "Print JSON; rates, charges and texts as texts.");
 }
 
 void AddCommands(CLI::App& app, Options& options) {
@@ -173,9 +175,10 @@ void AddCommands(CLI::App& app, Options& options) {
     rate->add_option("--request-code", options.request_code, "Code passed on to the engine.")
         ->check(CLI::Range(0, kHighestRequestCode))
         ->capture_default_str();
-    AddJson(rate, options);
+    CLI::Option* json = AddJson(rate, options);
     rate->add_flag("--record", options.record,
-                   "Print the library's record instead: the fields that are set, in hexadecimal.");
+                   "Print the library's record instead: the fields that are set, in hexadecimal.")
+        ->excludes(json);
 
     CLI::App* check =
         AddCommand(app, "check", "Check a shipment without rating it.", Check, options);

@@ -1,5 +1,5 @@
-// Paths as the command line and the library know them: texts in UTF-8 where the system lets them
-// be.
+// Paths as texts in UTF-8. On Windows the program's manifest makes that the code page of arguments
+// and file names.
 #pragma once
 
 #include <filesystem>

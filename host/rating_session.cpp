@@ -50,8 +50,7 @@ void ReadDiscounts(const Sources& sources, RateContext& context) {
 
 std::filesystem::path FindDataDirectory(const std::filesystem::path& start,
                                         const std::string& set) {
-    const std::filesystem::path absolute = std::filesystem::absolute(start).lexically_normal();
-    for (std::filesystem::path directory = absolute;; directory = directory.parent_path()) {
+    for (std::filesystem::path directory = start;; directory = directory.parent_path()) {
         if (std::filesystem::exists(directory / (set + ".SET"))) return directory;
         if (directory == directory.parent_path()) return start;
     }

@@ -21,8 +21,8 @@ struct Sources {
     std::string service_guide = "servgd";
 };
 
-/// The nearest directory, from `start` upward, that holds the settings of a set; `start` itself
-/// when there is none.
+/// The nearest directory, from `start`, which is absolute, upward, that holds the settings of a
+/// set; `start` itself when there is none.
 std::filesystem::path FindDataDirectory(const std::filesystem::path& start, const std::string& set);
 
 /// A zeroed record that knows where its files are, and its release. Throws Broken when a name does

@@ -7,10 +7,10 @@
 
 namespace cwt {
 
-/// The bytes of every field, and of the tables that hang on it, in hexadecimal, without their last
-/// zeros: numbers are little-endian on every target. Of other blocks, of streams and open files,
-/// whose addresses and numbers are the process's own, that they are there. The directories, which
-/// are the caller's, are left out.
+/// Every field that is set, and the tables that hang on it, as bytes in hexadecimal without
+/// trailing zeros; numbers are little-endian on every target. For other blocks, streams and open
+/// files, whose addresses and numbers differ from process to process, only "there". The two
+/// directories are left out.
 std::string RecordText(const RateContext& context);
 
 }  // namespace cwt

@@ -1,5 +1,6 @@
 #!/bin/sh
-# Compares, byte for byte, what the tests of the three targets made of the same data.
+# Compares, byte for byte, what the tests of the three targets and the optimised Linux build made of
+# the same data.
 set -eu
 cd "$(dirname "$0")/.."
 

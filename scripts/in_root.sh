@@ -20,6 +20,6 @@ exec $as_root unshare --mount sh -euc '
     home=/home/${user%:*}
     mkdir -p "$root$home"
     chown "$user" "$root$home"
-    exec chroot --userspec="$user" "$root" env HOME="$home" \
+    exec chroot --userspec="$user" "$root" env -u WINEPREFIX -u TMPDIR HOME="$home" \
         sh -c "cd \"\$0\" && exec \"\$@\"" "$directory" "$@"' \
     "$root" "$user" "$project" "$PWD" "$@"

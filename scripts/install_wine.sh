@@ -6,10 +6,10 @@ cd "$(dirname "$0")/.."
 
 . scripts/wine_root.sh
 root=$wine_root
-[ ! -e "$root.installed" ] || exit 0
+! wine_is_installed || exit 0
 # What an earlier attempt has left may go, and nothing else.
 if [ -e "$root" ] && [ ! -e "$root.started" ]; then
-    echo "$root is not a directory of these scripts" >&2
+    echo "$root is not a directory of these scripts: remove it, or set HWT_WINE_ROOT" >&2
     exit 1
 fi
 scripts/install_packages.sh debootstrap
@@ -25,6 +25,7 @@ trap 'rm -f "$log"' EXIT
 install() {
     $as_root mkdir -p "$(dirname "$root")" &&
         $as_root touch "$root.started" &&
+        $as_root rm -f "$root.installed" &&
         $as_root rm -rf --one-file-system "$root" &&
         $as_root mkdir "$root" &&
         $as_root unshare --mount \

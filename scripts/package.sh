@@ -5,7 +5,7 @@ cd "$(dirname "$0")/.."
 
 rm -rf build/win32/sample build/win32/package
 build/release/bin/cwt sample build/win32/sample
-cmake --preset win32 -DHWT_SAMPLE="$PWD/build/win32/sample" >/dev/null
+cmake --preset win32 -DBUILD_TESTING=OFF -DHWT_SAMPLE="$PWD/build/win32/sample" >/dev/null
 cpack --config build/win32/CPackConfig.cmake -B build/win32/package >/dev/null
 cd build/win32/package
 rm -rf _CPack_Packages

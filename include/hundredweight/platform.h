@@ -25,11 +25,13 @@ typedef void (*QuitHandler)(int32_t code);
 
 /** Installs the host's message box, for the whole process; null restores the default, which is the
  *  system's message box on Windows and elsewhere writes caption and text to standard error and
- *  counts as not shown. On Windows hundredweight.dll must have been loaded, and each
- *  time anew; a module of the host's that goes withdraws its handler first. */
+ *  counts as not shown. On Windows, install it after hundredweight.dll has been loaded, and again
+ *  whenever the DLL is loaded again; until then it has no effect. A module of the host's that is to
+ *  be unloaded must restore the default first. */
 HWT_API void SetMessageBoxHandler(MessageBoxHandler handler);
 /** Installs the host's way to quit, for the whole process; null restores the default, which posts
- *  the quit message to the calling thread on Windows and does nothing elsewhere. */
+ *  the quit message to the calling thread on Windows and does nothing elsewhere. On Windows the
+ *  same holds as for the message box. */
 HWT_API void SetQuitHandler(QuitHandler handler);
 
 /** Loads a partner library: a path, or a bare name such as "tolvex" that is looked for beside this

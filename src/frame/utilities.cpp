@@ -16,10 +16,10 @@ namespace {
 constexpr std::size_t kPathSize = 260;
 constexpr std::size_t kExtensionLength = 4;
 
-constexpr int32_t kLargestExactPower = 22;  // Higher powers of ten are no doubles.
+constexpr int32_t kLargestExactPower = 22;  // Higher powers of ten are rounded.
 
-/// Ten to the power of some places, the same on every target: where the run-time library's own
-/// would compute in the processor's extended registers, its last digit depends on their mode.
+/// Ten to the power of some places, by multiplication where that is exact: the last digit of what a
+/// run-time library's pow gives depends on the precision mode of the processor.
 double PowerOfTen(int32_t places) {
     if (places < -kLargestExactPower || places > kLargestExactPower) return std::pow(10.0, places);
     double power = 1;

@@ -41,7 +41,8 @@ WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t siz
 /// it cannot.
 WriteOutcome CopyToNewFile(const char* from, const char* to);
 
-/// Renames a file, replacing what has the new name, or leaves both as they are.
+/// Renames a file, replacing what has the new name, or leaves both as they are. On Windows a
+/// write-protected file is not replaced.
 bool RenameOver(const char* from, const char* to);
 
 /// Renames a file unless something has the new name.
@@ -52,8 +53,8 @@ void RemoveFile(const char* path);
 /// Whether a character at the end of a directory's path separates what follows.
 bool IsSeparator(char character);
 
-/// Whether two names in one directory mean the same file, on a file system that does not tell case
-/// apart as well as on one that does.
+/// Whether two names in one directory mean the same file to the library: case does not count, and
+/// on Windows neither do blanks and dots at the end.
 bool IsSameName(std::string_view a, std::string_view b);
 
 }  // namespace hundredweight::platform

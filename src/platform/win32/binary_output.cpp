@@ -1,5 +1,5 @@
-// Output that carries bytes as they are, a line feed without a carriage return among them, for a
-// program that is linked with this file.
+// Makes standard output and error of a program that is linked with this file binary, so that a line
+// feed stays a line feed.
 #include <fcntl.h>
 #include <io.h>
 #include <stdio.h>

@@ -72,6 +72,18 @@ bool Move(const char* from, const char* to, DWORD flags) {
     }
 }
 
+/// Whether a copy had been begun, and is ours, when this error came.
+bool CameWhileCopying(DWORD error) {
+    return error == ERROR_DISK_FULL || error == ERROR_HANDLE_DISK_FULL ||
+           error == ERROR_WRITE_FAULT || error == ERROR_READ_FAULT;
+}
+
+/// Removes a copy, which may have taken over the protection of its original.
+void RemoveCopy(const char* path) {
+    SetFileAttributesA(path, FILE_ATTRIBUTE_NORMAL);
+    RemoveFile(path);
+}
+
 /// Ends the writing of a new file, which is on disk when this returns, or there is none.
 WriteOutcome Finish(int descriptor, bool written, const char* path) {
     const bool on_disk = written && _commit(descriptor) == 0;
@@ -134,7 +146,7 @@ WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t siz
 WriteOutcome CopyToNewFile(const char* from, const char* to) {
     constexpr BOOL kUnlessExists = TRUE;
     if (CopyFileA(from, to, kUnlessExists) == 0) {
-        if (GetLastError() != ERROR_FILE_EXISTS) RemoveFile(to);
+        if (CameWhileCopying(GetLastError())) RemoveCopy(to);
         return WriteOutcome::kNotCreated;
     }
     // The copy of a protected file is not protected: its user is to write it.

@@ -8,16 +8,16 @@
 #include <string>
 #include <vector>
 
-#include "failure.h"
-#include "freight_bill.h"
-#include "inspection.h"
-#include "path_text.h"
-#include "profile_list.h"
-#include "rating_session.h"
-#include "record_text.h"
+#include "bill/freight_bill.h"
+#include "bill/record_text.h"
 #include "reference/samples/sample_data.h"
-#include "shipment.h"
-#include "validation.h"
+#include "session/failure.h"
+#include "session/inspection.h"
+#include "session/profile_list.h"
+#include "session/rating_session.h"
+#include "session/validation.h"
+#include "shipment/shipment.h"
+#include "text/path_text.h"
 
 namespace {
 

@@ -11,13 +11,13 @@
 #include <stdexcept>
 #include <string>
 
-#include "failure.h"
-#include "freight_bill.h"
-#include "rating_session.h"
-#include "record_text.h"
+#include "bill/freight_bill.h"
+#include "bill/record_text.h"
 #include "reference/samples/generated_shipments.h"
 #include "reference/samples/sample_data.h"
-#include "shipment.h"
+#include "session/failure.h"
+#include "session/rating_session.h"
+#include "shipment/shipment.h"
 #include "transcript/written_files.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "record_text.h"
+#include "bill/record_text.h"
 #include "reference/samples/sample_data.h"
 
 namespace hundredweight::transcript {

@@ -1,11 +1,11 @@
-#include "set_files.h"
+#include "session/set_files.h"
 
 #include <algorithm>
 #include <cctype>
 #include <iterator>
 #include <string_view>
 
-#include "path_text.h"
+#include "text/path_text.h"
 
 namespace cwt {
 namespace {

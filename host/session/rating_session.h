@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "shipment.h"
+#include "shipment/shipment.h"
 
 namespace cwt {
 

@@ -1,4 +1,4 @@
-#include "profile_list.h"
+#include "session/profile_list.h"
 
 #include <fmt/core.h>
 #include <hundredweight/exports.h>
@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "failure.h"
-#include "field_text.h"
-#include "path_text.h"
+#include "session/failure.h"
+#include "text/field_text.h"
+#include "text/path_text.h"
 
 namespace cwt {
 namespace {

@@ -1,14 +1,14 @@
-#include "inspection.h"
+#include "session/inspection.h"
 
 #include <fmt/core.h>
 #include <hundredweight/exports.h>
 
 #include <nlohmann/json.hpp>
 
-#include "failure.h"
-#include "field_text.h"
-#include "path_text.h"
-#include "set_files.h"
+#include "session/failure.h"
+#include "session/set_files.h"
+#include "text/field_text.h"
+#include "text/path_text.h"
 
 namespace cwt {
 namespace {

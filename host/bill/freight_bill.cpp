@@ -1,4 +1,4 @@
-#include "freight_bill.h"
+#include "bill/freight_bill.h"
 
 #include <fmt/core.h>
 
@@ -7,7 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
-#include "field_text.h"
+#include "text/field_text.h"
 
 namespace cwt {
 namespace {

@@ -1,8 +1,8 @@
-#include "field_text.h"
+#include "text/field_text.h"
 
 #include <fmt/core.h>
 
-#include "failure.h"
+#include "session/failure.h"
 
 namespace cwt {
 

@@ -5,7 +5,7 @@
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 
-#include "rating_session.h"
+#include "session/rating_session.h"
 
 namespace cwt {
 

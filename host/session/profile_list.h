@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "rating_session.h"
+#include "session/rating_session.h"
 
 namespace cwt {
 

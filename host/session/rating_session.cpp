@@ -1,14 +1,14 @@
-#include "rating_session.h"
+#include "session/rating_session.h"
 
 #include <fmt/core.h>
 #include <fmt/ranges.h>
 #include <hundredweight/exports.h>
 #include <hundredweight/platform.h>
 
-#include "failure.h"
-#include "field_text.h"
-#include "path_text.h"
-#include "validation.h"
+#include "session/failure.h"
+#include "session/validation.h"
+#include "text/field_text.h"
+#include "text/path_text.h"
 
 namespace cwt {
 namespace {

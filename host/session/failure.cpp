@@ -1,4 +1,4 @@
-#include "failure.h"
+#include "session/failure.h"
 
 #include <fmt/core.h>
 #include <hundredweight/exports.h>

@@ -1,4 +1,4 @@
-#include "record_text.h"
+#include "bill/record_text.h"
 
 #include <fmt/format.h>
 

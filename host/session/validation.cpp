@@ -1,12 +1,12 @@
-#include "validation.h"
+#include "session/validation.h"
 
 #include <fmt/core.h>
 #include <hundredweight/exports.h>
 
 #include <cstring>
 
-#include "failure.h"
-#include "field_text.h"
+#include "session/failure.h"
+#include "text/field_text.h"
 
 namespace cwt {
 namespace {

@@ -1,4 +1,4 @@
-#include "shipment.h"
+#include "shipment/shipment.h"
 
 #include <fmt/core.h>
 
@@ -8,9 +8,9 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 
-#include "failure.h"
-#include "field_text.h"
-#include "path_text.h"
+#include "session/failure.h"
+#include "text/field_text.h"
+#include "text/path_text.h"
 
 namespace cwt {
 namespace {

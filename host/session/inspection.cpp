@@ -4,8 +4,10 @@
 #include <hundredweight/exports.h>
 
 #include <nlohmann/json.hpp>
+#include <optional>
 
-#include "session/failure.h"
+#include "session/messages.h"
+#include "session/session.h"
 #include "session/set_files.h"
 #include "text/field_text.h"
 #include "text/path_text.h"
@@ -129,7 +131,7 @@ Json Files(const std::vector<SetFile>& files) {
     for (const SetFile& file : files) {
         Json entry = {{"extension", file.extension},
                       {"need", NeedText(file.need)},
-                      {"present", file.size.has_value()}};
+                      {"present", !file.path.empty()}};
         if (file.size) entry["bytes"] = *file.size;
         if (file.size && file.record_size > 0) {
             entry["records"] = file.records();
@@ -144,6 +146,7 @@ std::string FileText(const Json& file) {
     const auto need = file["need"].get<std::string>();
     std::string text = fmt::format("  {:<5}{:<9}", file["extension"].get<std::string>(), need);
     if (!file["present"].get<bool>()) return text + (need == "required" ? " MISSING\n" : " -\n");
+    if (!file.contains("bytes")) return text + " no regular file\n";
     text += fmt::format("{:>9} bytes", file["bytes"].get<std::uintmax_t>());
     if (file.contains("records")) {
         text += fmt::format("{:>7} records", file["records"].get<std::uintmax_t>());
@@ -201,45 +204,106 @@ std::string StatesText(const Json& ranges) {
     return text;
 }
 
-}  // namespace
-
-Json Inspect(const Sources& sources, bool with_engine) {
+/// The codes and names of a set that the library reads only when it rates by the set's own tables.
+Json OwnTables(const Sources& sources) {
     TariffSet set(sources);
-    RateContext& context = set.context();
-    context.UseEngine = with_engine ? 1 : 0;
-    const int32_t code = set.Load();
-    const std::vector<SetFile> files = ListSetFiles(sources.data, sources.set, context);
-    Json failure = nullptr;
-    if (code != 0) {
-        failure = {{"file", FileOfCode(code, files)}, {"code", code}, {"message", Describe(code)}};
-    }
-    const bool dated = OpenLevelFile(&context, (sources.set + ".LVL").c_str()) == 1;
-    return {{"set", sources.set},
-            {"directory", PathText(sources.data)},
-            {"rating", with_engine ? "engine" : "own tables"},
-            {"loads", code == 0},
-            {"failure", failure},
-            {"files", Files(files)},
-            {"level_date", dated ? Json(TextOf(context.LevelFileDate)) : Json(nullptr)},
-            {"settings", Settings(context)},
-            {"defaults", Defaults(context)},
-            {"labels", Labels(context)},
-            {"table_names", TableNames(context)},
-            {"classes", Classes(context)},
-            {"weight_breaks", WeightBreaks(context)},
-            {"states", States(context)}};
+    set.context().UseEngine = 0;
+    set.Load();
+    return {{"table_names", TableNames(set.context())}, {"classes", Classes(set.context())}};
 }
 
-std::string InspectionText(const Json& inspection) {
-    const Json& failure = inspection["failure"];
+/// Starts the partners. Result: what each is, whether it works and what is wrong.
+Json Partners(const Sources& sources, const InspectionScope& scope) {
+    Json partners = Json::array();
+    const auto add = [&](const char* role, const std::string& library, const auto& start) {
+        Json partner = {{"role", role}, {"library", library}, {"works", true}, {"says", ""}};
+        try {
+            start();
+        } catch (const Broken& broken) {
+            partner["works"] = false;
+            partner["says"] = broken.what();
+        }
+        partners.push_back(partner);
+    };
+    std::optional<Session> session;
+    add("engine", sources.engine, [&] {
+        session.emplace(sources);
+        session->RequireWorkingEngine();
+    });
+    if (session && scope.service_guide) {
+        add("service guide", sources.service_guide, [&] { session->StartServiceGuide(); });
+    }
+    return partners;
+}
+
+Json FailureOf(const std::string& file, int32_t code, const std::string& message) {
+    return {{"file", file}, {"code", code}, {"message", message}};
+}
+
+/// The first thing that is broken about a set; null when nothing is.
+Json FindFailure(const TariffSet& set, int32_t code, const std::vector<SetFile>& files) {
+    try {
+        set.RequireReadableFiles();
+    } catch (const Broken& broken) {
+        return FailureOf("", code, broken.what());
+    }
+    if (code == 0) return nullptr;
+    return FailureOf(FileOfCode(code, files), code, Describe(code));
+}
+
+}  // namespace
+
+Json Inspect(const Sources& sources, const InspectionScope& scope) {
+    const Json own_tables = OwnTables(sources);
+    Json inspection;
+    {
+        TariffSet set(sources);
+        RateContext& context = set.context();
+        context.UseEngine = scope.engine ? 1 : 0;
+        const int32_t code = set.Load();
+        const std::vector<SetFile> files =
+            ListSetFiles(Listing(sources.data), sources.set, context);
+        const bool dated = OpenLevelFile(&context, (sources.set + ".LVL").c_str()) == 1;
+        inspection = {{"set", sources.set},
+                      {"directory", PathText(sources.data)},
+                      {"rating", scope.engine ? "engine" : "own tables"},
+                      {"loads", code == 0},
+                      {"failure", FindFailure(set, code, files)},
+                      {"partners", Json::array()},
+                      {"files", Files(files)},
+                      {"level_date", dated ? Json(TextOf(context.LevelFileDate)) : Json(nullptr)},
+                      {"settings", Settings(context)},
+                      {"defaults", Defaults(context)},
+                      {"labels", Labels(context)},
+                      {"table_names", own_tables["table_names"]},
+                      {"classes", own_tables["classes"]},
+                      {"weight_breaks", WeightBreaks(context)},
+                      {"states", States(context)}};
+    }
+    if (!scope.engine || !inspection["failure"].is_null()) return inspection;
+    inspection["partners"] = Partners(sources, scope);
+    for (const Json& partner : inspection["partners"]) {
+        if (partner["works"] == true || !inspection["failure"].is_null()) continue;
+        inspection["failure"] = FailureOf("", 0, partner["says"].get<std::string>());
+    }
+    return inspection;
+}
+
+std::string InspectionText(const Json& inspection, bool with_states) {
+    const bool loads = inspection["loads"].get<bool>();
     std::string text =
         fmt::format("Set {} in {}, for rating by {}\n", ValueText(inspection["set"]),
                     ValueText(inspection["directory"]),
                     inspection["rating"] == "engine" ? "an engine" : "its own tables");
-    text += failure.is_null()
-                ? std::string("The set loads.\n")
-                : fmt::format("THE SET DOES NOT LOAD: file {}: {}\n", ValueText(failure["file"]),
-                              ValueText(failure["message"]));
+    text += loads ? "The set loads.\n" : "THE SET DOES NOT LOAD.\n";
+    if (const Json& failure = inspection["failure"]; !failure.is_null()) {
+        text += "Broken: " + FailureText(failure) + "\n";
+    }
+    for (const Json& partner : inspection["partners"]) {
+        text += fmt::format("The {} {} {}.\n", ValueText(partner["role"]),
+                            ValueText(partner["library"]),
+                            partner["works"] == true ? "works" : "DOES NOT WORK");
+    }
     text += fmt::format("Level date: {}\n", inspection["level_date"].is_null()
                                                 ? "no level file"
                                                 : ValueText(inspection["level_date"]));
@@ -251,8 +315,14 @@ std::string InspectionText(const Json& inspection) {
     text += ListText("Table names", inspection["table_names"]);
     text += ListText("Classes", inspection["classes"]);
     text += WeightBreaksText(inspection["weight_breaks"]);
-    text += StatesText(inspection["states"]);
+    if (with_states) text += StatesText(inspection["states"]);
     return text;
+}
+
+std::string FailureText(const Json& failure) {
+    const auto file = failure["file"].get<std::string>();
+    const auto message = failure["message"].get<std::string>();
+    return file.empty() ? message : fmt::format("file {}: {}", file, message);
 }
 
 }  // namespace cwt

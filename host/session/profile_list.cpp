@@ -5,10 +5,13 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <string_view>
 
-#include "session/failure.h"
+#include "session/messages.h"
+#include "text/code_page.h"
 #include "text/field_text.h"
-#include "text/path_text.h"
+#include "text/nearest_word.h"
 
 namespace cwt {
 namespace {
@@ -19,8 +22,10 @@ constexpr std::size_t kBreaks = 9;
 constexpr std::size_t kValuesInSet = 11;
 constexpr int32_t kMostZipDiscounts = 150;
 
-Broken Failure(const Sources& sources, const RateContext& context) {
-    return Broken(fmt::format("{}: {}", PathText(sources.data), Describe(context.ErrorCode)));
+constexpr int32_t kNotFound = 127;
+
+Broken Failure(const RateContext& context) {
+    return Broken(fmt::format("{}: {}", context.UserDir, Describe(context.ErrorCode)));
 }
 
 Json ClassMap(const ProfileRecord& profile) {
@@ -56,25 +61,37 @@ Json ZipDiscounts(const ProfileRecord& profile) {
 
 }  // namespace
 
-std::vector<std::string> ProfileNames(const Sources& sources) {
-    TariffSet set(sources);
-    RateContext& context = set.context();
+std::vector<std::string> ProfileNames(RateContext& context) {
+    context.ErrorCode = 0;
     const int32_t count = GetProfileSize(&context);
-    if (context.ErrorCode != 0) throw Failure(sources, context);
+    if (context.ErrorCode != 0) throw Failure(context);
     std::vector<std::string> names;
     for (int32_t i = 0; i < count; ++i) {
         char name[sizeof context.Profile.ProfileName];
-        if (GetProfileKey(&context, i, name) == 0) throw Failure(sources, context);
+        if (GetProfileKey(&context, i, name) == 0) throw Failure(context);
         names.push_back(TextOf(name));
     }
     return names;
 }
 
-Json ShowProfile(const Sources& sources, const std::string& name) {
-    TariffSet set(sources);
-    RateContext& context = set.context();
-    SetText(context.Profile.ProfileName, "profile", name);
-    if (GetProfileRecord(&context) == 0) throw Failure(sources, context);
+bool LoadProfile(RateContext& context, const std::string& name) {
+    const std::optional<std::string> bytes = ToCodePage(name);
+    if (!bytes || !SetBytes(context.Profile.ProfileName, *bytes)) return false;
+    if (GetProfileRecord(&context) == 1) return true;
+    if (context.ErrorCode != kNotFound) throw Failure(context);
+    return false;
+}
+
+Refusal UnknownProfile(RateContext& context, const std::string& name) {
+    const std::vector<std::string> names = ProfileNames(context);
+    Refusal refusal = RefusalOf("profile", kNotFound);
+    refusal.written = name;
+    refusal.alternatives =
+        NearestWord(name, std::vector<std::string_view>(names.begin(), names.end()));
+    return refusal;
+}
+
+Json ProfileJson(const RateContext& context) {
     const ProfileRecord& profile = context.Profile;
     return {{"name", TextOf(profile.ProfileName)},
             {"class_map_on", profile.ClassMapOn != 0},

@@ -1,19 +1,28 @@
 // The profiles of a directory, for a reader.
 #pragma once
 
+#include <hundredweight/rate_context.h>
+
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
-#include "session/rating_session.h"
+#include "shipment/refusal.h"
 
 namespace cwt {
 
-/// The names of all profiles. Throws Broken when there is no profile file.
-std::vector<std::string> ProfileNames(const Sources& sources);
+/// The names of all profiles of a record's directory. Throws Broken when there is no profile file,
+/// or it cannot be read.
+std::vector<std::string> ProfileNames(RateContext& context);
 
-/// One profile's settings by name. Throws Broken when there is none of that name.
-nlohmann::ordered_json ShowProfile(const Sources& sources, const std::string& name);
+/// Loads a profile into the record by its name. Throws as above. Result: whether there is one.
+bool LoadProfile(RateContext& context, const std::string& name);
+
+/// That there is no profile of a name, and which was most likely meant.
+Refusal UnknownProfile(RateContext& context, const std::string& name);
+
+/// The settings of the record's profile.
+nlohmann::ordered_json ProfileJson(const RateContext& context);
 
 /// The same for a reader, lines ending in LF.
 std::string ProfileText(const nlohmann::ordered_json& profile);

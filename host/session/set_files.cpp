@@ -1,11 +1,8 @@
 #include "session/set_files.h"
 
 #include <algorithm>
-#include <cctype>
 #include <iterator>
-#include <string_view>
-
-#include "text/path_text.h"
+#include <system_error>
 
 namespace cwt {
 namespace {
@@ -105,21 +102,10 @@ const FileFacts kFiles[] = {
     {"LVL", 18, Never, {300, 302, 304}, kOptional},
 };
 
-bool EqualIgnoringCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
-        return std::toupper(x) == std::toupper(y);
-    });
-}
-
-/// The library tells names apart by case only where both exist.
-std::optional<std::uintmax_t> SizeOf(const std::filesystem::path& directory,
-                                     const std::string& name) {
+void Find(const Listing& directory, const std::string& name, SetFile& file) {
+    file.path = directory.Find(name);
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(directory, error)) {
-        if (!entry.is_regular_file(error)) continue;
-        if (EqualIgnoringCase(PathText(entry.path().filename()), name)) return entry.file_size();
-    }
-    return std::nullopt;
+    if (is_regular_file(file.path, error)) file.size = file_size(file.path, error);
 }
 
 /// Whether a load can have failed at a file that lies on disk as it does.
@@ -129,15 +115,17 @@ bool IsSuspect(const SetFile& file) {
 
 }  // namespace
 
-std::vector<SetFile> ListSetFiles(const std::filesystem::path& directory, const std::string& set,
+std::vector<SetFile> ListSetFiles(const Listing& directory, const std::string& set,
                                   const RateContext& context) {
     std::vector<SetFile> files;
     for (const FileFacts& facts : kFiles) {
-        SetFile file = {facts.extension, facts.required(context) ? kRequired : facts.otherwise,
-                        SizeOf(directory, set + "." + facts.extension), facts.record_size};
-        if (!file.size && facts.fallback != nullptr) {
-            file.size = SizeOf(directory, set + "." + facts.fallback);
-            if (file.size) {
+        SetFile file = {.extension = facts.extension,
+                        .need = facts.required(context) ? kRequired : facts.otherwise,
+                        .record_size = facts.record_size};
+        Find(directory, set + "." + facts.extension, file);
+        if (file.path.empty() && facts.fallback != nullptr) {
+            Find(directory, set + "." + facts.fallback, file);
+            if (!file.path.empty()) {
                 file.extension = facts.fallback;
                 file.record_size = facts.fallback_record_size;
             }

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "session/sources.h"
+
 namespace cwt {
 
 /// What a load does with a file, by the set's flags and the way of rating.
@@ -18,15 +20,16 @@ enum class Need { kRequired, kOptional, kNotRead };
 struct SetFile {
     std::string extension;  ///< Without its dot; the fallback's when the set has that one.
     Need need = Need::kOptional;
-    std::optional<std::uintmax_t> size;  ///< Bytes; nothing when the file is missing.
-    int record_size = 0;                 ///< Bytes; 0 when the file is not one of equal records.
+    std::filesystem::path path = {};          ///< Empty when the file is missing.
+    std::optional<std::uintmax_t> size = {};  ///< Bytes; nothing for what is no regular file.
+    int record_size = 0;  ///< Bytes; 0 when the file is not one of equal records.
 
     std::uintmax_t records() const { return *size / static_cast<std::uintmax_t>(record_size); }
     std::uintmax_t stray_bytes() const { return *size % static_cast<std::uintmax_t>(record_size); }
 };
 
 /// The set's files in the order of a load; `context` holds the settings as far as they were read.
-std::vector<SetFile> ListSetFiles(const std::filesystem::path& directory, const std::string& set,
+std::vector<SetFile> ListSetFiles(const Listing& directory, const std::string& set,
                                   const RateContext& context);
 
 /// The file that a failed load's code speaks of; empty when it speaks of none.

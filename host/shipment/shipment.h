@@ -1,17 +1,16 @@
-// A shipment as a JSON file describes it.
+// A shipment as a value.
 #pragma once
 
-#include <hundredweight/rate_context.h>
-
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace cwt {
 
+inline constexpr std::size_t kMostLines = 8;
+
 struct Point {
-    std::string zip;
+    std::string zip;  ///< Postal code, as SpellPostalCode leaves it.
     std::string city;
     std::string state;            ///< Empty: that of the postal code.
     std::string territory = "B";  ///< Served as origin and as destination.
@@ -40,7 +39,7 @@ struct Shipment {
     std::string description;
     Point origin;
     Point destination;
-    std::vector<ShipmentLine> lines;
+    std::vector<ShipmentLine> lines;  ///< 1 to kMostLines.
     std::optional<std::string> tariff;
     std::optional<std::string> profile;
     std::optional<double> factor;
@@ -48,11 +47,5 @@ struct Shipment {
     std::optional<Surcharge> surcharge;
     bool service_guide = false;  ///< Ask for terminals and service codes.
 };
-
-/// Reads and checks a file. Throws Broken with the name of what is wrong.
-Shipment ReadShipment(const std::filesystem::path& path);
-
-/// Writes the points, lines and terms of a shipment into the record of a run.
-void EnterShipment(const Shipment& shipment, RateContext& context);
 
 }  // namespace cwt

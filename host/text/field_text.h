@@ -8,7 +8,7 @@
 
 namespace cwt {
 
-/// The text of a field without the blanks around it.
+/// The text of a field without the blanks around it, in UTF-8.
 std::string TextOf(const char* field, std::size_t size);
 
 template <std::size_t Size>
@@ -16,15 +16,13 @@ std::string TextOf(const char (&field)[Size]) {
     return TextOf(field, Size);
 }
 
-/// Refuses a text that `room` bytes do not hold.
-void RequireRoom(std::string_view what, std::string_view text, std::size_t room);
-
-/// Puts a terminated text into a zeroed field; `what` names it in the complaint about a longer one.
+/// Puts bytes and a terminator into a field that is zero behind them. Result: whether they fit.
 template <std::size_t Size>
-void SetText(char (&field)[Size], std::string_view what, std::string_view text) {
-    RequireRoom(what, text, Size - 1);
+bool SetBytes(char (&field)[Size], std::string_view bytes) {
+    if (bytes.size() >= Size) return false;
     std::memset(field, 0, Size);
-    std::memcpy(field, text.data(), text.size());
+    std::memcpy(field, bytes.data(), bytes.size());
+    return true;
 }
 
 }  // namespace cwt

@@ -6,6 +6,7 @@
 #include <exception>
 #include <memory>
 #include <optional>
+#include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -38,13 +39,16 @@ static_assert(std::is_same_v<decltype(&Tolvex_GetStateEx), Tolvex_GetStateExFunc
 /// What a handle stands for.
 struct Instance {
     std::optional<RateBase> rate_base;  ///< Without one nothing is rated.
+    std::string told;                   ///< What is wrong with the data, as it was said last.
 
     bool Load(const char* data_directory) {
         rate_base.reset();
         try {
             if (data_directory) rate_base = ReadRateBase(data_directory);
         } catch (const std::exception& error) {
-            std::fprintf(stderr, "tolvex: %s\n", error.what());
+            // A start and the naming of the same directory tell of a fault once.
+            if (told != error.what()) std::fprintf(stderr, "tolvex: %s\n", error.what());
+            told = error.what();
         }
         return rate_base.has_value();
     }

@@ -13,11 +13,23 @@ namespace {
 void WriteFiles(const std::filesystem::path& directory, const FileContents& files) {
     std::filesystem::create_directories(directory);
     for (const auto& [name, content] : files) {
+        remove(directory / name);
         std::ofstream file(directory / name, std::ios::binary | std::ios::trunc);
         file << content;
         file.close();
         if (!file) throw std::runtime_error((directory / name).string() + ": cannot be written");
     }
+}
+
+/// All sample data, by the folder that they lie in.
+std::map<std::string, FileContents> AllFiles() {
+    std::map<std::string, FileContents> folders;
+    for (const FileContents& files :
+         {TariffSetFiles({}), EngineFiles(), ServiceGuideFiles(), ProfileFiles()}) {
+        folders[""].insert(files.begin(), files.end());
+    }
+    folders["shipments"] = Shipments();
+    return folders;
 }
 
 }  // namespace
@@ -43,11 +55,17 @@ void WriteShipments(const std::filesystem::path& directory) {
 }
 
 void WriteSampleData(const std::filesystem::path& directory) {
-    WriteTariffSet(directory);
-    WriteEngineData(directory);
-    WriteServiceGuideData(directory);
-    WriteProfiles(directory);
-    WriteShipments(directory / "shipments");
+    for (const auto& [folder, files] : AllFiles()) WriteFiles(directory / folder, files);
+}
+
+std::filesystem::path FindSampleFile(const std::filesystem::path& directory) {
+    for (const auto& [folder, files] : AllFiles()) {
+        for (const auto& [name, content] : files) {
+            const std::filesystem::path file = directory / folder / name;
+            if (exists(symlink_status(file))) return file;
+        }
+    }
+    return {};
 }
 
 }  // namespace hundredweight::samples

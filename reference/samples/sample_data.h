@@ -23,7 +23,8 @@ struct SetOptions {
     bool mexico = false;     ///< MEF, MET, ZFM and ZP7 as well.
 };
 
-/// These create the directory, replace files of the same names and throw std::runtime_error or
+/// These create the directory, replace files of the same names (a link itself, not what it leads
+/// to) and throw std::runtime_error or
 /// std::filesystem::filesystem_error when they cannot.
 void WriteTariffSet(const std::filesystem::path& directory, const SetOptions& options = {});
 void WriteEngineData(const std::filesystem::path& directory);
@@ -34,5 +35,8 @@ void WriteProfiles(const std::filesystem::path& directory);
 void WriteShipments(const std::filesystem::path& directory);
 /// All of them in the directory, the shipments in "shipments" below it.
 void WriteSampleData(const std::filesystem::path& directory);
+
+/// A file of the sample data that is in the directory already; empty when there is none.
+std::filesystem::path FindSampleFile(const std::filesystem::path& directory);
 
 }  // namespace hundredweight::samples

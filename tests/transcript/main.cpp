@@ -1,23 +1,25 @@
 // Writes down all that the library makes of the same data, for a comparison between targets: the
 // sample data themselves, the bill of every shipment as text and JSON, the record afterwards, and
 // the files written for users.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <random>
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
-#include "bill/freight_bill.h"
 #include "bill/record_text.h"
 #include "reference/samples/generated_shipments.h"
 #include "reference/samples/sample_data.h"
-#include "session/failure.h"
-#include "session/rating_session.h"
-#include "shipment/shipment.h"
+#include "session/messages.h"
+#include "session/session.h"
+#include "shipment/shipment_file.h"
 #include "transcript/written_files.h"
 
 namespace {
@@ -36,25 +38,65 @@ void Write(const fs::path& path, const std::string& content) {
     std::ofstream(path, std::ios::binary) << content;
 }
 
-/// Rates a shipment, and writes what came of it to files beside it.
-void Rate(const fs::path& shipment, const fs::path& data, int request_code, Totals& totals) {
+cwt::Outcome Rate(cwt::Session& session, const fs::path& shipment, int request_code) {
+    cwt::Shipment read;
+    cwt::Refusals refusals = cwt::ReadShipmentFile(shipment.string(), read);
+    if (!refusals.empty()) return refusals;
+    return session.Rate(read, request_code);
+}
+
+/// A bill with its notes, or the refusals, as text.
+std::string OutcomeText(const cwt::Outcome& outcome) {
+    std::string text;
+    if (const auto* bill = std::get_if<cwt::Bill>(&outcome)) {
+        for (const std::string& note : bill->notes) text += note + '\n';
+        return text + cwt::BillText(*bill);
+    }
+    for (const cwt::Refusal& refusal : std::get<cwt::Refusals>(outcome)) {
+        text += cwt::RefusalText(refusal) + '\n';
+    }
+    return text;
+}
+
+/// Rates a shipment in a session of its own, and writes what came of it to files beside it. Result:
+/// the text of it.
+std::string Rate(const fs::path& shipment, const fs::path& data, int request_code, Totals& totals) {
     const auto beside = [&](const char* extension) {
         return fs::path(shipment).replace_extension(extension);
     };
-    cwt::RatingSession session({.data = data});
-    try {
-        std::string notes;
-        for (const std::string& note : session.Rate(cwt::ReadShipment(shipment), request_code)) {
-            notes += note + '\n';
-        }
-        Write(beside(".bill"), notes + cwt::BillText(session.context()));
-        Write(beside(".bill.json"), cwt::BillJson(session.context()).dump(2));
+    cwt::Session session({.data = data});
+    const cwt::Outcome outcome = Rate(session, shipment, request_code);
+    std::string text = OutcomeText(outcome);
+    if (const auto* bill = std::get_if<cwt::Bill>(&outcome)) {
+        Write(beside(".bill"), text);
+        Write(beside(".bill.json"), cwt::BillJson(*bill).dump(2));
         ++totals.rated;
-    } catch (const std::runtime_error& refusal) {
-        Write(beside(".refusal"), refusal.what() + std::string("\n"));
-        totals.refusals.insert(refusal.what());
+    } else {
+        Write(beside(".refusal"), text);
+        totals.refusals.insert(text);
     }
     Write(beside(".record"), cwt::RecordText(session.context()));
+    return text;
+}
+
+struct RatedAlone {
+    fs::path shipment;
+    int request_code;
+    std::string text;
+};
+
+/// In one session, whatever came before it, each shipment gets the bill that it got alone.
+void RateTogether(std::vector<RatedAlone> shipments, const fs::path& data) {
+    constexpr int kRounds = 3;
+    cwt::Session session({.data = data});
+    std::minstd_rand random;
+    for (int round = 0; round < kRounds; ++round) {
+        std::shuffle(shipments.begin(), shipments.end(), random);
+        for (const auto& [shipment, request_code, text] : shipments) {
+            if (OutcomeText(Rate(session, shipment, request_code)) == text) continue;
+            throw std::runtime_error(shipment.string() + " depends on what was rated before it");
+        }
+    }
 }
 
 /// Lets the command print what came of a shipment in every form, where the shipment is.
@@ -80,6 +122,7 @@ void WriteTranscript(const fs::path& directory, const fs::path& cwt) {
     Write(directory / kMark, "");
     hundredweight::samples::WriteGeneratedShipments(directory / "generated", kGenerated);
     Totals totals;
+    std::vector<RatedAlone> rated;
     for (const char* name : {"shipments", "generated"}) {
         std::set<fs::path> shipments;
         for (const auto& entry : fs::directory_iterator(directory / name)) {
@@ -87,10 +130,12 @@ void WriteTranscript(const fs::path& directory, const fs::path& cwt) {
         }
         int request_code = 0;
         for (const fs::path& shipment : shipments) {
-            Rate(shipment, directory, request_code++ % 100, totals);
+            const std::string text = Rate(shipment, directory, request_code % 100, totals);
+            rated.push_back({shipment, request_code++ % 100, text});
             if (name == std::string("shipments")) Print(cwt, shipment);
         }
     }
+    RateTogether(rated, directory);
     hundredweight::transcript::WriteUserFiles(directory);
     std::printf("%d shipments rated, %zu kinds of refusal\n", totals.rated, totals.refusals.size());
     if (totals.rated < 200 || totals.refusals.size() < 10) {

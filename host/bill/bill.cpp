@@ -1,0 +1,100 @@
+#include "bill/bill.h"
+
+#include <fmt/core.h>
+
+#include <cstdlib>
+#include <iterator>
+#include <utility>
+
+#include "text/field_text.h"
+
+namespace cwt {
+namespace {
+
+int WeightOf(const std::string& text) {
+    return std::atoi(text.c_str());
+}
+
+/// An amount without the zeros that pad it.
+std::string Unpadded(std::string amount) {
+    while (amount.size() > 1 && amount[0] == '0' && amount[1] != '.') amount.erase(0, 1);
+    return amount;
+}
+
+/// The class that a line was rated at, marked when a profile put it in the place of another.
+std::string RatedClass(const RateContext& context, std::size_t line) {
+    if (context.LineClassMark[line][0] != '*') return TextOf(context.LineClass[line]);
+    return TextOf(context.ClassTable[context.LineClassIndex[line]]) + "*";
+}
+
+std::vector<BreakCharge> ReadCharges(const BreakList& list) {
+    std::vector<BreakCharge> charges;
+    for (int32_t j = 0; j < list.Count; ++j) {
+        charges.push_back(
+            {TextOf(list.Labels[j]), list.Weights[j], list.Amounts[j], list.Marks[j][0] == '*'});
+    }
+    return charges;
+}
+
+/// Whether a text is a whole amount, down to its cents.
+bool IsAmount(const std::string& text) {
+    const std::size_t point = text.find('.');
+    const std::size_t first = text.starts_with('-') ? 1 : 0;
+    return point != std::string::npos && point > first && text.size() == point + 3 &&
+           text.find_first_not_of("0123456789", first) == point &&
+           text.find_first_not_of("0123456789", point + 1) == std::string::npos;
+}
+
+}  // namespace
+
+Bill ReadBill(const RateContext& context, std::vector<std::string> notes) {
+    Bill bill;
+    bill.tariff = TextOf(context.TariffName);
+    bill.date = TextOf(context.LevelFileDate);
+    bill.rate_code = TextOf(context.RateCode);
+    bill.origin = {TextOf(context.OrigZip), TextOf(context.OrigCity), TextOf(context.OrigState),
+                   TextOf(context.OrigTerminal), TextOf(&context.OrigServiceCode, 1)};
+    bill.destination = {TextOf(context.DestZip), TextOf(context.DestCity),
+                        TextOf(context.DestState), TextOf(context.DestTerminal),
+                        TextOf(&context.DestServiceCode, 1)};
+    for (std::size_t i = 0; i < std::size(context.LineClass); ++i) {
+        const int weight = WeightOf(TextOf(context.LineWeight[i]));
+        if (weight == 0) continue;
+        bill.lines.push_back({RatedClass(context, i), weight, TextOf(context.LineRateText[i]),
+                              TextOf(context.LineChargeText[i])});
+    }
+    bill.deficit = {"", WeightOf(TextOf(context.ExtraWeightText)), TextOf(context.ExtraRateText),
+                    TextOf(context.ExtraChargeText)};
+    bill.total_weight = WeightOf(TextOf(context.TotalWeightText));
+    bill.billed_weight = WeightOf(TextOf(context.BilledWeightText));
+    bill.gross = TextOf(context.GrossChargeText);
+    bill.discount_percent = Unpadded(TextOf(context.DiscountPctText));
+    bill.discount_amount = Unpadded(TextOf(context.DiscountAmountText));
+    bill.surcharge = TextOf(context.SurchargeText);
+    bill.minimum = Unpadded(TextOf(context.MinChargeText));
+    bill.net = Unpadded(TextOf(context.NetChargeText));
+    bill.minimum_charges = ReadCharges(context.BreakLists[0]);
+    bill.single_shipment_charges = ReadCharges(context.BreakLists[1]);
+    bill.notes = std::move(notes);
+    return bill;
+}
+
+Refusals CheckAmounts(const Bill& bill) {
+    Refusals refusals;
+    const auto check = [&](const std::string& place, const std::string& amount) {
+        if (IsAmount(amount)) return;
+        refusals.push_back({place, fmt::format("the amount does not fit its field: {}", amount)});
+    };
+    for (std::size_t i = 0; i < bill.lines.size(); ++i) {
+        check(fmt::format("lines[{}].rate", i), bill.lines[i].rate);
+        check(fmt::format("lines[{}].charge", i), bill.lines[i].charge);
+    }
+    check("deficit.rate", bill.deficit.rate);
+    check("deficit.charge", bill.deficit.charge);
+    check("gross_charge", bill.gross);
+    check("minimum_charge", bill.minimum);
+    check("surcharge", bill.surcharge);
+    return refusals;
+}
+
+}  // namespace cwt

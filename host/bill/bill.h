@@ -1,0 +1,71 @@
+// A freight bill as a value, with the field's terms.
+#pragma once
+
+#include <hundredweight/rate_context.h>
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <vector>
+
+#include "shipment/refusal.h"
+
+namespace cwt {
+
+/// Weights are whole pounds, rates dollars per hundredweight, charges dollars: decimal texts.
+struct BillLine {
+    std::string class_code;
+    int weight = 0;
+    std::string rate;
+    std::string charge;
+};
+
+struct BillPoint {
+    std::string zip;
+    std::string city;
+    std::string state;
+    std::string terminal;  ///< Empty when no service guide was asked.
+    std::string service;
+};
+
+/// What the shipment would come to at a weight break.
+struct BreakCharge {
+    std::string label;
+    int weight = 0;  ///< Lowest weight of the break.
+    int amount = 0;  ///< Whole dollars.
+    bool raised_to_floor = false;
+};
+
+struct Bill {
+    std::string tariff;
+    std::string date;  ///< MM-DD-YYYY.
+    std::string rate_code;
+    BillPoint origin;
+    BillPoint destination;
+    std::vector<BillLine> lines;  ///< A class that a profile put in the place of another ends in *.
+    BillLine deficit;             ///< Weight 0 when there is none.
+    int total_weight = 0;
+    int billed_weight = 0;
+    std::string gross;
+    std::string discount_percent;
+    std::string discount_amount;
+    std::string surcharge;
+    std::string minimum;
+    std::string net;
+    std::vector<BreakCharge> minimum_charges;
+    std::vector<BreakCharge> single_shipment_charges;
+    std::vector<std::string> notes;  ///< What was said while the shipment was rated.
+};
+
+/// The bill that RateShipment has left in a record.
+Bill ReadBill(const RateContext& context, std::vector<std::string> notes);
+
+/// Refuses amounts that their fields of the record could not hold, and so hold in part.
+Refusals CheckAmounts(const Bill& bill);
+
+/// The bill as text, lines ending in LF.
+std::string BillText(const Bill& bill);
+
+/// The bill as JSON; rates, charges and percentages are decimal texts, exact to the cent.
+nlohmann::ordered_json BillJson(const Bill& bill);
+
+}  // namespace cwt

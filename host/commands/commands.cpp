@@ -1,0 +1,89 @@
+#include "commands/commands.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <nlohmann/json.hpp>
+#include <system_error>
+
+#include "session/messages.h"
+#include "shipment/shipment_file.h"
+#include "text/code_page.h"
+#include "text/path_text.h"
+
+namespace cwt {
+
+void AddData(CLI::App* command, Options& options) {
+    command->add_option("--data", options.data,
+                        "Directory of the tariff set, the partners' data and the profiles. "
+                        "Default: the nearest one that holds the set, from the shipment's "
+                        "directory (or the current one) upward.");
+    command->add_option("--set", options.sources.set, "Base name of the tariff set.")
+        ->capture_default_str();
+}
+
+void AddEngine(CLI::App* command, Options& options) {
+    command
+        ->add_option("--engine", options.sources.engine,
+                     "Engine library: a path, or a name to look for beside cwt's own libraries.")
+        ->capture_default_str();
+}
+
+void AddServiceGuide(CLI::App* command, Options& options) {
+    command
+        ->add_option("--service-guide", options.sources.service_guide,
+                     "Service guide library, for shipments that ask for it.")
+        ->capture_default_str();
+}
+
+void AddShipment(CLI::App* command, Options& options) {
+    command
+        ->add_option("SHIPMENT", options.shipment,
+                     "The shipment, a JSON file; - is standard input. Postal codes: 30303, "
+                     "30303-1234, M5H2N2, M5H 2N2, or for Mexico five digits and M, 64000M.")
+        ->required();
+    AddData(command, options);
+    AddEngine(command, options);
+    AddServiceGuide(command, options);
+}
+
+void AddJson(CLI::App* command, Options& options) {
+    command->add_flag("--json", options.json, "Print JSON; rates, charges and texts as texts.");
+}
+
+Sources FindSources(const Options& options, const std::filesystem::path& start) {
+    Sources sources = options.sources;
+    sources.data = FindDataDirectory(PathOf(options.data), start, sources.set);
+    return sources;
+}
+
+ShipmentInput ReadShipmentInput(const Options& options) {
+    ShipmentInput input;
+    input.refusals = ReadShipmentFile(options.shipment, input.shipment);
+    if (!input.refusals.empty()) return input;
+    const std::filesystem::path file = PathOf(options.shipment);
+    const bool standard_input = options.shipment == kStandardInput;
+    input.sources = FindSources(options, standard_input ? "." : absolute(file).parent_path());
+    return input;
+}
+
+void Print(std::string_view text) {
+    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size()) return;
+    throw Broken("standard output: " + std::generic_category().message(errno));
+}
+
+void Say(const std::string& line) {
+    std::fputs(("cwt: " + line + "\n").c_str(), stderr);
+}
+
+int Refuse(const std::string& about, const Refusals& refusals) {
+    const std::string name = about.empty() ? "" : Printable(about) + ": ";
+    for (const Refusal& refusal : refusals) Say("refused: " + name + RefusalText(refusal));
+    return kRefused;
+}
+
+void PrintJson(const nlohmann::ordered_json& json) {
+    constexpr int kIndent = 2;
+    Print(json.dump(kIndent, ' ', false, nlohmann::json::error_handler_t::replace) + "\n");
+}
+
+}  // namespace cwt

@@ -1,0 +1,55 @@
+#include <nlohmann/json.hpp>
+
+#include "bill/record_text.h"
+#include "commands/commands.h"
+#include "session/messages.h"
+#include "session/session.h"
+
+namespace cwt {
+namespace {
+
+constexpr int kHighestRequestCode = 99;
+
+struct RateOptions : Options {
+    int request_code = 0;
+    bool record = false;
+};
+
+int Rate(const RateOptions& options) {
+    const ShipmentInput input = ReadShipmentInput(options);
+    if (!input.refusals.empty()) return Refuse(options.shipment, input.refusals);
+    Session session(input.sources);
+    const Outcome outcome = session.Rate(input.shipment, options.request_code);
+    if (const auto* refusals = std::get_if<Refusals>(&outcome)) {
+        return Refuse(options.shipment, *refusals);
+    }
+    const Bill& bill = std::get<Bill>(outcome);
+    for (const std::string& note : bill.notes) Say("note: " + note);
+    if (options.record) {
+        Print(RecordText(session.context()));
+    } else if (options.json) {
+        PrintJson(BillJson(bill));
+    } else {
+        Print(BillText(bill));
+    }
+    return kDone;
+}
+
+}  // namespace
+
+void AddRate(CLI::App& app, int& exit_code) {
+    const auto options = std::make_shared<RateOptions>();
+    CLI::App* command =
+        AddCommand(app, "rate", "Rate a shipment and print its bill.", Rate, options, exit_code);
+    AddShipment(command, *options);
+    command->add_option("--request-code", options->request_code, "Code passed on to the engine.")
+        ->check(CLI::Range(0, kHighestRequestCode))
+        ->capture_default_str();
+    AddJson(command, *options);
+    command
+        ->add_flag("--record", options->record,
+                   "Print the library's record instead: the fields that are set, in hexadecimal.")
+        ->excludes(command->get_option("--json"));
+}
+
+}  // namespace cwt

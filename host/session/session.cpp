@@ -1,0 +1,207 @@
+#include "session/session.h"
+
+#include <fmt/core.h>
+#include <hundredweight/exports.h>
+
+#include <cstdlib>
+#include <utility>
+
+#include "session/messages.h"
+#include "session/profile_list.h"
+#include "session/shipment_entry.h"
+#include "text/field_text.h"
+#include "text/path_text.h"
+
+namespace cwt {
+namespace {
+
+constexpr int32_t kRated = 0;
+constexpr int32_t kOutOfScope = 103;
+constexpr int32_t kEngineFailed = 133;
+constexpr int32_t kNoAlternatives = 134;
+constexpr int32_t kNoOwnZipTable = 436;
+constexpr int32_t kNoPointCode = 501;
+constexpr int32_t kStandardTables = 0;
+constexpr int32_t kEngineTables = 1;
+constexpr int32_t kSettleList = 0;
+
+/// The engine's offers for a point that it could not place.
+Refusal Alternatives(const RateContext& context) {
+    Refusal refusal{"", "The city does not lie at its postal code"};
+    for (int32_t i = 0; i < context.EngineListCount; ++i) {
+        const EngineAlternative offer = context.EngineList[i];
+        refusal.alternatives.push_back(
+            fmt::format("{} {}", TextOf(offer.Text), TextOf(offer.Code)));
+    }
+    return refusal;
+}
+
+}  // namespace
+
+Session::Session(const Sources& sources)
+    : sources_(sources), set_(sources), engine_(sources.engine), context_(&set_.context()) {
+    int32_t code = set_.Load();
+    set_.RequireReadableFiles();
+    if (code == 0) code = set_.LoadTerms();
+    if (code != 0) throw Broken(fmt::format("{}: {}", PathText(sources_.data), Describe(code)));
+    StartEngine();
+    loaded_ = std::make_unique<RateContext>(*context_);
+    if (!said_.empty()) RequireWorkingEngine();
+}
+
+Session::~Session() {
+    if (loaded_) Restore();
+    if (service_guide_) {
+        context_->UseServiceGuide = 1;
+        EndSGdll(context_);
+    }
+    EndTolvexdll(context_);
+}
+
+/// Stops the run over what a partner or the data are at fault for, in the partner's words too.
+void Session::Break(const std::string& what, int32_t code) const {
+    const std::string reason = fmt::format("{}: {}", what, Describe(code));
+    throw Broken(said_.empty() ? reason : fmt::format("{}; {}", said_, reason));
+}
+
+void Session::StartEngine() {
+    context_->EngineModule = engine_.module();
+    context_->ErrorCode = 0;
+    const ErrorOutput output;
+    const bool started = GetTolvexAddresses(context_, 0) == 1 && InitializeTolvexdll(context_) == 1;
+    said_ = output.Text();
+    if (!started) Break(sources_.engine, context_->ErrorCode);
+}
+
+void Session::StartServiceGuide() {
+    context_->UseServiceGuide = 1;
+    if (service_guide_) return;
+    service_guide_.emplace(sources_.service_guide);
+    context_->ServiceGuideModule = loaded_->ServiceGuideModule = service_guide_->module();
+    context_->ErrorCode = 0;
+    const ErrorOutput output;
+    const bool bound = GetSGAddresses(context_, 0) == 1;
+    if (bound && InitializeSGdll(context_) == 1) return;
+    const std::string said = output.Text();
+    if (!bound) throw Broken(sources_.service_guide + ": " + Describe(context_->ErrorCode));
+    throw Broken(said.empty() ? sources_.service_guide + " does not start" : said);
+}
+
+void Session::RequireWorkingEngine() {
+    Restore();
+    context_->NameTablesLoaded = 'N';
+    const int32_t result = RateShipment(context_, 0, 0);
+    TakeMessageBoxes();
+    const int32_t code = context_->ErrorCode;
+    Restore();
+    if (result != kRated && code == kEngineFailed) Break(sources_.engine, code);
+}
+
+/// Every shipment starts from the record as the load left it.
+void Session::Restore() {
+    // The table of an earlier shipment's profile; that of the set stands aside meanwhile.
+    if (context_->Zp6Table != loaded_->Zp6Table) std::free(context_->Zp6Table);
+    *context_ = *loaded_;
+    notes_.clear();
+}
+
+Refusals Session::ApplyProfile(const std::string& name) {
+    RateContext& context = *context_;
+    const Listing listing(sources_.data);
+    if (const auto file = listing.Find("PROFILE.FIL"); !file.empty()) RequireReadable(file);
+    if (!ReadProfileFile(&context)) Break(PathText(sources_.data), context.ErrorCode);
+    if (!LoadProfile(context, name)) return {UnknownProfile(context, name)};
+    LoadProfileSettings(&context);
+    if (context.Profile.DiscModeZ != 0 && context.DiscountOn != 0) {
+        const auto table = listing.Find(name + ".ZP6");
+        if (!table.empty()) RequireReadable(table);
+    }
+    // The set's table is kept for the shipments to come.
+    if (context.SkipZipTablesFlag != 'Y') context.Zp6Table = nullptr;
+    context.ErrorCode = 0;
+    if (LoadProfileZP6(&context) == 0) Break(PathText(sources_.data), context.ErrorCode);
+    if (context.ErrorCode == kNoOwnZipTable) {
+        notes_.push_back(fmt::format("The profile {} has no ZIP table of its own", name));
+    }
+    return {};
+}
+
+/// Finds the shipment's tariff, and the classes and weight breaks that lines are checked against.
+/// Where the engine gives none, the engine is to say why when it rates.
+Refusals Session::LayOutTariff(const Shipment& shipment) {
+    RateContext& context = *context_;
+    if (shipment.tariff) {
+        // A tariff that is named is not looked up.
+        context.NameTablesLoaded = 'N';
+    } else if (context.NameTablesLoaded != 'Y') {
+        return {{"tariff", "missing: the set has no tables of tariff names"}};
+    } else if (GetTolvexBse(&context) == 0) {
+        return {RefusalOf("origin and destination", kNoPointCode)};
+    } else if (GetTolvexTariffName(&context) == 0) {
+        return {RefusalOf("origin and destination", kOutOfScope)};
+    }
+    TakeMessageBoxes();
+    SetClassesAndWeights(&context, kEngineTables, 0);
+    if (!TakeMessageBoxes().empty()) return {};
+    // A tariff of freight of all kinds rates every standard class.
+    if (TextOf(context.ClassTable[0]) == "FAK") {
+        SetClassesAndWeights(&context, kStandardTables, 0);
+    }
+    return CheckLines(shipment, context);
+}
+
+Refusals Session::Check(const Shipment& shipment) {
+    RateContext& context = *context_;
+    Refusals refusals = shipment.profile ? ApplyProfile(*shipment.profile) : Refusals();
+    const auto add = [&](Refusals more) {
+        refusals.insert(refusals.end(), more.begin(), more.end());
+    };
+    add(EnterShipment(shipment, context));
+    if (!refusals.empty()) return refusals;
+    add(CheckFactor(shipment, context));
+    if (std::string note = FactorNote(context); !note.empty()) notes_.push_back(std::move(note));
+    Refusals about_points = CheckPoints(shipment, context);
+    const bool points_hold = about_points.empty();
+    add(std::move(about_points));
+    if (points_hold || shipment.tariff) add(LayOutTariff(shipment));
+    return refusals;
+}
+
+Refusals Session::AskServiceGuide() {
+    StartServiceGuide();
+    if (GetService(context_) == 1 && GetTerminals(context_) == 1) return {};
+    return {RefusalOf("service_guide", context_->ErrorCode)};
+}
+
+StateAnswer Session::StateOf(const std::string& place, const std::string& postal_code) {
+    return FindState(*context_, place, postal_code);
+}
+
+Outcome Session::Rate(const Shipment& shipment, int request_code) {
+    Restore();
+    RateContext& context = *context_;
+    Refusals refusals = Check(shipment);
+    if (refusals.empty() && shipment.service_guide) refusals = AskServiceGuide();
+    if (!refusals.empty()) return refusals;
+    LoadDiscounts(&context, nullptr, kSettleList);
+    context.ErrorCode = 0;
+    // No minimum is left over from before the load.
+    context.ZmcMinimum = 0;
+    TakeMessageBoxes();
+    const int32_t result = RateShipment(&context, request_code, 0);
+    std::vector<std::string> shown = TakeMessageBoxes();
+    const int32_t code = context.ErrorCode;
+    if (result != kRated) {
+        if (code == kEngineFailed || code == kNoAlternatives) Break(sources_.engine, code);
+        if (shown.empty()) return Refusals{RefusalOf("", code)};
+        return Refusals{{"", shown.back(), code}};
+    }
+    if (context.EngineListCount > 0) return Refusals{Alternatives(context)};
+    shown.insert(shown.begin(), notes_.begin(), notes_.end());
+    Bill bill = ReadBill(context, std::move(shown));
+    refusals = CheckAmounts(bill);
+    if (!refusals.empty()) return refusals;
+    return bill;
+}
+
+}  // namespace cwt

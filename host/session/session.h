@@ -1,0 +1,73 @@
+// A run of the library that stays: a tariff set, the partner libraries, and the record between them
+// in which one shipment after another is rated.
+#pragma once
+
+#include <hundredweight/rate_context.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "bill/bill.h"
+#include "session/partner_library.h"
+#include "session/shipment_check.h"
+#include "session/sources.h"
+#include "session/tariff_set.h"
+#include "shipment/refusal.h"
+#include "shipment/shipment.h"
+
+namespace cwt {
+
+/// What came of a shipment.
+using Outcome = std::variant<Bill, Refusals>;
+
+/// A loaded tariff set with its level file, discounts and a running engine. Whatever is broken
+/// about them, or breaks later, throws Broken.
+class Session {
+ public:
+    explicit Session(const Sources& sources);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    /// Rates a shipment, from the record as the load left it: no shipment sees another. The code is
+    /// passed on to the engine.
+    Outcome Rate(const Shipment& shipment, int request_code);
+
+    /// The state of a postal code.
+    StateAnswer StateOf(const std::string& place, const std::string& postal_code);
+
+    /// Loads and starts the service guide, unless that is done.
+    void StartServiceGuide();
+
+    /// The record as the last shipment left it.
+    const RateContext& context() const { return *context_; }
+
+    /// What the partners said at their start; empty when nothing.
+    const std::string& said() const { return said_; }
+
+    /// Throws Broken when the engine answers no request, which it does not tell at its start.
+    void RequireWorkingEngine();
+
+ private:
+    void StartEngine();
+    void Restore();
+    Refusals ApplyProfile(const std::string& name);
+    Refusals LayOutTariff(const Shipment& shipment);
+    Refusals Check(const Shipment& shipment);
+    Refusals AskServiceGuide();
+    [[noreturn]] void Break(const std::string& what, int32_t code) const;
+
+    Sources sources_;
+    TariffSet set_;
+    PartnerLibrary engine_;
+    std::optional<PartnerLibrary> service_guide_;
+    RateContext* context_;                 ///< The set's.
+    std::unique_ptr<RateContext> loaded_;  ///< The record as the load left it.
+    std::vector<std::string> notes_;       ///< On the shipment at hand.
+    std::string said_;
+};
+
+}  // namespace cwt

@@ -1,0 +1,144 @@
+#include "session/shipment_entry.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+
+#include "session/messages.h"
+#include "text/code_page.h"
+#include "text/decimals.h"
+#include "text/field_text.h"
+
+namespace cwt {
+namespace {
+
+constexpr int32_t kOriginZip = 101;
+constexpr int32_t kDestinationZip = 102;
+constexpr int32_t kInvalidClass = 105;
+constexpr int32_t kDiscountTooHigh = 118;
+constexpr int32_t kFloorTooHigh = 119;
+constexpr int32_t kInvalidFactor = 513;
+
+/// Writes texts of people into fields of the record, and takes down those that do not fit.
+class Entry {
+ public:
+    /// The code is the library's for what the field holds, 0 when it has none.
+    template <std::size_t Size>
+    void Put(char (&field)[Size], const std::string& place, const std::string& text,
+             int32_t code = 0) {
+        const std::optional<std::string> bytes = ToCodePage(text);
+        if (bytes && SetBytes(field, *bytes)) return;
+        const std::string reason = bytes ? fmt::format("longer than {} characters", Size - 1)
+                                         : std::string("a character that the data cannot hold");
+        refusals_.push_back(
+            {place, code == 0 ? reason : MessageOf(code) + " " + reason, code, text});
+    }
+
+    void Require(bool holds, const std::string& place, int32_t code) {
+        if (!holds) refusals_.push_back(RefusalOf(place, code));
+    }
+
+    Refusals Take() { return std::move(refusals_); }
+
+ private:
+    Refusals refusals_;
+};
+
+void EnterLines(const Shipment& shipment, RateContext& context, Entry& entry) {
+    for (std::size_t i = 0; i < shipment.lines.size(); ++i) {
+        const std::string line = fmt::format("lines[{}]", i);
+        entry.Put(context.LineClass[i], line + ".class", shipment.lines[i].class_code,
+                  kInvalidClass);
+        entry.Put(context.LineWeight[i], line + ".weight",
+                  std::to_string(shipment.lines[i].weight));
+    }
+}
+
+/// Switches the entered values on, over what profile and defaults say.
+void EnterDiscount(const Discount& discount, RateContext& context, Entry& entry) {
+    const auto put = [&](auto& field, const std::string& place, double value, double highest,
+                         int32_t code) {
+        const bool holds = value >= 0 && value <= highest;
+        entry.Require(holds, place, code);
+        if (holds) entry.Put(field, place, fmt::format("{:.2f}", value));
+    };
+    context.DiscountOn = 1;
+    context.Profile.DiscModeP = 1;
+    put(context.EntryDiscountPercent, "discount.percent", discount.percent, 99.99,
+        kDiscountTooHigh);
+    put(context.EntryFlatPercent, "discount.flat_percent", discount.flat_percent, 99.99,
+        kDiscountTooHigh);
+    put(context.EntryFloor, "discount.floor", discount.floor, 999.99, kFloorTooHigh);
+}
+
+void EnterSurcharge(const Surcharge& surcharge, RateContext& context, Entry& entry) {
+    context.SurchargeOn = 1;
+    context.DefFactorLow = static_cast<float>(surcharge.low_percent);
+    context.DefFactorHigh = static_cast<float>(surcharge.high_percent);
+    entry.Put(context.DefBreakIndex, "surcharge.break_index",
+              std::to_string(surcharge.break_index));
+}
+
+constexpr double kStep = 10000;  // Steps of the rate record's factor in 1.
+constexpr double kMostSteps = 99999;
+
+/// The factor that all sources together come to, in the steps that the rate record has.
+double FactorSteps(const RateContext& context) {
+    float factor = context.RateFactor != 0.0F ? context.RateFactor : 1.0F;
+    if (context.ConversionOn != 0) factor *= context.ConversionRate;
+    return double{factor} * kStep;
+}
+
+char EnterLetter(const std::string& place, const std::string& letter, Entry& entry) {
+    char field[2] = " ";
+    if (!letter.empty()) entry.Put(field, place, letter);
+    return field[0];
+}
+
+}  // namespace
+
+Refusals EnterShipment(const Shipment& shipment, RateContext& context) {
+    Entry entry;
+    const Point& origin = shipment.origin;
+    const Point& destination = shipment.destination;
+    entry.Put(context.OrigZip, "origin.zip", origin.zip, kOriginZip);
+    entry.Put(context.OrigCity, "origin.city", origin.city);
+    entry.Put(context.OrigState, "origin.state", origin.state);
+    context.OrigTerritory = EnterLetter("origin.territory", origin.territory, entry);
+    context.OrigIntrastate = origin.intrastate ? 'Y' : 'N';
+    entry.Put(context.DestZip, "destination.zip", destination.zip, kDestinationZip);
+    entry.Put(context.DestCity, "destination.city", destination.city);
+    entry.Put(context.DestState, "destination.state", destination.state);
+    context.DestTerritory = EnterLetter("destination.territory", destination.territory, entry);
+    EnterLines(shipment, context, entry);
+    if (shipment.tariff) entry.Put(context.TariffName, "tariff", *shipment.tariff);
+    if (shipment.factor) context.RateFactor = static_cast<float>(*shipment.factor);
+    if (shipment.discount) EnterDiscount(*shipment.discount, context, entry);
+    if (shipment.surcharge) EnterSurcharge(*shipment.surcharge, context, entry);
+    return entry.Take();
+}
+
+Refusals CheckFactor(const Shipment& shipment, const RateContext& context) {
+    const bool entered = shipment.factor.has_value();
+    const bool exact = !entered || (*shipment.factor > 0 && HasDecimals(*shipment.factor, 4));
+    const double steps = std::round(FactorSteps(context));
+    if (exact && steps >= 1 && steps <= kMostSteps) return {};
+    Refusal refusal = RefusalOf(entered ? "factor" : "defaults", kInvalidFactor);
+    refusal.written = fmt::to_string(entered ? *shipment.factor : double{context.RateFactor});
+    refusal.alternatives = {"0.0001 to 9.9999 in steps of 0.0001"};
+    if (context.ConversionOn != 0) {
+        refusal.alternatives.back() +=
+            fmt::format(", times the defaults' conversion rate {}", +context.ConversionRate);
+    }
+    return {refusal};
+}
+
+std::string FactorNote(const RateContext& context) {
+    constexpr double kFloatError = 0.01;  // Steps that single precision may be off.
+    const double steps = FactorSteps(context);
+    if (std::abs(steps - std::round(steps)) < kFloatError) return {};
+    return fmt::format("The factor {} with the defaults' conversion rate is rounded to {:.4f}",
+                       steps / kStep, std::round(steps) / kStep);
+}
+
+}  // namespace cwt

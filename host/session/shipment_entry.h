@@ -1,0 +1,23 @@
+// A shipment on its way into the record of a run.
+#pragma once
+
+#include <hundredweight/rate_context.h>
+
+#include <string>
+
+#include "shipment/refusal.h"
+#include "shipment/shipment.h"
+
+namespace cwt {
+
+/// Writes the points, lines and terms of a shipment into a record. Result: what does not fit it.
+Refusals EnterShipment(const Shipment& shipment, RateContext& context);
+
+/// What is wrong with the factor that all sources together come to: the library sends an engine
+/// four decimals and one digit before them, and would cut any other. Nothing when it holds.
+Refusals CheckFactor(const Shipment& shipment, const RateContext& context);
+
+/// Tells of a factor that the rate record rounds; empty when it does not.
+std::string FactorNote(const RateContext& context);
+
+}  // namespace cwt

@@ -1,0 +1,88 @@
+#include "session/sources.h"
+
+#include <fmt/core.h>
+
+#include <cctype>
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+#include "session/messages.h"
+#include "text/path_text.h"
+
+namespace cwt {
+namespace {
+
+std::string UpperCase(std::string text) {
+    for (char& character : text) {
+        character = static_cast<char>(std::toupper(static_cast<unsigned char>(character)));
+    }
+    return text;
+}
+
+Broken Failure(const std::filesystem::path& path, const std::string& reason) {
+    return Broken(fmt::format("{}: {}", PathText(path), reason));
+}
+
+bool HoldsSet(const std::filesystem::path& directory, const std::string& set) {
+    try {
+        return !Listing(directory).Find(set + ".SET").empty();
+    } catch (const Broken&) {
+        return false;
+    }
+}
+
+}  // namespace
+
+Listing::Listing(const std::filesystem::path& directory) {
+    std::error_code error;
+    std::filesystem::directory_iterator entry(directory, error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        files_.emplace(UpperCase(PathText(entry->path().filename())), entry->path());
+    }
+    if (error) throw Failure(directory, error.message());
+}
+
+std::filesystem::path Listing::Find(const std::string& name) const {
+    const auto [first, last] = files_.equal_range(UpperCase(name));
+    std::filesystem::path found;
+    for (auto file = first; file != last; ++file) {
+        if (PathText(file->second.filename()) == name) return file->second;
+        if (found.empty() || file->second < found) found = file->second;
+    }
+    return found;
+}
+
+std::filesystem::path FindDataDirectory(const std::filesystem::path& given,
+                                        const std::filesystem::path& start,
+                                        const std::string& set) {
+    if (!given.empty()) {
+        if (HoldsSet(given, set)) return given;
+        throw Broken(fmt::format("no tariff set {} in {}", set, PathText(given)));
+    }
+    const std::filesystem::path lowest = (absolute(start) / ".").lexically_normal().parent_path();
+    for (std::filesystem::path directory = lowest;; directory = directory.parent_path()) {
+        if (HoldsSet(directory, set)) return directory;
+        if (directory == directory.parent_path()) break;
+    }
+    throw Broken(
+        fmt::format("no tariff set {} in {} or above; give --data", set, PathText(lowest)));
+}
+
+void RequireReadable(const std::filesystem::path& file) {
+    std::error_code error;
+    const bool regular = is_regular_file(file, error);
+    if (error) throw Failure(file, error.message());
+    if (!regular) throw Failure(file, "this is no regular file");
+    std::FILE* const stream = std::fopen(file.string().c_str(), "rb");
+    if (stream == nullptr) throw Failure(file, std::generic_category().message(errno));
+    char buffer[1 << 16];
+    errno = 0;
+    while (std::fread(buffer, 1, sizeof buffer, stream) > 0) {
+    }
+    const int reason = std::ferror(stream) != 0 ? errno : 0;
+    std::fclose(stream);
+    if (reason != 0) throw Failure(file, std::generic_category().message(reason));
+}
+
+}  // namespace cwt

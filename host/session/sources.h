@@ -1,0 +1,38 @@
+// Where a run finds its files.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+
+namespace cwt {
+
+struct Sources {
+    std::filesystem::path data;  ///< Directory of the tariff set, the engine's data and profiles.
+    std::string set = "SAMPLE";  ///< Base name of the tariff set.
+    std::string engine = "tolvex";
+    std::string service_guide = "servgd";
+};
+
+/// The files of a directory. The library tells names apart by case only where both exist.
+class Listing {
+ public:
+    /// Throws Broken when the directory cannot be listed.
+    explicit Listing(const std::filesystem::path& directory);
+
+    /// The file of a name; an empty path when there is none.
+    std::filesystem::path Find(const std::string& name) const;
+
+ private:
+    std::multimap<std::string, std::filesystem::path> files_;  ///< By name in capital letters.
+};
+
+/// The directory of a set: `given` when that is not empty, else the nearest from `start` upward
+/// that holds the set's settings. Throws Broken when there is none.
+std::filesystem::path FindDataDirectory(const std::filesystem::path& given,
+                                        const std::filesystem::path& start, const std::string& set);
+
+/// Throws Broken, with the reason, when a file cannot be read to its end.
+void RequireReadable(const std::filesystem::path& file);
+
+}  // namespace cwt

@@ -1,0 +1,71 @@
+#include "session/tariff_set.h"
+
+#include <fmt/core.h>
+#include <hundredweight/exports.h>
+
+#include "session/messages.h"
+#include "session/set_files.h"
+#include "text/field_text.h"
+#include "text/path_text.h"
+
+namespace cwt {
+namespace {
+
+constexpr int32_t kNoDefaults = 240;   // The set has no DEF file, which only the user writes.
+constexpr int32_t kNoDiscounts = 250;  // The set has no DIS file.
+constexpr int32_t kAllColumns = 9;
+
+template <std::size_t Size>
+void SetName(char (&field)[Size], const char* what, const std::string& name) {
+    if (SetBytes(field, name)) return;
+    throw Broken(fmt::format("{}: {} is longer than {} characters", what, name, Size - 1));
+}
+
+}  // namespace
+
+TariffSet::TariffSet(const Sources& sources)
+    : sources_(sources), context_(std::make_unique<RateContext>()) {
+    constexpr std::size_t kLongestBaseName = 8;
+    const std::string directory = PathText(sources.data / "");
+    SetName(context_->DataDir, "data directory", directory);
+    SetName(context_->UserDir, "data directory", directory);
+    char base_name[kLongestBaseName + 1] = "";
+    SetName(base_name, "--set", sources.set);
+    SetName(context_->FileBase, "--set", base_name);
+    context_->UseEngine = 1;
+}
+
+TariffSet::~TariffSet() {
+    CloseAllFiles(context_.get());
+}
+
+int32_t TariffSet::Load() {
+    if (ReadDefFile(context_.get()) == 0 && context_->ErrorCode != kNoDefaults) {
+        return context_->ErrorCode;
+    }
+    int32_t found = 0;
+    return OpenAllFiles(context_.get(), &found) == 1 ? 0 : context_->ErrorCode;
+}
+
+int32_t TariffSet::LoadTerms() {
+    if (OpenLevelFile(context_.get(), (sources_.set + ".LVL").c_str()) == 0) {
+        return context_->ErrorCode;
+    }
+    if (ReadDiscFile(context_.get()) == 1) return 0;
+    if (context_->ErrorCode != kNoDiscounts) return context_->ErrorCode;
+    // A set without discount columns of its own has its discounts by the tariff's weight breaks.
+    context_->DiscBreakCount = kAllColumns;
+    return 0;
+}
+
+void TariffSet::RequireReadableFiles() const {
+    const Listing listing(sources_.data);
+    for (const SetFile& file : ListSetFiles(listing, sources_.set, *context_)) {
+        if (file.need != Need::kNotRead && !file.path.empty()) RequireReadable(file.path);
+    }
+    // Discounts are looked for in the current directory first.
+    const std::filesystem::path discounts = Listing(".").Find(sources_.set + ".DIS");
+    if (!discounts.empty()) RequireReadable(discounts);
+}
+
+}  // namespace cwt

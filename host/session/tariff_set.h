@@ -1,0 +1,39 @@
+// A tariff set in the record of a run.
+#pragma once
+
+#include <hundredweight/rate_context.h>
+
+#include <memory>
+
+#include "session/sources.h"
+
+namespace cwt {
+
+/// A zeroed record that knows where its files are, and its release. Throws Broken when a name does
+/// not fit the record.
+class TariffSet {
+ public:
+    explicit TariffSet(const Sources& sources);
+    ~TariffSet();
+    TariffSet(const TariffSet&) = delete;
+    TariffSet& operator=(const TariffSet&) = delete;
+
+    RateContext& context() { return *context_; }
+
+    /// Reads the defaults, if there are any, and the whole set. Result: the code of a failure, or
+    /// 0.
+    int32_t Load();
+
+    /// Reads the level file and the discounts. Result as above.
+    int32_t LoadTerms();
+
+    /// Throws Broken for a file that is there but cannot be read: the library takes it for one that
+    /// is not there, and would go on without it.
+    void RequireReadableFiles() const;
+
+ private:
+    Sources sources_;
+    std::unique_ptr<RateContext> context_;
+};
+
+}  // namespace cwt

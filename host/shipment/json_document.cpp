@@ -1,0 +1,99 @@
+#include "shipment/json_document.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "text/code_page.h"
+
+namespace cwt {
+namespace {
+
+using Json = nlohmann::json;
+
+/// Watches a parser for keys that it has met before in the same object.
+class RepeatedKeys {
+ public:
+    explicit RepeatedKeys(Refusals& refusals) : refusals_(refusals) {}
+
+    void Note(Json::parse_event_t event, const Json& parsed) {
+        switch (event) {
+            case Json::parse_event_t::object_start:
+            case Json::parse_event_t::array_start:
+                levels_.push_back({.is_array = event == Json::parse_event_t::array_start});
+                break;
+            case Json::parse_event_t::object_end:
+            case Json::parse_event_t::array_end:
+                levels_.pop_back();
+                CountEntry();
+                break;
+            case Json::parse_event_t::key:
+                levels_.back().key = parsed.get_ref<const std::string&>();
+                if (!levels_.back().keys.insert(levels_.back().key).second) {
+                    refusals_.push_back({Place(), "the key is there twice"});
+                }
+                break;
+            case Json::parse_event_t::value:
+                CountEntry();
+                break;
+        }
+    }
+
+ private:
+    struct Level {
+        bool is_array = false;
+        std::size_t entries = 0;
+        std::string key = {};
+        std::set<std::string> keys = {};
+    };
+
+    void CountEntry() {
+        if (!levels_.empty()) ++levels_.back().entries;
+    }
+
+    std::string Place() const {
+        std::string place;
+        for (const Level& level : levels_) {
+            if (level.is_array) {
+                place += fmt::format("[{}]", level.entries);
+            } else {
+                place += (place.empty() ? "" : ".") + Printable(level.key);
+            }
+        }
+        return place;
+    }
+
+    Refusals& refusals_;
+    std::vector<Level> levels_;
+};
+
+/// Where the parser gave up, counted from 1.
+std::string LineAndColumn(std::string_view text, std::size_t bytes_read) {
+    const std::string_view before = text.substr(0, bytes_read > 0 ? bytes_read - 1 : 0);
+    const auto line = 1 + std::ranges::count(before, '\n');
+    const std::size_t column = before.size() - (before.rfind('\n') + 1) + 1;
+    return fmt::format("line {}, column {}", line, column);
+}
+
+}  // namespace
+
+Json ParseJson(std::string_view text, Refusals& refusals) {
+    RepeatedKeys repeated(refusals);
+    try {
+        return Json::parse(text.begin(), text.end(),
+                           [&](int /*depth*/, Json::parse_event_t event, Json& parsed) {
+                               repeated.Note(event, parsed);
+                               return true;
+                           });
+    } catch (const Json::parse_error& error) {
+        refusals = {{LineAndColumn(text, error.byte), "this is no JSON, or it ends too early"}};
+    } catch (const Json::out_of_range&) {
+        refusals = {{"", "a number is too large for JSON"}};
+    }
+    return nullptr;
+}
+
+}  // namespace cwt

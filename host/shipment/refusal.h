@@ -1,0 +1,23 @@
+// Why a shipment is not rated: an ordinary answer, of which there may be several at once.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace cwt {
+
+struct Refusal {
+    std::string place;  ///< What is wrong: "destination.zip", "lines[2].class"; empty: the whole.
+    std::string text;   ///< In the library's or the engine's words where they have some.
+    int32_t code = 0;   ///< The library's; 0 when it has none for this, -1 for the engine's words.
+    std::string written = {};                    ///< The value at the place, where that helps.
+    std::vector<std::string> alternatives = {};  ///< What would be right, where it can be listed.
+};
+
+using Refusals = std::vector<Refusal>;
+
+/// One line: "lines[0].class "71": Invalid Class. (code 105); possible: 500, 400".
+std::string RefusalText(const Refusal& refusal);
+
+}  // namespace cwt

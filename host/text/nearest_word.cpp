@@ -1,0 +1,47 @@
+#include "text/nearest_word.h"
+
+#include <algorithm>
+#include <cctype>
+#include <numeric>
+#include <vector>
+
+namespace cwt {
+namespace {
+
+constexpr std::size_t kLongestWord = 64;  ///< Nobody means a longer one.
+
+/// How many characters must be put in, left out or replaced (edit distance), case aside.
+std::size_t Distance(std::string_view a, std::string_view b) {
+    const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
+    std::vector<std::size_t> row(b.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        std::size_t diagonal = row[0]++;
+        for (std::size_t j = 0; j < b.size(); ++j) {
+            const std::size_t replaced = diagonal + (lower(a[i]) == lower(b[j]) ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
+        }
+    }
+    return row[b.size()];
+}
+
+}  // namespace
+
+std::vector<std::string> NearestWord(std::string_view written,
+                                     std::span<const std::string_view> known) {
+    if (written.size() > kLongestWord) return {};
+    std::string_view nearest;
+    std::size_t least = written.size() / 3 + 2;
+    for (const std::string_view word : known) {
+        const std::size_t distance = Distance(written, word);
+        if (distance < least && distance < word.size()) {
+            least = distance;
+            nearest = word;
+        }
+    }
+    if (nearest.empty()) return {};
+    return {std::string(nearest)};
+}
+
+}  // namespace cwt

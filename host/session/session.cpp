@@ -9,6 +9,7 @@
 #include "session/messages.h"
 #include "session/profile_list.h"
 #include "session/shipment_entry.h"
+#include "text/code_page.h"
 #include "text/field_text.h"
 #include "text/path_text.h"
 
@@ -50,12 +51,16 @@ Session::Session(const Sources& sources)
 }
 
 Session::~Session() {
-    if (loaded_) Restore();
-    if (service_guide_) {
-        context_->UseServiceGuide = 1;
-        EndSGdll(context_);
-    }
-    EndTolvexdll(context_);
+    Restore();
+}
+
+void Session::EndEngine::operator()(RateContext* context) const {
+    EndTolvexdll(context);
+}
+
+void Session::EndGuide::operator()(RateContext* context) const {
+    context->UseServiceGuide = 1;
+    EndSGdll(context);
 }
 
 /// Stops the run over what a partner or the data are at fault for, in the partner's words too.
@@ -68,6 +73,7 @@ void Session::StartEngine() {
     context_->EngineModule = engine_.module();
     context_->ErrorCode = 0;
     const ErrorOutput output;
+    engine_run_.reset(context_);
     const bool started = GetTolvexAddresses(context_, 0) == 1 && InitializeTolvexdll(context_) == 1;
     said_ = output.Text();
     if (!started) Break(sources_.engine, context_->ErrorCode);
@@ -75,13 +81,16 @@ void Session::StartEngine() {
 
 void Session::StartServiceGuide() {
     context_->UseServiceGuide = 1;
-    if (service_guide_) return;
+    if (guide_run_) return;
     service_guide_.emplace(sources_.service_guide);
     context_->ServiceGuideModule = loaded_->ServiceGuideModule = service_guide_->module();
     context_->ErrorCode = 0;
     const ErrorOutput output;
     const bool bound = GetSGAddresses(context_, 0) == 1;
-    if (bound && InitializeSGdll(context_) == 1) return;
+    if (bound && InitializeSGdll(context_) == 1) {
+        guide_run_.reset(context_);
+        return;
+    }
     const std::string said = output.Text();
     if (!bound) throw Broken(sources_.service_guide + ": " + Describe(context_->ErrorCode));
     throw Broken(said.empty() ? sources_.service_guide + " does not start" : said);
@@ -150,6 +159,15 @@ Refusals Session::LayOutTariff(const Shipment& shipment) {
     return CheckLines(shipment, context);
 }
 
+/// An engine is sent, and knows, no more of a city than that.
+void Session::NoteCutCity(const char* point, const std::string& city) {
+    constexpr std::size_t kSent = sizeof EngineRateRecord{}.OrigCity;
+    const std::optional<std::string> bytes = ToCodePage(city);
+    if (!bytes || bytes->size() <= kSent) return;
+    notes_.push_back(fmt::format("{}.city: the engine is sent \"{}\"", point,
+                                 FromCodePage(std::string_view(*bytes).substr(0, kSent))));
+}
+
 Refusals Session::Check(const Shipment& shipment) {
     RateContext& context = *context_;
     Refusals refusals = shipment.profile ? ApplyProfile(*shipment.profile) : Refusals();
@@ -157,6 +175,8 @@ Refusals Session::Check(const Shipment& shipment) {
         refusals.insert(refusals.end(), more.begin(), more.end());
     };
     add(EnterShipment(shipment, context));
+    NoteCutCity("origin", shipment.origin.city);
+    NoteCutCity("destination", shipment.destination.city);
     if (!refusals.empty()) return refusals;
     add(CheckFactor(shipment, context));
     if (std::string note = FactorNote(context); !note.empty()) notes_.push_back(std::move(note));

@@ -52,10 +52,19 @@ class Session {
     void RequireWorkingEngine();
 
  private:
+    /// End a partner that was started, or that failed to.
+    struct EndEngine {
+        void operator()(RateContext* context) const;
+    };
+    struct EndGuide {
+        void operator()(RateContext* context) const;
+    };
+
     void StartEngine();
     void Restore();
     Refusals ApplyProfile(const std::string& name);
     Refusals LayOutTariff(const Shipment& shipment);
+    void NoteCutCity(const char* point, const std::string& city);
     Refusals Check(const Shipment& shipment);
     Refusals AskServiceGuide();
     [[noreturn]] void Break(const std::string& what, int32_t code) const;
@@ -64,7 +73,9 @@ class Session {
     TariffSet set_;
     PartnerLibrary engine_;
     std::optional<PartnerLibrary> service_guide_;
-    RateContext* context_;                 ///< The set's.
+    RateContext* context_;  ///< The set's.
+    std::unique_ptr<RateContext, EndEngine> engine_run_;
+    std::unique_ptr<RateContext, EndGuide> guide_run_;
     std::unique_ptr<RateContext> loaded_;  ///< The record as the load left it.
     std::vector<std::string> notes_;       ///< On the shipment at hand.
     std::string said_;

@@ -63,8 +63,11 @@ void TariffSet::RequireReadableFiles() const {
     for (const SetFile& file : ListSetFiles(listing, sources_.set, *context_)) {
         if (file.need != Need::kNotRead && !file.path.empty()) RequireReadable(file.path);
     }
-    // Discounts are looked for in the current directory first.
-    const std::filesystem::path discounts = Listing(".").Find(sources_.set + ".DIS");
+    // Discounts are looked for in the current directory first, if there is one to look in.
+    std::error_code error;
+    const std::filesystem::path current = std::filesystem::current_path(error);
+    if (error) return;
+    const std::filesystem::path discounts = Listing(current).Find(sources_.set + ".DIS");
     if (!discounts.empty()) RequireReadable(discounts);
 }
 

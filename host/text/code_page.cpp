@@ -79,7 +79,9 @@ std::optional<std::string> ToCodePage(std::string_view text) {
     std::string encoded;
     while (!text.empty()) {
         const char32_t character = TakeCharacter(text);
-        if (character == kReplacement) return std::nullopt;
+        if (character == kReplacement || character < 0x20 || character == kDelete) {
+            return std::nullopt;
+        }
         if (character < 0x80 || (character >= 0xA0 && character < 0x100)) {
             encoded += static_cast<char>(character);
             continue;

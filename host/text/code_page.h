@@ -12,7 +12,8 @@ namespace cwt {
 /// their pictures (U+2400 on), so that no text of a file acts on a terminal.
 std::string FromCodePage(std::string_view text);
 
-/// A text of UTF-8 as the data hold it; nothing when they have no such character.
+/// A text of UTF-8 as the data hold it; nothing when they have no such character, or it is a
+/// control character, which would end or tear the field.
 std::optional<std::string> ToCodePage(std::string_view text);
 
 /// A text of people's own, in which what is no UTF-8 and control characters are replaced alike.

@@ -6,8 +6,13 @@ if(WIN32)
     set(CMAKE_INSTALL_DOCDIR docs)
 endif()
 
+# Already in the build tree: CMake would leave empty entries there, which stand for the current
+# directory, to have room for others.
 set_target_properties(hundredweight hundredweight_platform cwt tolvex servgd PROPERTIES
-    INSTALL_RPATH "$ORIGIN;$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+    BUILD_WITH_INSTALL_RPATH ON)
+file(RELATIVE_PATH from_program /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
+set_target_properties(cwt PROPERTIES INSTALL_RPATH $ORIGIN/${from_program})
+set_target_properties(hundredweight hundredweight_platform PROPERTIES INSTALL_RPATH $ORIGIN)
 install(TARGETS hundredweight hundredweight_platform EXPORT hundredweight)
 install(TARGETS cwt)
 # The stand-ins for the partner libraries, which cwt loads unless it is told otherwise.

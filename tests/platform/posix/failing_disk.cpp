@@ -2,6 +2,7 @@
 #include "support/failing_disk.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -55,6 +56,9 @@ int __wrap_fsync(int) {  // Nothing is flushed in truth: the tests are quicker s
 ssize_t __real_read(int descriptor, void* buffer, std::size_t size);
 ssize_t __wrap_read(int descriptor, void* buffer, std::size_t size) {
     if (FailingDisk::Strikes()) return FailingDisk::Fail();
+    struct stat status = {};
+    if (hollow_file != 0 && fstat(descriptor, &status) == 0 && status.st_ino == hollow_file)
+        size = 0;
     const ssize_t count = __real_read(descriptor, buffer, ReadableBytes(size));
     FailingDisk::CountRead(count);
     return count;

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "support/failing_system.h"
 #include "support/set_files.h"
 
 namespace hundredweight {
@@ -14,11 +15,15 @@ using SpecialFilesTest = SampleSetTest;
 
 TEST_F(SpecialFilesTest, WhatIsNoReadableFileCountsAsMissingOrShort) {
     const fs::path pipe = directory_ / "pipe";
-    const fs::path no_bytes = "/proc/self/mem";                   // None can be read.
-    const fs::path few_bytes = "/sys/devices/system/cpu/online";  // Fewer than its length says.
+    const fs::path no_bytes = "/proc/self/mem";        // None can be read.
+    const fs::path few_bytes = directory_ / "hollow";  // Fewer than its length says.
     for (const unsigned set : {0U, kSecondChoices}) {
         WriteSet(set);
         ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+        WriteFile("hollow", std::string(4096, '\n'));
+        struct stat status = {};
+        ASSERT_EQ(stat(few_bytes.c_str(), &status), 0);
+        hollow_file = status.st_ino;
         for (const auto& [extension, not_read, missing, least, shorter] : kFiles) {
             const fs::path path = File(extension), aside = directory_ / "aside";
             if (!fs::exists(path)) continue;
@@ -37,6 +42,7 @@ TEST_F(SpecialFilesTest, WhatIsNoReadableFileCountsAsMissingOrShort) {
             fs::rename(aside, path);
         }
     }
+    hollow_file = 0;
 }
 
 TEST_F(SpecialFilesTest, ALoadRunsOutOfFileDescriptorsAtAnyFile) {

@@ -353,7 +353,11 @@ typedef struct RateContext {
       float ConversionRate;      /**< 35-38: currency conversion rate. */
       char DefHostBytes6[2];
       float DefFactorLow;        /**< 41-44*: surcharge percentage below the surcharge break. */
-      float RateFactor;          /**< 45-48: factor on the rates, below 10; 0 and 1 mean none. */
+      /** 45-48: factor on the rates; 0 and 1 mean none. The engine is sent this, or its product with
+       *  ConversionRate, as five digits of ten-thousandths, 0.0001 to 9.9999: one above 0.00005 and
+       *  below 9.99995, rounded. Of any other it is sent the first five characters, which say 1 for
+       *  10: a host refuses it (code 513). */
+      float RateFactor;
       char DefHostBytes7[101];
       /** 150-185*: settings of the host that profiles save, all but 157-158, 168-169, 177-178. */
       char DefSavedBytes[36];

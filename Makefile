@@ -1,15 +1,17 @@
-# make rate          rates a sample shipment
+# make rate          rates a sample shipment, having installed what the build needs
 # make test          runs every test, with sanitizers
 # make test-linux32  the same on 32-bit Linux     make test-win32  the same on 32-bit Windows
 # make test-all      all three, and compares what the three make of the same shipments
 # make win32         packs the library for Windows
 # make lint          checks format and common slips
-# make format        formats the sources          make clean       removes what was built
+# make format        formats the sources          make clean       removes build/, but no sample
+# make packages      installs what all of these need
 
 BUILD_PACKAGES   = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev
 TEST_PACKAGES    = googletest binutils pkg-config locales
 LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
+WINE_PACKAGES    = debootstrap xvfb xauth
 LINT_PACKAGES    = clang-format clang-tidy
 
 SAMPLE = sample
@@ -17,13 +19,12 @@ SAMPLE = sample
 # The targets share packages, trees and a display.
 .NOTPARALLEL:
 
-.PHONY: rate win32 test test-linux32 test-win32 test-all lint format clean
+.PHONY: rate win32 test test-linux32 test-win32 test-all compare lint format clean packages
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
 	@scripts/build.sh release
-	@echo "Writing the sample data to $(SAMPLE)/"
-	@build/release/bin/cwt sample $(SAMPLE)
+	@scripts/write_sample.sh $(SAMPLE)
 	@echo "Rating $(SAMPLE)/shipments/01-deficit-and-discount.json"
 	@build/release/bin/cwt rate $(SAMPLE)/shipments/01-deficit-and-discount.json
 
@@ -44,11 +45,17 @@ test-linux32:
 	@scripts/test.sh linux32
 
 test-win32:
-	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(WIN32_PACKAGES)
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(WIN32_PACKAGES) $(WINE_PACKAGES)
 	@scripts/build.sh win32
 	@scripts/test.sh win32
 
-test-all: test test-linux32 test-win32
+test-all:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINUX32_PACKAGES) \
+	    $(WIN32_PACKAGES) $(WINE_PACKAGES)
+	@$(MAKE) --no-print-directory test test-linux32 test-win32 compare
+
+# What the tests of the three targets and the optimised build have made of the same shipments.
+compare:
 	@HWT_TARGET=transcript scripts/build.sh release -DBUILD_TESTING=ON
 	@build/release/bin/transcript build/release/transcript build/release/bin/cwt
 	@scripts/compare_targets.sh
@@ -59,7 +66,11 @@ lint:
 
 format:
 	@scripts/install_packages.sh $(LINT_PACKAGES)
-	@git ls-files '*.h' '*.c' '*.cpp' | xargs clang-format -i
+	@scripts/sources.sh | xargs clang-format -i
+
+packages:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINUX32_PACKAGES) \
+	    $(WIN32_PACKAGES) $(WINE_PACKAGES) $(LINT_PACKAGES)
 
 clean:
-	@rm -rf build $(SAMPLE)
+	@rm -rf build

@@ -5,6 +5,7 @@ set -eu
 cd "$(dirname "$0")/.."
 
 . scripts/wine_root.sh
+. scripts/become_root.sh
 root=$wine_root
 ! wine_is_installed || exit 0
 # What an earlier attempt has left may go, and nothing else.
@@ -12,11 +13,8 @@ if [ -e "$root" ] && [ ! -e "$root.started" ]; then
     echo "$root is not a directory of these scripts: remove it, or set HWT_WINE_ROOT" >&2
     exit 1
 fi
-scripts/install_packages.sh debootstrap
 
 echo "Installing 32-bit Wine in $root"
-as_root=""
-[ "$(id -u)" -eq 0 ] || as_root="sudo"
 # The package source that this machine is configured for.
 source=$(apt-get indextargets --format '$(RELEASE) $(COMPONENT) $(REPO_URI)' 'Created-By: Packages' |
     sed -n 's/^bookworm main //p' | head -n 1)

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "support/scripted_engine.h"
-#include "support/table.h"
 #include "tariff/name_tables.h"
 
 namespace hundredweight {
@@ -28,15 +27,14 @@ struct RequestTest : RatingTest {
         Put(expected_, 0, Padded(head, 263, ' ') + "\r\n");
         for (std::size_t line = 265; line < 505; line += 30)
             Put(expected_, line, "02" + Padded("", 3) + "000000" + Padded("", 16) + "\r\n ");
-        Put(expected_, 505, std::string(360, ' '));
-        for (const auto& [offset, text] :
-             Table<2>("80 07 177 s 194 N 236 10000 267 100000500 297 77.123456 "
-                      "480 000007 973 ___"))
-            Put(expected_, std::stoul(offset), text);
-        Put(expected_, 63, Padded("BEVERLY HILLS", 17));
-        for (const std::size_t values : {867U, 921U}) Put(expected_, values, Padded("", 50, ' '));
-        Put(expected_, 1880, std::string(30, ' '));
+        for (const auto& [at, size] :
+             {std::pair{505U, 360U}, {867U, 50U}, {921U, 50U}, {1880U, 30U}})
+            Put(expected_, at, std::string(size, ' '));
         Put(expected_, 1912, std::string(244, '\0') + "   *");
+        Put(expected_, 63, Padded("BEVERLY HILLS", 17));
+        for (const auto& [at, text] : Table<2>("80 07 177 s 194 N 236 10000 267 100000500 297 "
+                                               "77.123456 480 000007 973 ___"))
+            Put(expected_, std::stoul(at), text);
     }
     /// Expects the whole request, with one more text in it than the last.
     void Expect(std::size_t offset, const std::string& written) {
@@ -60,12 +58,11 @@ TEST_F(RequestTest, IsWrittenByteForByte) {
         context_.ConversionRate = std::stof(conversion);
         Expect(236, digits);
     }
-    context_.Profile.ClassMapOn = 1;
-    Expect(297, "77.");
-    context_.LineClassMark[1][0] = '*';
-    Expect(297, "250");
-    context_.Profile.ClassMapOn = 0;
-    Expect(297, "77.");
+    for (const auto& [mapped, mark, code] : Table<3>("1 . 77.  1 * 250  0 * 77.")) {
+        context_.Profile.ClassMapOn = mapped == "1";
+        context_.LineClassMark[1][0] = mark.c_str()[0];
+        Expect(297, code);
+    }
     context_.EngineOptionOn = -1;
     Expect(19, "o");
     PutText(context_.OrigCity, "None of the above");

@@ -3,28 +3,23 @@
 
 #include <hundredweight/platform.h>
 
-#include <string>
-#include <tuple>
-#include <vector>
+#include "support/table.h"
 
 namespace hundredweight {
 
 struct RecordedBoxes {
-    using Box = std::tuple<void*, std::string, std::string, uint32_t>;  ///< Owner to style.
-    inline static std::vector<Box> boxes;
-    inline static std::vector<int32_t> quit_codes;
-    inline static int32_t answer;
+    inline static std::string told;  ///< "style:caption:text;" a box, "quit:code;" a quit message.
+    inline static int32_t answer;    ///< Of every box; one with an owner is to be owned by &answer.
 
     RecordedBoxes() {
-        boxes.clear();
-        quit_codes.clear();
+        told.clear();
         answer = 1;
         SetMessageBoxHandler(
             [](void* owner, const char* text, const char* caption, uint32_t style) {
-                boxes.emplace_back(owner, text, caption, style);
-                return answer;
+                told += Joined(style, caption, text) + (owner == &answer ? " owned;" : ";");
+                return owner == nullptr || owner == &answer ? answer : -1;
             });
-        SetQuitHandler([](int32_t code) { quit_codes.push_back(code); });
+        SetQuitHandler([](int32_t code) { told += Joined("quit", code) + ';'; });
     }
     ~RecordedBoxes() { SetMessageBoxHandler(nullptr), SetQuitHandler(nullptr); }
 };

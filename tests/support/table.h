@@ -3,12 +3,7 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "support/tariff_fixture.h"
 
@@ -33,6 +28,21 @@ inline std::string Told(RateContext& context, int32_t result) {
     const int32_t code = context.ErrorCode;
     context.ErrorCode = 0;
     return std::to_string(result) + ':' + std::to_string(code);
+}
+
+/// Values beside each other, with colons between: "1:0:12.5".
+template <class First, class... Others>
+std::string Joined(First first, Others... others) {
+    std::ostringstream text;
+    text << first;
+    ((text << ':' << others), ...);
+    return text.str();
+}
+
+/// Bytes with dots for zeros.
+inline std::string Dotted(std::string bytes) {
+    std::replace(bytes.begin(), bytes.end(), '\0', '.');
+    return bytes;
 }
 
 /// Whether a word of letters, each of which switches something on, has this one.

@@ -2,7 +2,6 @@
 #include "support/sample_set.h"
 
 namespace hundredweight {
-namespace {
 
 /// A field and the file that it comes from: from this byte on, or counted in records of so many.
 struct Copy {
@@ -30,14 +29,13 @@ const Copy kCounts[] = {{"SCC", HWT_FIELD(SccCount), 8},   {"ZP6", HWT_FIELD(Zp6
                         {"ADJ", HWT_FIELD(AdjCount), 347}, {"ZMC", HWT_FIELD(ZmcCount), 41},
                         {"ZF1", HWT_FIELD(Zf1Length), 1},  {"ZFM", HWT_FIELD(ZfmLength), 1},
                         {"ZF2", HWT_FIELD(Zf2Length), 1}};
-const std::pair<std::string, Span> kHandles[] = {
-    {"ZF1", HWT_FIELD(Zf1Handle)}, {"ZF2", HWT_FIELD(Zf2Handle)}, {"ZFM", HWT_FIELD(ZfmHandle)},
-    {"ADJ", HWT_FIELD(AdjHandle)}, {"FAC", HWT_FIELD(FacHandle)}, {"FCC", HWT_FIELD(FccHandle)},
-    {"ZPS", HWT_FIELD(ZpsHandle)}, {"BSE", HWT_FIELD(BseHandle)}, {"BSC", HWT_FIELD(BscHandle)},
-    {"BSV", HWT_FIELD(BsvHandle)}};
+const Copy kHandles[] = {{"ZF1", HWT_FIELD(Zf1Handle)}, {"ZF2", HWT_FIELD(Zf2Handle)},
+                         {"ZFM", HWT_FIELD(ZfmHandle)}, {"ADJ", HWT_FIELD(AdjHandle)},
+                         {"FAC", HWT_FIELD(FacHandle)}, {"FCC", HWT_FIELD(FccHandle)},
+                         {"ZPS", HWT_FIELD(ZpsHandle)}, {"BSE", HWT_FIELD(BseHandle)},
+                         {"BSC", HWT_FIELD(BscHandle)}, {"BSV", HWT_FIELD(BsvHandle)}};
 
-class SetFieldsTest : public SampleSetTest {
- protected:
+struct SetFieldsTest : SampleSetTest {
     template <class Value>
     Value ValueOf(Span field) const {
         Value value;
@@ -57,39 +55,36 @@ TEST_F(SetFieldsTest, ALoadFillsItsFieldsFromTheFilesAndAReleaseLetsGo) {
     for (const int flag : {201, 205, 211, 213}) PutByte("SET", flag, 'N');
     for (const char* extension : {"LCA", "ZFM"}) PutByte(extension, 2, 'x');  // Unlike LMC, ZF1.
     ASSERT_EQ(Load(), kLoads);
-    for (const auto& [extension, field, position] : kFields) {
+    for (const auto& [extension, field, position] : kFields)
         EXPECT_EQ(BytesOf(context_, field), Content(extension).substr(position, field.size));
-    }
     for (const auto& [extension, field, position] : kBlocks) {
         const std::string content = Content(extension).substr(position);
         EXPECT_EQ(std::string(ValueOf<const char*>(field), content.size()), content) << extension;
     }
-    const auto expect = [&](const void* part, const std::string& extension, std::size_t position,
-                            std::size_t size) {
-        EXPECT_EQ(memcmp(part, Content(extension).data() + position, size), 0) << extension;
-    };
-    expect(context_.BseBody, "BSE", 1200, 128);
-    expect(context_.AccRecords, "ACC", 0, 3 * 123);
-    expect(context_.Zf1Keys, "ZF1", 2, 2 * 3);
-    expect(context_.ZfmKeys, "ZFM", 2, 2 * 3);
-    expect(context_.Zf2Keys, "ZF2", 2, 2 * 3);
-    expect(context_.Zf1Entries, "ZF1", 2 + 6 * 3, 3 * 3);
-    expect(context_.ZfmEntries, "ZFM", 2 + 6 * 3, 3 * 3);
-    expect(context_.Zf2Entries, "ZF2", 2 + 6 * 3, 6 * 3);
     const RateContext& c = context_;
-    EXPECT_EQ((std::vector<int>{c.Zf1Count, c.ZfmCount, c.Zf2Count, c.Zf1DataOffset,
-                                c.ZfmDataOffset, c.Zf2DataOffset}),
-              (std::vector<int>{3, 3, 3, 2 + 9 * 3, 2 + 9 * 3, 2 + 12 * 3}));
+    const std::tuple<const void*, std::string, std::size_t, std::size_t> parts[] = {
+        {c.BseBody, "BSE", 1200, 128},
+        {c.AccRecords, "ACC", 0, 3 * 123},
+        {c.Zf1Keys, "ZF1", 2, 2 * 3},
+        {c.ZfmKeys, "ZFM", 2, 2 * 3},
+        {c.Zf2Keys, "ZF2", 2, 2 * 3},
+        {c.Zf1Entries, "ZF1", 2 + 6 * 3, 3 * 3},
+        {c.ZfmEntries, "ZFM", 2 + 6 * 3, 3 * 3},
+        {+c.Zf2Entries, "ZF2", 2 + 6 * 3, 6 * 3}};
+    for (const auto& [part, extension, position, size] : parts)
+        EXPECT_EQ(memcmp(part, Content(extension).data() + position, size), 0) << extension;
+    EXPECT_EQ(Joined(c.Zf1Count, c.ZfmCount, c.Zf2Count, c.Zf1DataOffset, c.ZfmDataOffset,
+                     c.Zf2DataOffset),
+              "3:3:3:29:29:38");
     EXPECT_EQ(memcmp(context_.MchTable + Content("MCH").size(), "\0\0", 2), 0);
-    for (const auto& [extension, field] : kHandles) ExpectOpen(ValueOf<int32_t>(field), extension);
+    for (const Copy& file : kHandles) ExpectOpen(ValueOf<int32_t>(file.field), file.extension);
     ExpectOpen(fileno(context_.LabStream), "LAB");
 
     Release();
-    for (const auto& [extension, field, record_size] : kCounts) {
+    for (const auto& [extension, field, record_size] : kCounts)
         EXPECT_EQ(ValueOf<int32_t>(field), Content(extension).size() / record_size) << extension;
-    }
     for (const Copy& block : kBlocks) EXPECT_EQ(ValueOf<void*>(block.field), nullptr);
-    for (const auto& [extension, field] : kHandles) EXPECT_EQ(ValueOf<int32_t>(field), -1);
+    for (const Copy& file : kHandles) EXPECT_EQ(ValueOf<int32_t>(file.field), -1);
     EXPECT_FALSE(context_.LabStream || context_.LamStream || context_.Zf2Entries);
     EXPECT_TRUE(context_.RtcHandle <= 0 && context_.RteHandle <= 0);
 }
@@ -101,5 +96,4 @@ TEST_F(SetFieldsTest, AFailedLoadKeepsWhatItHasRead) {
     EXPECT_TRUE(context_.ClassCount == 18 && context_.LaTable == nullptr);
 }
 
-}  // namespace
 }  // namespace hundredweight

@@ -7,12 +7,9 @@
 #include "tariff/labels.h"
 
 namespace hundredweight {
-namespace {
-
 namespace fs = std::filesystem;
 
-class SetRecordsTest : public TariffTest {
- protected:
+struct SetRecordsTest : TariffTest {
     SetRecordsTest() {
         PutText(context_.UserDir, (directory_ / "user/").string());
         for (const char* name : {"user", "current"}) fs::create_directory(directory_ / name);
@@ -22,8 +19,10 @@ class SetRecordsTest : public TariffTest {
     ~SetRecordsTest() override { fs::current_path(before_); }
 
     std::string Content(const std::string& name) const {
-        const fs::path path = directory_ / name;
-        return fs::is_regular_file(path) ? FileContent(path) : "no file";
+        return fs::is_regular_file(directory_ / name) ? FileContent(directory_ / name) : "no file";
+    }
+    void Remove(const std::vector<std::string>& names) const {
+        for (const std::string& name : names) fs::remove_all(directory_ / name);
     }
 
     const fs::path before_ = fs::current_path();
@@ -35,25 +34,25 @@ TEST_F(SetRecordsTest, TheVersionIsMadeOfTheDigitsOfBytes4To8) {
     for (const auto& [text, version] :
          {std::pair("V 022", 22), {"ABCDE", 0}, {"98765", 98765}, {"-1.5\xB2", 15}}) {
         WriteFile("ABC.SET", Padded("9999" + std::string(text) + "9999", 300));
-        EXPECT_EQ(With(OpenAllFiles(&context_, &found_)), Outcome(0, 460)) << "no SCC";
+        EXPECT_EQ(Told(context_, OpenAllFiles(&context_, &found_)), "0:460") << "no SCC";
         EXPECT_EQ(+context_.SetVersion, version) << text;
     }
 }
 
 TEST_F(SetRecordsTest, MexicoNeedsMefOfTheUserOrTheDataDirectoryAndMet) {
     WriteFile("ABC.SET", pattern_);
-    const std::tuple<std::size_t, std::size_t, std::size_t, std::string, int32_t> rows[] = {
-        {350, 350, 283, "um", 1}, {0, 351, 300, "dm", 1},   {350, 0, 283, "um", 1},
-        {349, 350, 283, "um", 0}, {350, 350, 282, "um", 0}, {0, 0, 283, "-m", 0}};
-    for (const auto& [user_mef, data_mef, met, read, loaded] : rows) {
-        for (const char* name : {"user/ABC.MEF", "ABC.MEF"}) fs::remove(directory_ / name);
-        if (user_mef > 0) WriteFile("user/ABC.MEF", std::string(user_mef, 'u'));
-        if (data_mef > 0) WriteFile("ABC.MEF", std::string(data_mef, 'd'));
-        WriteFile("ABC.MET", std::string(met, 'm'));
+    // Sizes of the user's MEF, of the set's, and of MET; what is read of them, and the flag.
+    for (const auto& [user_mef, data_mef, met, read, loaded] : Table<5>(R"(
+        350 350 283 um 1  0 351 300 dm 1  350 0 283 um 1  349 350 283 um 0  350 350 282 um 0
+        0 0 283 -m 0)")) {
+        Remove({"user/ABC.MEF", "ABC.MEF"});
+        if (user_mef != "0") WriteFile("user/ABC.MEF", std::string(std::stoul(user_mef), 'u'));
+        if (data_mef != "0") WriteFile("ABC.MEF", std::string(std::stoul(data_mef), 'd'));
+        WriteFile("ABC.MET", std::string(std::stoul(met), 'm'));
         context_.MefRecord[348] = context_.MetRecord[281] = '-';
         OpenAllFiles(&context_, &found_);
         EXPECT_EQ((std::string{context_.MefRecord[348], context_.MetRecord[281]}), read);
-        EXPECT_EQ(+context_.MexicoFilesLoaded, loaded);
+        EXPECT_EQ(std::to_string(context_.MexicoFilesLoaded), loaded);
     }
 }
 
@@ -65,7 +64,7 @@ TEST_F(SetRecordsTest, DefaultsOfTheEarlierLayoutAreUpgradedInMemory) {
     Put(upgraded, 256, earlier.substr(41, 4) + '\1' + '\0' + '6');
     for (const auto& [on_disk, read] : {std::pair(earlier, upgraded), {current, current}}) {
         WriteFile("ABC.DEF", on_disk + "more");
-        EXPECT_EQ(With(ReadDefFile(&context_)), Outcome(1, 0));
+        EXPECT_EQ(Told(context_, ReadDefFile(&context_)), "1:0");
         EXPECT_EQ(BytesOf(context_, HWT_FIELD(DefRecord)), read);
         EXPECT_EQ(Content("ABC.DEF"), on_disk + "more");
     }
@@ -73,10 +72,10 @@ TEST_F(SetRecordsTest, DefaultsOfTheEarlierLayoutAreUpgradedInMemory) {
     EXPECT_EQ(ReadDefFile(&context_), 1);
     EXPECT_EQ(BytesOf(context_, HWT_FIELD(DefRecord)), upgraded) << "the user's come first";
     WriteFile("user/ABC.DEF", earlier.substr(0, 347));
-    EXPECT_EQ(With(ReadDefFile(&context_)), Outcome(0, 244));
+    EXPECT_EQ(Told(context_, ReadDefFile(&context_)), "0:244");
     EXPECT_EQ(+context_.DefLayoutMark, 0);
-    for (const char* name : {"user/ABC.DEF", "ABC.DEF"}) fs::remove(directory_ / name);
-    EXPECT_EQ(With(ReadDefFile(&context_)), Outcome(0, 240));
+    Remove({"user/ABC.DEF", "ABC.DEF"});
+    EXPECT_EQ(Told(context_, ReadDefFile(&context_)), "0:240");
 }
 
 TEST_F(SetRecordsTest, LabelsComeFromBsvAndThenFromZps) {
@@ -102,15 +101,14 @@ TEST_F(SetRecordsTest, LabelsComeFromBsvAndThenFromZps) {
 }
 
 TEST_F(SetRecordsTest, UpTo25TableNamesHave15CharactersEach) {
-    EXPECT_EQ(With(ReadTblFile(context_)), Outcome(0, 450));
+    EXPECT_EQ(Told(context_, ReadTblFile(context_)), "0:450");
     pattern_[20] = '\0';
     for (const std::size_t size : {540U, 40U, 17U, 0U}) {
         WriteFile("ABC.TBL", pattern_.substr(0, size));
         Fill(context_, HWT_FIELD(TableNames), '#');
         std::string names;
-        for (std::size_t i = 0; i < std::min<std::size_t>(size / 18, 25); ++i) {
+        for (std::size_t i = 0; i < std::min<std::size_t>(size / 18, 25); ++i)
             names += Padded(pattern_.substr(18 * i, i == 1 ? 2 : 15), 16);
-        }
         EXPECT_EQ(ReadTblFile(context_), 1);
         EXPECT_EQ(BytesOf(context_, HWT_FIELD(TableNames)), Padded(names, 400, '#'));
     }
@@ -118,56 +116,44 @@ TEST_F(SetRecordsTest, UpTo25TableNamesHave15CharactersEach) {
 
 TEST_F(SetRecordsTest, AWriterReplacesItsFileAsAWholeOrNotAtAll) {
     const Span two_items = {offsetof(RateContext, AccRecords), 2 * 123};
-    const std::tuple<std::string, std::string, int32_t(HWT_CALL*)(RateContext*), Span, int32_t,
-                     int32_t>
-        writers[] = {{"current", "ABC.DEF", WriteDefFile, HWT_FIELD(DefRecord), 241, 245},
-                     {"user", "ABC.MEF", WriteMexicoDefFile, HWT_FIELD(MefRecord), 160, 161},
-                     {"current", "ABC.ACC", WriteAccFile, two_items, 520, 246}};
+    const std::tuple<std::string, int32_t(HWT_CALL*)(RateContext*), Span, const char*, const char*>
+        writers[] = {{"current/ABC.DEF", WriteDefFile, HWT_FIELD(DefRecord), "0:241", "0:245"},
+                     {"user/ABC.MEF", WriteMexicoDefFile, HWT_FIELD(MefRecord), "0:160", "0:161"},
+                     {"current/ABC.ACC", WriteAccFile, two_items, "0:520", "0:246"}};
     context_.AccCount = 2;
-    for (const auto& [directory, name, write, field, create_code, write_code] : writers) {
-        const fs::path place = directory_ / directory;
-        const auto expect = [&, &file = name](Outcome outcome, int32_t code,
-                                              const std::string& content) {
-            EXPECT_EQ(outcome, Outcome(code == 0, code)) << file;
-            EXPECT_EQ(Content((place / file).string()), content) << file;
-            EXPECT_EQ(std::distance(fs::directory_iterator(place), {}), 1) << file;
-            context_.ErrorCode = 0;
-        };
+    for (const auto& [name, write, field, not_created, not_written] : writers) {
         for (const std::size_t old_size : {0U, 3U, 500U}) {
             Fill(context_, field, 'n');
-            if (old_size > 0) WriteFile((place / name).string(), std::string(old_size, 'o'));
-            expect(With(write(&context_)), 0, std::string(field.size, 'n'));
+            if (old_size > 0) WriteFile(name, std::string(old_size, 'o'));
+            EXPECT_EQ(Told(context_, write(&context_)), "1:0") << name;
+            EXPECT_EQ(Content(name), std::string(field.size, 'n')) << name;
         }
         Fill(context_, field, 'N');
         auto full_disk = std::make_unique<FailingDisk>(2);
-        const Outcome outcome = With(write(&context_));
+        EXPECT_EQ(Told(context_, write(&context_)), not_written);
         EXPECT_TRUE(full_disk->content_struck);
         full_disk.reset();
-        expect(outcome, write_code, std::string(field.size, 'n'));
-        fs::remove(place / name);
-        fs::create_directory(place / name);
-        expect(With(write(&context_)), create_code, "no file");
+        EXPECT_EQ(Content(name), std::string(field.size, 'n')) << name;
+        Remove({name});
         PutText(context_.FileBase, "NINECHARS");
-        expect(With(write(&context_)), create_code, "no file");
+        EXPECT_EQ(Told(context_, write(&context_)), not_created);
         PutText(context_.FileBase, "ABC");
-        fs::remove(place / name);
-        context_.ErrorCode = 0;
     }
+    for (const char* place : {"user", "current"}) EXPECT_TRUE(fs::is_empty(directory_ / place));
 }
 
 TEST_F(SetRecordsTest, DefaultsAreWrittenWithTheMexicanOnesWhenTheyAreLoaded) {
-    EXPECT_EQ(WriteDefFile(&context_), 1);
-    EXPECT_EQ(Content("user/ABC.MEF"), "no file");
-    context_.MexicoFilesLoaded = 1;
-    EXPECT_EQ(WriteDefFile(&context_), 1);
-    EXPECT_EQ(Content("user/ABC.MEF"), std::string(350, '\0'));
-    fs::remove_all(directory_ / "user");
+    for (const int32_t loaded : {0, 1}) {
+        context_.MexicoFilesLoaded = loaded;
+        EXPECT_EQ(WriteDefFile(&context_), 1);
+        EXPECT_EQ(Content("user/ABC.MEF"), loaded ? std::string(350, '\0') : "no file");
+    }
+    Remove({"user"});
     context_.DefRecord[0] = 'n';
-    EXPECT_EQ(With(WriteDefFile(&context_)), Outcome(0, 160));
+    EXPECT_EQ(Told(context_, WriteDefFile(&context_)), "0:160");
     EXPECT_EQ(Content("current/ABC.DEF").front(), 'n');
     EXPECT_EQ(WriteAccFile(&context_), 1);
     EXPECT_EQ(Content("current/ABC.ACC"), "") << "no items";
 }
 
-}  // namespace
 }  // namespace hundredweight

@@ -16,9 +16,8 @@ struct DiscountsTest : TariffTest {
         }
         context_.DisGroupSelector = '4';
         context_.DiscBreakCount = 2;
-        CopyText(context_.EntryDiscountPercent, "33.25");
         CopyText(context_.EntryFlatPercent, "123456");
-        CopyText(context_.EntryFloor, "7654321");
+        CopyText(context_.EntryFloor, "7654.25");
         PutRange(1, {"       ", "TX", "", "OK"});
         for (auto& percent : context_.Profile.ZipDiscounts[1].BreakPercent)
             CopyText(percent, "44.5");
@@ -29,11 +28,10 @@ struct DiscountsTest : TariffTest {
         SetPoints("12345", "12345", "TXOK");
     }
     void PutRange(std::size_t number, const std::array<std::string, 4>& range) {
-        ZipDiscountRecord& record = context_.Profile.ZipDiscounts[number] = {};
-        CopyText(record.OrigLow, range[0]);
-        CopyText(record.OrigHigh, range[1]);
-        CopyText(record.DestLow, range[2]);
-        CopyText(record.DestHigh, range[3]);
+        std::string bytes;
+        for (const std::string& text : range) bytes += Padded(text, 7);
+        bytes.resize(sizeof(ZipDiscountRecord));
+        memcpy(&context_.Profile.ZipDiscounts[number], bytes.data(), bytes.size());
     }
     void SetPoints(const std::string& origin, const std::string& destination, std::string states) {
         CopyText(context_.OrigZip, Padded(origin, 7));
@@ -41,29 +39,26 @@ struct DiscountsTest : TariffTest {
         CopyText(context_.OrigState, states.substr(0, 2));
         CopyText(context_.DestState, states.substr(2));
     }
-    /// The list after a call that found it full of ones and texts, beyond which it wrote nothing.
-    template <class Call>
-    std::string ListAfter(Call call) {
-        const Span list{offsetof(RateContext, DiscountFloor), 44};
-        std::vector<float> values(11, 1);
+    /// The list that LoadDiscounts, which writes nothing else, makes of ones and texts.
+    std::string ListAfter(HostDiscountTable* table, int32_t mode) {
+        const Span list{offsetof(RateContext, DiscountFloor), 44},
+            flat = HWT_FIELD(DiscountFlatText), floor = HWT_FIELD(DiscountFloorText),
+            source = HWT_FIELD(DiscountSource);
+        std::array<float, 11> values;
+        values.fill(1);
         memcpy(reinterpret_cast<char*>(&context_) + list.offset, values.data(), list.size);
-        FillField(context_.DiscountFlatText, '#');
-        FillField(context_.DiscountFloorText, '#');
-        context_.DiscountSource = '?';
-        const auto before = std::make_unique<RateContext>(context_);
-        call();
-        ExpectAlikeOutside({list, HWT_FIELD(DiscountFlatText), HWT_FIELD(DiscountFloorText),
-                            HWT_FIELD(DiscountSource)},
-                           *before, context_);
+        for (const Span& text : {flat, floor, source}) Fill(context_, text, '#');
+        const Untouched rest{context_, {list, flat, floor, source}};
+        LoadDiscounts(&context_, table, mode);
         memcpy(values.data(), BytesOf(context_, list).data(), list.size);
-        std::ostringstream text;
-        for (const float value : values) text << value << ' ';
-        text << context_.DiscountSource << '|' << TerminatedText(context_.DiscountFlatText) << '|'
-             << TerminatedText(context_.DiscountFloorText);
-        return text.str();
-    }
-    std::string Settled() {
-        return ListAfter([&] { LoadDiscounts(&context_, nullptr, 0); });
+        std::string told;
+        for (std::size_t i = 0, alike = 1; i < 11; ++i, ++alike) {
+            if (i < 10 && values[i] == values[i + 1]) continue;
+            told += Joined(values[i]) + (alike > 1 ? 'x' + std::to_string(alike) : "") + ' ';
+            alike = 0;
+        }
+        return told + context_.DiscountSource + '|' + Printed(context_.DiscountFlatText) + '|' +
+               Printed(context_.DiscountFloorText);
     }
 };
 
@@ -85,16 +80,6 @@ TEST_F(DiscountsTest, TheFileHasUpToNineWeightColumns) {
     }
 }
 
-TEST_F(DiscountsTest, TheListIsClearedOverTheColumnsInUse) {
-    for (const auto& [count, list] : Table<2>(R"(
-        0 0_0_1_1_1_1_1_1_1_1_1_?||  2 0_0_0_0_1_1_1_1_1_1_1_?||  9 0_0_0_0_0_0_0_0_0_0_0_?||
-        -1 0_0_1_1_1_1_1_1_1_1_1_?||  10 0_0_0_0_0_0_0_0_0_0_0_?||
-        2147483647 0_0_0_0_0_0_0_0_0_0_0_?||  -2147483648 0_0_1_1_1_1_1_1_1_1_1_?||)")) {
-        context_.DiscBreakCount = std::stoi(count);
-        EXPECT_EQ(ListAfter([&] { ClearDiscList(&context_); }), list) << count;
-    }
-}
-
 TEST_F(DiscountsTest, SelectorServiceAndStatesChooseTheGroup) {
     for (const auto& [selector, groups] :
          Table<2>("1 0000 2 0011 3 0101 4 0123 5 2031 0 0000 6 0000 _ 0000 . 0000"))
@@ -109,40 +94,33 @@ TEST_F(DiscountsTest, SelectorServiceAndStatesChooseTheGroup) {
         }
 }
 
-TEST_F(DiscountsTest, LaterSourcesReplaceEarlierOnes) {
-    // Switched on: C, P, Z, n no flat discounts, - none at all.
-    for (const auto& [on, states, list] : Table<3>(R"(
-        . TXOK 0_0_0_0_1_1_1_1_1_1_1_?||             CPZ- TXOK 0_0_0_0_1_1_1_1_1_1_1_?||
-        C TXOK 100.3_5.3_13.5_23.5_1_1_1_1_1_1_1_C|__5.30|100.300
-        Cn TXOK 100.3_0_13.5_23.5_1_1_1_1_1_1_1_C||100.300
-        P TXOK 7.65432e+06_123456_33.25_33.25_1_1_1_1_1_1_1_P|123456|7654321
-        Pn TXOK 7.65432e+06_0_33.25_33.25_1_1_1_1_1_1_1_P||7654321
-        CP TXOK 7.65432e+06_123456_33.25_33.25_1_1_1_1_1_1_1_P|123456|7654321
-        CPZ OKTX 7.65432e+06_123456_33.25_33.25_1_1_1_1_1_1_1_P|123456|7654321
-        Z TXOK 55.5_8.25_44.5_44.5_44.5_44.5_44.5_44.5_44.5_44.5_44.5_Z||_55.5__
-        Zn TXOK 55.5_0_44.5_44.5_44.5_44.5_44.5_44.5_44.5_44.5_44.5_Z||_55.5__
-        CZ TXOK 55.5_8.25_44.5_44.5_44.5_44.5_44.5_44.5_44.5_44.5_44.5_Z|__5.30|_55.5__
-        CPZ TXOK 55.5_8.25_44.5_44.5_44.5_44.5_44.5_44.5_44.5_44.5_44.5_Z|123456|_55.5__)")) {
+TEST_F(DiscountsTest, LaterSourcesReplaceEarlierOnesInTheColumnsInUse) {
+    // Switched on: C, P, Z, n no flat discounts, - none at all; x from OK to TX. Columns,
+    // percentage.
+    for (const auto& [on, columns, entered, list] : Table<4>(R"(
+        . 2 5 0x4_1x7_#||     CPZ- 2 5 0x4_1x7_#||      . 0 5 0x2_1x9_#||   . -1 5 0x2_1x9_#||
+        . 9 5 0x11_#||        . 10 5 0x11_#||           . 2147483647 5 0x11_#||
+        . -2147483648 5 0x2_1x9_#||
+        C 2 5 100.3_5.3_13.5_23.5_1x7_C|__5.30|100.300  Cn 2 5 100.3_0_13.5_23.5_1x7_C||100.300
+        P 2 5 7654.25_123456_5x2_1x7_P|123456|7654.25   Pn 2 5 7654.25_0_5x2_1x7_P||7654.25
+        CP 2 5 7654.25_123456_5x2_1x7_P|123456|7654.25  Z 2 5 55.5_8.25_44.5x9_Z||_55.5__
+        CPZx 2 5 7654.25_123456_5x2_1x7_P|123456|7654.25  Zn 2 5 55.5_0_44.5x9_Z||_55.5__
+        CZ 2 5 55.5_8.25_44.5x9_Z|__5.30|_55.5__        CPZ 2 5 55.5_8.25_44.5x9_Z|123456|_55.5__
+        Pn 1 ______ 7654.25_0x2_1x8_P||7654.25          Pn 1 . 7654.25_0x2_1x8_P||7654.25
+        Pn 2 _12.5x 7654.25_0_12.5x2_1x7_P||7654.25     Pn 1 nan 7654.25_0x2_1x8_P||7654.25
+        Pn 1 -1.25 7654.25_0_-1.25_1x8_P||7654.25       Pn 1 0x1F 7654.25_0x2_1x8_P||7654.25
+        Pn 9 12,5 7654.25_0_12x9_P||7654.25             Pn 10 7 7654.25_0_7x9_P||7654.25
+        Pn 2147483647 7 7654.25_0_7x9_P||7654.25        Pn -1 7 7654.25_0_1x9_P||7654.25)")) {
         context_.Profile.DiscModeC = Has(on, 'C') ? 256 : 0;
         context_.Profile.DiscModeP = Has(on, 'P') ? -1 : 0;
         context_.DefModeZ = Has(on, 'Z') ? 256 : 0;
         context_.Profile.DiscModeZ = !Has(on, 'Z');
         context_.NoFlatDiscountFlag = Has(on, 'n') ? 'Y' : 'N';
         context_.DiscountOn = Has(on, '-') ? 0 : 256;
-        SetPoints("12345", "12345", states);
-        EXPECT_EQ(Settled(), list) << on << states;
-    }
-}
-
-TEST_F(DiscountsTest, ValuesAreDecimalTextsOfTheirField) {
-    context_.Profile.DiscModeP = 1;
-    for (const auto& [text, columns, list] :
-         Table<3>(R"(______ 1 0_1_1  . 1 0_1_1  _12.5x 2 12.5_12.5_1
-             -1.25 1 -1.25_1_1  0x1F 1 0_1_1  nan 1 0_1_1  12,5 9 12_12_12_12_12_12_12_12_12
-             7 10 7_7_7_7_7_7_7_7_7  7 2147483647 7_7_7_7_7_7_7_7_7  7 -1 1_1_1_1_1_1_1_1_1)")) {
-        CopyText(context_.EntryDiscountPercent, Padded(text, 6));
         context_.DiscBreakCount = std::stoi(columns);
-        EXPECT_EQ(Settled().substr(19, list.size() + 1), list + ' ') << text << columns;
+        CopyText(context_.EntryDiscountPercent, Padded(entered, 6));
+        SetPoints("12345", "12345", Has(on, 'x') ? "OKTX" : "TXOK");
+        EXPECT_EQ(ListAfter(nullptr, 0), list) << on << columns << entered;
     }
 }
 
@@ -192,20 +170,18 @@ TEST_F(DiscountsTest, TheHostTableTakesTheGroups) {
     context_.DiscountOn = 0;
     // Table type, selector, columns; floor, flat and three break percentages of the last group.
     for (const auto& [type, selector, columns, values] : Table<4>(R"(
-        0 4 9 100.3_5.3_13.5_-1_33.5    2 1 2 100.3_5.3_13.5_-1_-1  1 4 9 100.3_13.5_13.5_-1_13.5
-        1 1 9 100.3_10.5_13.5_-1_13.5   0 4 -1 100.3_5.3_-1_-1_-1   0 4 10 100.3_5.3_13.5_-1_33.5)")) {
+        0 4 9 100.3:5.3:13.5:-1:33.5    2 1 2 100.3:5.3:13.5:-1:-1  1 4 9 100.3:13.5:13.5:-1:13.5
+        1 1 9 100.3:10.5:13.5:-1:13.5   0 4 -1 100.3:5.3:-1:-1:-1   0 4 10 100.3:5.3:13.5:-1:33.5)")) {
         HostDiscountTable table{};
         table.TableType = static_cast<int16_t>(std::stoi(type));
         auto& last = table.Groups[3];
         for (int i = 0; i < 9; ++i) last.BreakPercent[i] = -1;
         context_.DisGroupSelector = selector[0];
         context_.DiscBreakCount = std::stoi(columns);
-        EXPECT_EQ(ListAfter([&] { LoadDiscounts(&context_, &table, columns == "9" ? 1 : -1); }),
-                  "55.5 0 44.5 44.5 44.5 44.5 44.5 44.5 44.5 44.5 44.5 Z|######| 55.5  ");
-        std::ostringstream now;
-        now << +last.Floor << ' ' << +last.FlatPercent << ' ' << +last.BreakPercent[0] << ' '
-            << +last.BreakPercent[1] << ' ' << +last.BreakPercent[2];
-        EXPECT_EQ(now.str(), values);
+        EXPECT_EQ(ListAfter(&table, columns == "9" ? 1 : -1), "55.5 0 44.5x9 Z|######| 55.5  ");
+        EXPECT_EQ(Joined(last.Floor, last.FlatPercent, last.BreakPercent[0], last.BreakPercent[1],
+                         last.BreakPercent[2]),
+                  values);
     }
 }
 

@@ -51,6 +51,10 @@ TEST_F(RatingRunTest, AnAnswerIsRatedUnlessItsVerdictIsMinusOne) {
 
 TEST_F(RatingRunTest, EveryClassOfStatusCode) {
     engine_.list = [](EngineListBlock& block) { block.Count = 0; };
+    // States and cities of points without a city, whose states the answer leaves alone.
+    const std::size_t points[] = {offsetof(RateContext, OrigState),
+                                  offsetof(RateContext, DestState)};
+    const std::string none = Padded("None of the above", 31, '#'), blanks(34, ' ');
     // Quiet, no postal code, no text; the code before; what is told, a box, blanked points.
     for (const auto& [status, given, old_code, told, box, blanked] :
          Table<6>("0011 . 0 =9999:-1_rate_tables_text 1 #  0200 . 0 =9999:-1_rate_tables_text 1 _  "
@@ -66,11 +70,13 @@ TEST_F(RatingRunTest, EveryClassOfStatusCode) {
         text_ = given == "text" ? "" : "Message";
         context_.QuietEngineErrors = given == "quiet";
         PutText(context_.DestZip, given == "zip" ? "" : "90210");
-        for (const Span& place : {HWT_FIELD(OrigCity), HWT_FIELD(DestCity)}) {
-            Fill(context_, place, '#');
-            EXPECT_EQ(Rate(std::stoi(old_code)), told) << status;
-            EXPECT_EQ(BytesOf(context_, place), std::string(31, blanked[0])) << status;
-        }
+        for (const std::size_t point : points) Fill(context_, {point, 3}, '#');
+        CopyText(context_.OrigCity, none);
+        CopyText(context_.DestCity, none);
+        EXPECT_EQ(Rate(std::stoi(old_code)), told) << status;
+        for (const std::size_t point : points)
+            EXPECT_EQ(BytesOf(context_, {point, 34}), blanked == "#" ? "###" + none : blanks)
+                << status;
         EXPECT_EQ(recorded_.told, box == "1" ? "48:TOLVEX Warning:Message;" : "") << status;
     }
 }

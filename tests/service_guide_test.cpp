@@ -103,7 +103,8 @@ TEST_F(ServiceGuideTest, StatusesTellWhatWasAnswered) {
         for (std::string status; std::getline(next, status, ',');) {
             memset(&service_guide.block, '#', 12);
             EXPECT_EQ(Ask(status), answers) << status;
-            EXPECT_EQ(Requested(0, 12).substr(0, 12), "....UNQS255A");
+            for (const std::string& request : requests)
+                EXPECT_EQ(Dotted(request.substr(0, 12)), "....UNQS255A");
         }
     }
     answer = [](char* block) { memcpy(block + 632, "XXX01XX001DI-\0cAaBb", 19); };

@@ -114,6 +114,7 @@ TEST_F(SetTablesTest, ClassesLoseTheirBlanks) {
         {Repeated("77777", 21), Repeated({"77777\0", 6}, 20), 20},
         {"1000", "1000", 0}};
     for (const auto& [content, table, count] : rows) {
+        Fill(context_, HWT_FIELD(ClassTable), count > 0 ? '#' : '\0');
         EXPECT_EQ(Read(ReadClsFile, "CLS", content), count > 0 ? 0 : 235);
         EXPECT_EQ(+context_.ClassCount, count);
         ExpectHead(HWT_FIELD(ClassTable), table);

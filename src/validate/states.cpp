@@ -49,7 +49,7 @@ int32_t FindDigitState(RateContext& context, const Prefix& prefix, char* state, 
     return JudgeState(context, WholeField(record.State));
 }
 
-const SccRecord* FindRange(const RateContext& context, const char* key) {
+const SccRecord* FindRange(const RateContext& context, const Prefix& key) {
     const auto* const table = reinterpret_cast<const SccRecord*>(context.SccTable);
     return Search(table, context.SccCount, [&](const SccRecord& record) {
         if (std::memcmp(record.High, key, kPrefixLength) < 0) return 1;
@@ -84,7 +84,9 @@ int32_t HWT_CALL GetStateCode(RateContext* context, const char* postal_code, cha
 }
 
 int32_t HWT_CALL GetZipcIndex(RateContext* context, const char* key) {
-    const SccRecord* const range = FindRange(*context, key);
+    Prefix prefix = {};
+    CopyText(prefix, key);
+    const SccRecord* const range = FindRange(*context, prefix);
     if (range == nullptr) return -1;
     return static_cast<int32_t>(range - reinterpret_cast<const SccRecord*>(context->SccTable));
 }

@@ -94,6 +94,8 @@ int32_t ReadLabFile(RateContext& context) {
 
 int32_t ReadLamFile(RateContext& context) {
     context.LamCount = 0;
+    // A line shorter than its entry must not bring bytes of an earlier load.
+    FillField(context.LamLine, '\0');
     context.LamStream = OpenTextFile(context, ".LAM");
     if (context.LamStream == nullptr) return Fail(context, kCannotOpenLam);
     while (context.LamCount < kLamCapacity && ReadTextLine(context.LamStream, context.LamLine)) {

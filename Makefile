@@ -2,6 +2,7 @@
 # make test          runs every test, with sanitizers
 # make test-linux32  the same on 32-bit Linux     make test-win32  the same on 32-bit Windows
 # make test-all      all three, and compares what the three make of the same shipments
+# make fuzz          attacks it with inputs of every kind    make fuzz-minute  for a minute in all
 # make win32         packs the library for Windows
 # make lint          checks format and common slips
 # make format        formats the sources          make clean       removes build/, but no sample
@@ -12,6 +13,7 @@ TEST_PACKAGES    = googletest binutils pkg-config locales
 LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 WINE_PACKAGES    = debootstrap xvfb xauth
+FUZZ_PACKAGES    = clang libclang-rt-14-dev
 LINT_PACKAGES    = clang-format clang-tidy
 
 SAMPLE = sample
@@ -19,7 +21,8 @@ SAMPLE = sample
 # The targets share packages, trees and a display.
 .NOTPARALLEL:
 
-.PHONY: rate win32 test test-linux32 test-win32 test-all compare lint format clean packages
+.PHONY: rate win32 test test-linux32 test-win32 test-all compare fuzz fuzz-minute lint format clean \
+    packages
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -60,6 +63,11 @@ compare:
 	@build/release/bin/transcript build/release/transcript build/release/bin/cwt
 	@scripts/compare_targets.sh
 
+# FUZZ_SECONDS, 60 unless set, is the time of each target; FUZZ_TARGETS names them.
+fuzz fuzz-minute:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(LINUX32_PACKAGES) $(FUZZ_PACKAGES)
+	@scripts/fuzz.sh $(if $(filter fuzz-minute,$@),--minute)
+
 lint:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINT_PACKAGES)
 	@scripts/lint.sh
@@ -70,7 +78,7 @@ format:
 
 packages:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINUX32_PACKAGES) \
-	    $(WIN32_PACKAGES) $(WINE_PACKAGES) $(LINT_PACKAGES)
+	    $(WIN32_PACKAGES) $(WINE_PACKAGES) $(FUZZ_PACKAGES) $(LINT_PACKAGES)
 
 clean:
 	@rm -rf build

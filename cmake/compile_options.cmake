@@ -1,6 +1,7 @@
 # Warnings, sanitizers and floating point, alike for every target of this project.
 option(HWT_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(HWT_SANITIZE_HOST "With sanitizers, build the command and the sample data with them too" ON)
+option(HWT_FUZZ "Build the fuzz targets, and what they call instrumented for them" OFF)
 
 add_library(hwt_compile_options INTERFACE)
 target_compile_options(hwt_compile_options INTERFACE
@@ -24,6 +25,10 @@ if(HWT_SANITIZE)
         -fsanitize=address,undefined,float-cast-overflow)
 else()
     target_link_options(hwt_compile_options INTERFACE -Wl,--no-undefined)
+endif()
+
+if(HWT_FUZZ)
+    target_compile_options(hwt_compile_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # Leaves the sanitizers out of a target that has no part in what they look for, since they make the

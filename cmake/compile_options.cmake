@@ -32,9 +32,11 @@ if(HWT_FUZZ)
 endif()
 
 # Leaves the sanitizers out of a target that has no part in what they look for, since they make the
-# large header libraries slow to compile.
+# large header libraries slow to compile. Linked last, this has the last word.
+add_library(hwt_unsanitized INTERFACE)
+target_compile_options(hwt_unsanitized INTERFACE -fno-sanitize=all)
 function(hwt_sanitize_host target)
     if(HWT_SANITIZE AND NOT HWT_SANITIZE_HOST)
-        target_compile_options(${target} PRIVATE -fno-sanitize=all)
+        target_link_libraries(${target} PRIVATE hwt_unsanitized)
     endif()
 endfunction()

@@ -29,6 +29,7 @@ std::string RatedClass(const RateContext& context, std::size_t line) {
 
 std::vector<BreakCharge> ReadCharges(const BreakList& list) {
     std::vector<BreakCharge> charges;
+    charges.reserve(std::size(list.Labels));
     for (int32_t j = 0; j < list.Count; ++j) {
         charges.push_back(
             {TextOf(list.Labels[j]), list.Weights[j], list.Amounts[j], list.Marks[j][0] == '*'});

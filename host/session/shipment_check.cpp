@@ -40,6 +40,7 @@ bool CheckPoint(RateContext& context, int32_t(HWT_CALL* verify)(RateContext*),
 
 std::vector<std::string> TariffClasses(const RateContext& context) {
     std::vector<std::string> classes;
+    classes.reserve(std::size(context.ClassTable));
     for (int32_t i = 0; i < context.ClassCount; ++i) {
         classes.push_back(TextOf(context.ClassTable[i]));
     }

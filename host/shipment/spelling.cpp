@@ -32,7 +32,7 @@ std::string UpperCase(std::string_view text) {
 }  // namespace
 
 std::string SpellPostalCode(std::string_view written) {
-    const std::string code = UpperCase(WithoutBlanksAround(written));
+    std::string code = UpperCase(WithoutBlanksAround(written));
     const std::string shape = ShapeOf(code);
     if (shape == "99999-9999" || shape == "99999 9999") return code.substr(0, 5);
     if (shape == "A9A 9A9" || shape == "A9A-9A9") return code.substr(0, 3) + code.substr(4);

@@ -61,7 +61,7 @@ void WriteSampleData(const std::filesystem::path& directory) {
 std::filesystem::path FindSampleFile(const std::filesystem::path& directory) {
     for (const auto& [folder, files] : AllFiles()) {
         for (const auto& [name, content] : files) {
-            const std::filesystem::path file = directory / folder / name;
+            std::filesystem::path file = directory / folder / name;
             if (exists(symlink_status(file))) return file;
         }
     }

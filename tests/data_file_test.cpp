@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include "support/failing_system.h"
 #include "support/table.h"
 
 namespace hundredweight {
@@ -91,20 +90,33 @@ TEST_F(DataFileTest, TheLevelFileAndTheCozFileAreReadWhole) {
     EXPECT_EQ(+context_.CozCount, 0);
 }
 
-TEST_F(DataFileTest, ShortMemoryAndBrokenFilesHaveTheirCodes) {
-    WriteFile("ABC.COZ", "abcdefABCDEF");
-    std::string told;
-    for (const bool memory_is_short : {true, false}) {
-        for (const bool level_file : {true, false}) {
-            const FailingMemory memory(memory_is_short ? 1 : 0);
-            const auto file = memory_is_short ? nullptr : std::make_unique<BrokenFile>();
-            const int32_t result =
-                level_file ? OpenLevelFile(&context_, "ABC.COZ") : ReadCOZFile(&context_);
-            told += Told(context_, result) + ' ';
-            EXPECT_FALSE(context_.LevelTable || context_.CozTable || context_.CozCount != 0);
-        }
+TEST_F(DataFileTest, NoNameLeadsOutOfItsDirectory) {
+    for (const char* name : {"current", "here"}) fs::create_directory(directory_ / name);
+    const fs::path before = fs::current_path();
+    fs::current_path(directory_ / "current");
+    PutText(context_.DataDir, (directory_ / "here/").string());
+    CopyText(context_.UserDir, context_.DataDir);
+    context_.Profile.DiscModeZ = context_.DiscountOn = 1;
+    for (const std::string name : {"../EVIL", "..\\EVIL", "C:EVIL", "EV\tIL", "EV\x7FIL"}) {
+        for (const char* directory : {"here/", "current/"})
+            for (const char* extension : {".ZP6", ".DIS", ".COZ"})
+                WriteFile(directory + name + extension, "content");  // Where there can be such.
+        const auto there = std::distance(fs::recursive_directory_iterator(directory_), {});
+        PutText(context_.FileBase, name);
+        CopyText(context_.Profile.ProfileName, Padded(name, 31));
+        EXPECT_EQ(Content(".ZP6") + Content(".DIS"), "--") << name;
+        EXPECT_EQ(Told(context_, ReadCOZFile(&context_)), "0:0");
+        EXPECT_EQ(Told(context_, OpenLevelFile(&context_, (name + ".COZ").c_str())), "0:300");
+        EXPECT_EQ(Told(context_, WriteDefFile(&context_)), "0:241");
+        EXPECT_EQ(Told(context_, WriteMexicoDefFile(&context_)), "0:160");
+        EXPECT_EQ(Told(context_, WriteAccFile(&context_)), "0:520");
+        PutText(context_.FileBase, "ABC");
+        WriteFile("here/ABC.ZP6", "");
+        EXPECT_EQ(Told(context_, LoadProfileZP6(&context_)), "1:436");
+        fs::remove(directory_ / "here/ABC.ZP6");
+        EXPECT_EQ(std::distance(fs::recursive_directory_iterator(directory_), {}), there);
     }
-    EXPECT_EQ(told, "0:302 0:150 0:304 0:151 ");
+    fs::current_path(before);
 }
 
 }  // namespace hundredweight

@@ -229,12 +229,10 @@ TEST_F(ProfilesTest, SwitchesOfAProfileTakeEffect) {
 
 TEST_F(ProfilesTest, AProfileMayHaveAZipTableOfItsOwn) {
     const std::string own(25, 'o'), tariff(36, 't'), wide(31, 'U');
-    fs::create_directory(directory_ / "IN");
-    for (const std::string& name : {std::string("NARROW"), std::string("IN/TABLE"), wide})
-        WriteFile(name + ".ZP6", own);
+    for (const std::string& name : {std::string("NARROW"), wide}) WriteFile(name + ".ZP6", own);
     // Profile, DiscModeZ, DiscountOn, what fails; what is told, and whose table was loaded.
     for (const auto& [name, mode, on, fails, told, table] : Table<6>(R"(
-        NARROW 256 -1 - 1:0 own     IN/TABLE 1 1 - 1:0 own        NARROW 0 1 - 1:0 tariff
+        NARROW 256 -1 - 1:0 own         NARROW 0 1 - 1:0 tariff
         NARROW 1 0 - 1:0 tariff     NONE 1 1 - 1:436 tariff       . 1 1 - 1:436 tariff
         NARROW 1 1 memory 1:168 tariff  NARROW 1 1 read 1:438 tariff  NARROW 1 1 reads 0:438 -
         NARROW 0 1 tariff 0:436 -   NONE 1 1 tariff 0:436 -

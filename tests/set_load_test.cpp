@@ -1,6 +1,5 @@
 #include <algorithm>
 
-#include "support/failing_system.h"
 #include "support/set_files.h"
 
 namespace hundredweight {
@@ -92,23 +91,6 @@ TEST_F(SetLoadTest, AFlagIsYesOrNoAndWithLetterPostalCodesNoZipTableIsSkipped) {
         }
         EXPECT_TRUE(context_.Zp6Table && context_.Zf2Entries);
         Release();
-    }
-}
-
-TEST_F(SetLoadTest, ALoadRunsOutOfMemoryAtAnyTable) {
-    WriteSet(0);
-    std::vector<int32_t> codes;
-    int without_names = 0;
-    for (int nth = 1; nth <= 30; ++nth) {
-        const FailingMemory memory(nth);
-        codes.push_back(Load());
-        if (codes.back() == kLoads && context_.NameTablesLoaded == 'N') ++without_names;
-        Release();
-    }
-    EXPECT_EQ(codes.back(), kLoads) << "with fewer than 30 allocations";
-    EXPECT_EQ(without_names, 2) << "CBS and CMT";
-    for (const int32_t code : {460, 168, 193, 583, 414, 272, 342, 312, 362, 269}) {
-        EXPECT_EQ(std::ranges::count(codes, code), 1) << code;
     }
 }
 

@@ -1,6 +1,5 @@
 #include <cstdlib>
 
-#include "support/failing_disk.h"
 #include "support/table.h"
 #include "support/tariff_fixture.h"
 #include "tariff/data_file.h"
@@ -114,46 +113,26 @@ TEST_F(SetRecordsTest, UpTo25TableNamesHave15CharactersEach) {
     }
 }
 
-TEST_F(SetRecordsTest, AWriterReplacesItsFileAsAWholeOrNotAtAll) {
-    const Span two_items = {offsetof(RateContext, AccRecords), 2 * 123};
-    const std::tuple<std::string, int32_t(HWT_CALL*)(RateContext*), Span, const char*, const char*>
-        writers[] = {{"current/ABC.DEF", WriteDefFile, HWT_FIELD(DefRecord), "0:241", "0:245"},
-                     {"user/ABC.MEF", WriteMexicoDefFile, HWT_FIELD(MefRecord), "0:160", "0:161"},
-                     {"current/ABC.ACC", WriteAccFile, two_items, "0:520", "0:246"}};
-    context_.AccCount = 2;
-    for (const auto& [name, write, field, not_created, not_written] : writers) {
-        for (const std::size_t old_size : {0U, 3U, 500U}) {
-            Fill(context_, field, 'n');
-            if (old_size > 0) WriteFile(name, std::string(old_size, 'o'));
-            EXPECT_EQ(Told(context_, write(&context_)), "1:0") << name;
-            EXPECT_EQ(Content(name), std::string(field.size, 'n')) << name;
-        }
-        Fill(context_, field, 'N');
-        auto full_disk = std::make_unique<FailingDisk>(2);
-        EXPECT_EQ(Told(context_, write(&context_)), not_written);
-        EXPECT_TRUE(full_disk->content_struck);
-        full_disk.reset();
-        EXPECT_EQ(Content(name), std::string(field.size, 'n')) << name;
-        Remove({name});
-        PutText(context_.FileBase, "NINECHARS");
-        EXPECT_EQ(Told(context_, write(&context_)), not_created);
-        PutText(context_.FileBase, "ABC");
-    }
-    for (const char* place : {"user", "current"}) EXPECT_TRUE(fs::is_empty(directory_ / place));
-}
-
 TEST_F(SetRecordsTest, DefaultsAreWrittenWithTheMexicanOnesWhenTheyAreLoaded) {
-    for (const int32_t loaded : {0, 1}) {
-        context_.MexicoFilesLoaded = loaded;
-        EXPECT_EQ(WriteDefFile(&context_), 1);
-        EXPECT_EQ(Content("user/ABC.MEF"), loaded ? std::string(350, '\0') : "no file");
-    }
-    Remove({"user"});
+    WriteFile("current/ABC.DEF", std::string(500, 'o'));
+    EXPECT_EQ(WriteDefFile(&context_), 1);
+    EXPECT_EQ(Content("current/ABC.DEF"), std::string(348, '\0'));
+    EXPECT_EQ(Content("user/ABC.MEF"), "no file");
+    context_.MexicoFilesLoaded = 1;
+    EXPECT_EQ(WriteDefFile(&context_), 1);
+    EXPECT_EQ(Content("user/ABC.MEF"), std::string(350, '\0'));
+    fs::remove_all(directory_ / "user");
     context_.DefRecord[0] = 'n';
     EXPECT_EQ(Told(context_, WriteDefFile(&context_)), "0:160");
     EXPECT_EQ(Content("current/ABC.DEF").front(), 'n');
     EXPECT_EQ(WriteAccFile(&context_), 1);
     EXPECT_EQ(Content("current/ABC.ACC"), "") << "no items";
+    context_.AccCount = 2;
+    FillField(context_.AccRecords[1], 'i');
+    EXPECT_EQ(WriteAccFile(&context_), 1);
+    EXPECT_EQ(Content("current/ABC.ACC"), std::string(123, '\0') + std::string(123, 'i'));
+    PutText(context_.FileBase, "NINECHARS");
+    EXPECT_EQ(Told(context_, WriteAccFile(&context_)), "0:520");
 }
 
 }  // namespace hundredweight

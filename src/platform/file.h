@@ -8,6 +8,8 @@
 #include <cstdio>
 #include <string_view>
 
+#include "platform/path.h"
+
 namespace hundredweight::platform {
 
 /// Opens a regular file for shared binary reading and tells its length in bytes.
@@ -22,6 +24,9 @@ std::FILE* OpenStreamForReading(const char* path);
 /// Whether anything has this name, also what cannot be opened.
 bool FileExists(const char* path);
 
+/// Whether two paths lead to one file.
+bool IsSameFile(const char* a, const char* b);
+
 /// Moves the position to a byte counted from the file's start. Result: whether it could.
 bool SeekTo(int descriptor, int64_t position);
 
@@ -33,22 +38,34 @@ void CloseFile(int descriptor);
 
 enum class WriteOutcome { kWritten, kNotCreated, kNotWritten };
 
+/// The file that a path's new content replaces: where case does not tell, it may have other
+/// letters, and a link stays one. What is not there yet can be replaced too. Empty when what is
+/// there is no file, or may not be written.
+SystemPath FileToReplace(const char* path);
+
 /// Writes a file of a name that nothing has yet and flushes it to disk; leaves nothing of it when
-/// it cannot.
-WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t size);
+/// it cannot. Where a model is there, the file has its owner and rights.
+WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t size,
+                          const char* model);
 
 /// Copies a file to a name that nothing has yet, flushed to disk; leaves nothing of the copy when
-/// it cannot.
+/// it cannot. The copy is the user's to write.
 WriteOutcome CopyToNewFile(const char* from, const char* to);
 
-/// Renames a file, replacing what has the new name, or leaves both as they are. On Windows a
-/// write-protected file is not replaced.
+/// Renames a file, replacing what has the new name, or leaves both as they are.
 bool RenameOver(const char* from, const char* to);
 
 /// Renames a file unless something has the new name.
 bool RenameUnlessExists(const char* from, const char* to);
 
 void RemoveFile(const char* path);
+
+/// What tells this process from others that run now.
+uint32_t ProcessNumber();
+
+/// The start of a path that names its directory, with the last separator that the system knows;
+/// empty for the current one.
+std::string_view DirectoryOf(std::string_view path);
 
 /// Whether a character at the end of a directory's path separates what follows.
 bool IsSeparator(char character);

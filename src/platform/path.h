@@ -2,9 +2,16 @@
 // on every system.
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
+#include "frame/inline_text.h"
+
 namespace hundredweight::platform {
+
+/// A path as the system is asked for it. Links may lead to longer ones than the library builds.
+inline constexpr std::size_t kLongestSystemPath = 1023;
+using SystemPath = InlineText<kLongestSystemPath>;
 
 struct PathParts {
     std::string_view drive;      ///< "C:" or empty.

@@ -1,59 +1,95 @@
 #include "platform/replace_file.h"
 
-#include <cstdio>
-
-#include "platform/path.h"
+#include "platform/temporary_name.h"
 
 namespace hundredweight::platform {
 namespace {
 
 constexpr int kAttempts = 100;
 
-/// Makes a temporary in a path's directory by `write`, and lets it take the path's name. Its own
-/// name is no longer than that of any file that is written, so that it fits where the file's does.
+SystemPath PathBeside(std::string_view path, std::string_view name) {
+    return SystemPath(DirectoryOf(path)).Append(name);
+}
+
+/// Writes a file of a name that nothing has, in a path's directory. Another process may be first to
+/// have a name.
 template <class Write>
-WriteOutcome WriteThrough(const char* path, bool (&rename)(const char* from, const char* to),
-                          Write write) {
-    const PathParts parts = SplitPathParts(path);
-    const auto directory = static_cast<int>(parts.drive.size() + parts.directory.size());
+WriteOutcome WriteTemporary(std::string_view path, SystemPath& temporary, Write write) {
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        char temporary[512];
-        std::snprintf(temporary, sizeof temporary, "%.*sHWT%d", directory, path, attempt);
-        if (FileExists(temporary)) continue;
-        const WriteOutcome outcome = write(temporary);
-        if (outcome != WriteOutcome::kWritten || rename(temporary, path)) return outcome;
-        RemoveFile(temporary);
-        break;
+        temporary = PathBeside(path, MakeTemporaryName());
+        const WriteOutcome outcome = write(temporary.c_str());
+        if (outcome != WriteOutcome::kNotCreated || !FileExists(temporary.c_str())) return outcome;
     }
+    return WriteOutcome::kNotCreated;
+}
+
+/// Makes a file by `write`, and gives it a name that nothing has yet.
+template <class Write>
+WriteOutcome WriteOnce(const DirectoryTurn& turn, const char* path, Write write) {
+    if (!turn) return WriteOutcome::kNotCreated;
+    SystemPath temporary;
+    const WriteOutcome outcome = WriteTemporary(path, temporary, write);
+    if (outcome != WriteOutcome::kWritten || RenameUnlessExists(temporary.c_str(), path)) {
+        return outcome;
+    }
+    RemoveFile(temporary.c_str());
     return WriteOutcome::kNotCreated;
 }
 
 }  // namespace
 
-WriteOutcome ReplaceFile(const char* path, const void* content, std::size_t size) {
-    return WriteThrough(path, RenameOver, [&](const char* temporary) {
-        return WriteNewFile(temporary, content, size);
-    });
+Replacement::Replacement(const DirectoryTurn& turn, const char* path, std::string_view working_name)
+    : path_(turn ? FileToReplace(path) : SystemPath()) {
+    if (path_.empty()) return;
+    if (!turn.Covers(path_.c_str())) own_turn_.emplace(path_.c_str());
+    const bool alone = own_turn_ ? own_turn_->alone() : turn.alone();
+    // Two processes that are not kept apart would write the same file.
+    if (alone && !working_name.empty()) working_path_ = PathBeside(path_, working_name);
 }
 
-WriteOutcome CreateFileOnce(const char* path, const void* content, std::size_t size) {
-    return WriteThrough(path, RenameUnlessExists, [&](const char* temporary) {
-        return WriteNewFile(temporary, content, size);
-    });
+Replacement::~Replacement() {
+    if (!written_.empty()) RemoveFile(written_.c_str());
 }
 
-WriteOutcome CopyFileOnce(const char* from, const char* path) {
-    return WriteThrough(path, RenameUnlessExists,
-                        [&](const char* temporary) { return CopyToNewFile(from, temporary); });
+WriteOutcome Replacement::Write(const void* content, std::size_t size, const char* model) {
+    if (path_.empty() || (own_turn_ && !*own_turn_)) return WriteOutcome::kNotCreated;
+    SystemPath temporary = working_path_;
+    const auto write = [&](const char* name) { return WriteNewFile(name, content, size, model); };
+    WriteOutcome outcome = WriteOutcome::kNotCreated;
+    if (working_path_.empty()) {
+        outcome = WriteTemporary(path_, temporary, write);
+    } else if (!IsSameName(working_path_, path_)) {
+        RemoveFile(working_path_.c_str());
+        outcome = write(working_path_.c_str());
+    }
+    if (outcome == WriteOutcome::kWritten) written_ = temporary;
+    return outcome;
 }
 
-WriteOutcome ReplaceFileThrough(const char* temporary, const char* path, const void* content,
-                                std::size_t size) {
-    RemoveFile(temporary);
-    const WriteOutcome outcome = WriteNewFile(temporary, content, size);
-    if (outcome != WriteOutcome::kWritten || RenameOver(temporary, path)) return outcome;
-    RemoveFile(temporary);
+bool Replacement::TakeName() {
+    if (!RenameOver(written_.c_str(), path_.c_str())) return false;
+    written_ = {};
+    return true;
+}
+
+WriteOutcome ReplaceFile(const DirectoryTurn& turn, const char* path, const void* content,
+                         std::size_t size) {
+    Replacement replacement(turn, path);
+    const WriteOutcome outcome = replacement.Write(content, size, path);
+    if (outcome != WriteOutcome::kWritten || replacement.TakeName()) return outcome;
     return WriteOutcome::kNotCreated;
+}
+
+WriteOutcome CreateFileOnce(const DirectoryTurn& turn, const char* path, const void* content,
+                            std::size_t size) {
+    return WriteOnce(turn, path, [&](const char* temporary) {
+        return WriteNewFile(temporary, content, size, nullptr);
+    });
+}
+
+WriteOutcome CopyFileOnce(const DirectoryTurn& turn, const char* from, const char* path) {
+    return WriteOnce(turn, path,
+                     [&](const char* temporary) { return CopyToNewFile(from, temporary); });
 }
 
 }  // namespace hundredweight::platform

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstring>
-#include <optional>
 #include <string_view>
 
 #include "frame/block.h"
@@ -15,13 +14,14 @@
 #include "tariff/whole_file.h"
 
 using namespace hundredweight;
+using platform::WriteOutcome;
 
 namespace {
 
 constexpr std::size_t kRecordSize = sizeof(OptionRecord);
 constexpr std::size_t kOldRecordSize = 1792;
 constexpr int32_t kCurrentMarker = 1;
-constexpr std::string_view kTemporaryFile = "TEMPPRS.FIL";
+constexpr std::string_view kWorkingFile = "TEMPPRS.FIL";
 constexpr std::string_view kBackupFile = "SAVEPRS.FIL";
 
 /// A field that a conversion carries over. What no field names is 0 in a converted record.
@@ -92,46 +92,48 @@ Block<> ConvertRecords(const WholeFile& options, std::size_t count) {
 
 /// Replaces an option file of the older layout and keeps it as a backup. Result: false, and the
 /// file as it was, when that cannot be finished.
-bool Convert(const PathText& path, const WholeFile& options) {
-    const PathText temporary = PathBeside(path, kTemporaryFile);
+bool Convert(const platform::DirectoryTurn& turn, const PathText& path, const WholeFile& options) {
     const PathText backup = PathBeside(path, kBackupFile);
-    if (temporary.empty() || backup.empty()) return false;
+    if (backup.empty() || PathBeside(path, kWorkingFile).empty()) return false;
     const auto old_size = static_cast<std::size_t>(options.length);
     const std::size_t count = old_size / kOldRecordSize;
-    const Block<> converted = ConvertRecords(options, count);
-    if (!converted) return false;
-    using platform::WriteOutcome;
-    platform::RemoveFile(temporary.c_str());
-    const bool written = platform::WriteNewFile(temporary.c_str(), converted.get(),
-                                                count * kRecordSize) == WriteOutcome::kWritten;
-    if (!written) return false;
-    // The earlier backup is given up when the new content is safe.
-    if (platform::ReplaceFile(backup.c_str(), options.block.get(), old_size) ==
-            WriteOutcome::kWritten &&
-        platform::RenameOver(temporary.c_str(), path.c_str())) {
-        return true;
-    }
-    platform::RemoveFile(temporary.c_str());
-    return false;
+    const Block<> records = ConvertRecords(options, count);
+    if (!records) return false;
+    const auto keep_old = [&] {
+        platform::Replacement kept(turn, backup.c_str());
+        return kept.Write(options.block.get(), old_size, path.c_str()) == WriteOutcome::kWritten &&
+               kept.TakeName();
+    };
+    platform::Replacement converted(turn, path.c_str(), kWorkingFile);
+    // The earlier backup is given up when the new content is safe. A link may have led it to the
+    // option file itself, which then is not replaced.
+    return converted.Write(records.get(), count * kRecordSize, path.c_str()) ==
+               WriteOutcome::kWritten &&
+           keep_old() && !platform::IsSameFile(backup.c_str(), path.c_str()) &&
+           converted.TakeName();
 }
 
-/// The whole file when its length may be that of the older layout; nothing when it is not.
-std::optional<WholeFile> ReadOldOptions(const OpenFile& file) {
-    if (file.length() % static_cast<int64_t>(kOldRecordSize) != 0) return std::nullopt;
-    return ReadWholeFile(file);
+enum class Layout { kCurrent, kOld, kUnknown };
+
+/// Tells the layout of an option file, which is read whole when its length may be of the older one.
+Layout ReadLayout(const PathText& path, WholeFile& options) {
+    const OpenFile file = OpenForUpdate(path);
+    if (!file) return Layout::kUnknown;
+    if (file.length() % static_cast<int64_t>(kOldRecordSize) != 0) return Layout::kCurrent;
+    options = ReadWholeFile(file);
+    if (options.outcome != LoadOutcome::kLoaded) return Layout::kUnknown;
+    return IsOldLayout(options) ? Layout::kOld : Layout::kCurrent;
 }
 
 /// Makes sure that the file has the current layout. It is closed before it is replaced.
 bool PrepareOptions(const PathText& path) {
-    std::optional<WholeFile> options;
-    {
-        const OpenFile file = OpenForUpdate(path);
-        if (!file) return false;
-        options = ReadOldOptions(file);
-    }
-    if (!options) return true;
-    if (options->outcome != LoadOutcome::kLoaded) return false;
-    return !IsOldLayout(*options) || Convert(path, *options);
+    WholeFile options;
+    const Layout layout = ReadLayout(path, options);
+    if (layout != Layout::kOld) return layout == Layout::kCurrent;
+    const platform::DirectoryTurn turn(path.c_str());
+    // Another process may have converted the file meanwhile, and has kept the only backup.
+    const Layout now = ReadLayout(path, options);
+    return now == Layout::kCurrent || (now == Layout::kOld && Convert(turn, path, options));
 }
 
 /// Removes the white space behind the name in its field. Result: the name.

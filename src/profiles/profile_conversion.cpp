@@ -17,7 +17,7 @@ namespace {
 constexpr int32_t kCannotPrepare = 121;
 constexpr std::string_view kMarker = "ZSA";
 constexpr std::string_view kMarkerFile = "PROFILE.ZSA";
-constexpr std::string_view kTemporaryFile = "PROFILE.TMP";
+constexpr std::string_view kWorkingFile = "PROFILE.TMP";
 
 /// A state record has blanks where a range begins.
 bool IsStateRecord(const ZipDiscountRecord& record, std::size_t zip_length) {
@@ -42,17 +42,18 @@ WholeFile ReadProfiles(const PathText& path) {
     return file ? ReadWholeFile(file) : WholeFile{};
 }
 
-bool ConvertProfiles(const RateContext& context, const PathText& path) {
-    const PathText temporary = ProfilePath(context, kTemporaryFile);
+bool ConvertProfiles(const RateContext& context, const platform::DirectoryTurn& turn,
+                     const PathText& path) {
     const WholeFile file = ReadProfiles(path);
-    if (temporary.empty() || file.outcome != LoadOutcome::kLoaded) return false;
+    if (file.outcome != LoadOutcome::kLoaded) return false;
     auto* const profiles = reinterpret_cast<ProfileRecord*>(file.block.get());
     const int32_t count = file.length / kProfileSize;
     const std::size_t zip_length = context.ZipLength[0] == '3' ? 3 : 5;
     for (int32_t i = 0; i < count; ++i) MoveLeadingStatesBack(profiles[i], zip_length);
-    return platform::ReplaceFileThrough(temporary.c_str(), path.c_str(), profiles,
-                                        static_cast<std::size_t>(count) * kProfileSize) ==
-           platform::WriteOutcome::kWritten;
+    platform::Replacement converted(turn, path.c_str(), kWorkingFile);
+    return converted.Write(profiles, static_cast<std::size_t>(count) * kProfileSize,
+                           path.c_str()) == platform::WriteOutcome::kWritten &&
+           converted.TakeName();
 }
 
 }  // namespace
@@ -60,12 +61,14 @@ bool ConvertProfiles(const RateContext& context, const PathText& path) {
 int32_t ConvertProfileFile(RateContext& context) {
     const PathText marker = ProfilePath(context, kMarkerFile);
     if (OpenForReading(marker)) return 1;
-    if (!ConvertProfiles(context, ProfilePath(context, kProfileFile))) {
-        return Fail(context, kCannotPrepare);
-    }
+    const PathText path = ProfilePath(context, kProfileFile);
+    const platform::DirectoryTurn turn(path.c_str());
+    // Another process may have converted the file meanwhile.
+    if (turn && OpenForReading(marker)) return 1;
+    if (!ConvertProfiles(context, turn, path)) return Fail(context, kCannotPrepare);
     context.ProfileFileCurrent = 'Y';
     const platform::WriteOutcome marked =
-        platform::ReplaceFile(marker.c_str(), kMarker.data(), kMarker.size());
+        platform::ReplaceFile(turn, marker.c_str(), kMarker.data(), kMarker.size());
     return marked == platform::WriteOutcome::kWritten ? 1 : 0;
 }
 

@@ -23,19 +23,31 @@ bool CannotPrepare(RateContext& context) {
     return Fail(context, kCannotPrepare) != 0;
 }
 
-/// Gives a user who has no profile file the set's, or one with the default profile.
-bool CreateFirstFile(RateContext& context, const PathText& path) {
-    // What is there but cannot be opened is the user's, and is not touched.
-    if (path.empty() || platform::FileExists(path.c_str())) return CannotPrepare(context);
+enum class FirstFile { kThere, kMade, kFailed };
+
+/// Makes the profile file of a user who has none: a copy of the set's, or one with the default
+/// profile.
+platform::WriteOutcome MakeFirstFile(RateContext& context, const platform::DirectoryTurn& turn,
+                                     const PathText& path) {
     const PathText template_path = PathInDataDir(context, kProfileFile);
-    platform::WriteOutcome outcome = platform::WriteOutcome::kNotCreated;
     if (platform::FileExists(template_path.c_str())) {
-        outcome = platform::CopyFileOnce(template_path.c_str(), path.c_str());
-    } else {
-        SetDefaultProfile(context);
-        outcome = platform::CreateFileOnce(path.c_str(), &context.Profile, kProfileSize);
+        return platform::CopyFileOnce(turn, template_path.c_str(), path.c_str());
     }
-    return outcome == platform::WriteOutcome::kWritten || CannotPrepare(context);
+    SetDefaultProfile(context);
+    return platform::CreateFileOnce(turn, path.c_str(), &context.Profile, kProfileSize);
+}
+
+/// Makes sure that there is a profile file, which another process may be making too.
+FirstFile PrepareFirstFile(RateContext& context, const PathText& path) {
+    if (path.empty()) return FirstFile::kFailed;
+    const platform::DirectoryTurn turn(path.c_str());
+    if (OpenForUpdate(path)) return FirstFile::kThere;
+    // What is there but cannot be opened is the user's, and is not touched.
+    if (!turn || platform::FileExists(path.c_str())) return FirstFile::kFailed;
+    if (MakeFirstFile(context, turn, path) == platform::WriteOutcome::kWritten) {
+        return FirstFile::kMade;
+    }
+    return OpenForUpdate(path) ? FirstFile::kThere : FirstFile::kFailed;
 }
 
 OpenFile OpenProfileFile(const RateContext& context) {
@@ -68,7 +80,10 @@ using namespace hundredweight;
 
 bool HWT_CALL ReadProfileFile(RateContext* context) {
     const PathText path = ProfilePath(*context, kProfileFile);
-    if (!OpenForUpdate(path)) return CreateFirstFile(*context, path);
+    const FirstFile first =
+        OpenForUpdate(path) ? FirstFile::kThere : PrepareFirstFile(*context, path);
+    if (first == FirstFile::kFailed) return CannotPrepare(*context);
+    if (first == FirstFile::kMade) return true;
     if (context->ProfileFileCurrent == 'Y') return true;
     return ConvertProfileFile(*context) == 1 || CannotPrepare(*context);
 }

@@ -10,8 +10,6 @@ namespace hundredweight {
 
 inline int allocations_to_failure = 0;  // 0: none fails.
 inline std::size_t bytes_to_end = SIZE_MAX;
-inline std::uintmax_t hollow_file =
-    0;  // The number of a file that tells a length and has no bytes.
 
 /// Counts an allocation. Result: whether it fails.
 inline bool AllocationFails() {

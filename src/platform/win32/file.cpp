@@ -108,6 +108,10 @@ bool FileExists(const char* path) {
     return error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
 }
 
+bool IsSameFile(const char* /*a*/, const char* /*b*/) {
+    return false;  // A link is itself replaced.
+}
+
 std::FILE* OpenStreamForReading(const char* path) {
     int64_t length = 0;
     const int16_t handle = OpenForReading(path, &length);
@@ -136,7 +140,15 @@ void CloseFile(int descriptor) {
     _close(descriptor);
 }
 
-WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t size) {
+SystemPath FileToReplace(const char* path) {
+    const DWORD attributes = GetFileAttributesA(path);
+    constexpr DWORD kKept = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY;
+    const bool kept = attributes != INVALID_FILE_ATTRIBUTES && (attributes & kKept) != 0;
+    return kept ? SystemPath() : SystemPath(std::string_view(path));
+}
+
+WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t size,
+                          const char* /*model*/) {  // Who may use a file, its directory tells.
     const int descriptor = _open(path, _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
                                  _S_IREAD | _S_IWRITE);
     if (descriptor < 0) return WriteOutcome::kNotCreated;
@@ -158,10 +170,7 @@ WriteOutcome CopyToNewFile(const char* from, const char* to) {
 }
 
 bool RenameOver(const char* from, const char* to) {
-    const DWORD attributes = GetFileAttributesA(to);
-    const bool is_protected =
-        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-    return !is_protected && Move(from, to, MOVEFILE_REPLACE_EXISTING);
+    return Move(from, to, MOVEFILE_REPLACE_EXISTING);
 }
 
 bool RenameUnlessExists(const char* from, const char* to) {
@@ -170,6 +179,15 @@ bool RenameUnlessExists(const char* from, const char* to) {
 
 void RemoveFile(const char* path) {
     DeleteFileA(path);
+}
+
+uint32_t ProcessNumber() {
+    return GetCurrentProcessId();
+}
+
+std::string_view DirectoryOf(std::string_view path) {
+    const PathParts parts = SplitPathParts(path);
+    return path.substr(0, parts.drive.size() + parts.directory.size());
 }
 
 bool IsSeparator(char character) {

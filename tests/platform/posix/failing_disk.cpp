@@ -1,66 +1,82 @@
 // The test program is linked so that the library's file operations and allocations come here first.
 #include "support/failing_disk.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <filesystem>
+#include <cerrno>
 
 #include "support/failing_system.h"
 
 using namespace hundredweight;
 
-static void NoteOpening(const std::string& directory, const char* path, int flags) {
-    FailingDisk* const disk = FailingDisk::current;
-    if (disk != nullptr && (flags & O_CREAT) != 0)
-        disk->created.push_back(std::filesystem::read_symlink("/proc/self/" + directory) / path);
+namespace hundredweight {
+const std::vector<Fault> kFaults = {Fault::kIoError,  Fault::kDiskFull, Fault::kAllFailFromThere,
+                                    Fault::kFileEnds, Fault::kShort,    Fault::kInterrupted};
 }
 
-#define WRAP(name, parameters, arguments, note)                                        \
-    int __real_##name parameters;                                                      \
-    int __wrap_##name parameters {                                                     \
-        note;                                                                          \
-        return FailingDisk::Strikes() ? FailingDisk::Fail() : __real_##name arguments; \
+static void NoteRights(int descriptor) {
+    struct stat status;
+    if (FailingDisk::current != nullptr && fstat(descriptor, &status) == 0)
+        FailingDisk::current->rights |= status.st_mode & 0777U;
+}
+
+#define WRAP_ALL(before, result, failure, name, parameters, arguments)                    \
+    result __real_##name parameters;                                                      \
+    result __wrap_##name parameters {                                                     \
+        before;                                                                           \
+        return FailingDisk::Do<result>(failure, [&] { return __real_##name arguments; }); \
     }
+#define WRAP(...) WRAP_ALL({}, int, -1, __VA_ARGS__)
+#define WRAP_NAMING(...) WRAP_ALL(FailingDisk::NoteName(), int, -1, __VA_ARGS__)
 
 extern "C" {
 // A mode is passed on also where none came; it is read of files that are created alone.
-WRAP(open64, (const char* path, int flags, mode_t mode), (path, flags, mode),
-     NoteOpening("cwd", path, flags))
-WRAP(openat64, (int at, const char* path, int flags, mode_t mode), (at, path, flags, mode),
-     NoteOpening(at < 0 ? "cwd" : "fd/" + std::to_string(at), path, flags))
-WRAP(link, (const char* from, const char* to), (from, to), FailingDisk::NoteName())
-WRAP(rename, (const char* from, const char* to), (from, to), FailingDisk::NoteName())
-WRAP(renameat2, (int at, const char* from, int to_at, const char* to, unsigned flags),
-     (at, from, to_at, to, flags), FailingDisk::NoteName())
-WRAP(unlink, (const char* path), (path), {})
-WRAP(unlinkat, (int at, const char* path, int flags), (at, path, flags), {})
+WRAP(open64, (const char* path, int flags, mode_t mode), (path, flags, mode))
+WRAP(openat64, (int at, const char* path, int flags, mode_t mode), (at, path, flags, mode))
+WRAP_NAMING(link, (const char* from, const char* to), (from, to))
+WRAP_NAMING(rename, (const char* from, const char* to), (from, to))
+WRAP_NAMING(renameat2, (int at, const char* from, int to_at, const char* to, unsigned flags),
+            (at, from, to_at, to, flags))
+WRAP(unlink, (const char* path), (path))
+WRAP(unlinkat, (int at, const char* path, int flags), (at, path, flags))
+WRAP(fchmod, (int descriptor, mode_t mode), (descriptor, mode))
+WRAP(fchown, (int descriptor, uid_t user, gid_t group), (descriptor, user, group))
+WRAP_ALL({}, DIR*, nullptr, opendir, (const char* path), (path))
+
+int __real_flock(int descriptor, int how);
+int __wrap_flock(int descriptor, int how) {
+    errno = ENOLCK;
+    return FailingDisk::Do(
+        -1, [&] { return FailingDisk::knows_locks ? __real_flock(descriptor, how) : -1; });
+}
 
 int __real_close(int descriptor);
 int __wrap_close(int descriptor) {
     const int result = __real_close(descriptor);
-    return FailingDisk::Strikes() ? FailingDisk::Fail() : result;
+    return FailingDisk::Do(-1, [&] { return result; });
 }
 
 ssize_t __real_write(int descriptor, const void* content, std::size_t size);
 ssize_t __wrap_write(int descriptor, const void* content, std::size_t size) {
-    if (!FailingDisk::ContentStrikes()) return __real_write(descriptor, content, size);
-    return __real_write(descriptor, content, size / 2) < 0 ? -1 : FailingDisk::Fail();
+    NoteRights(descriptor);
+    return FailingDisk::Transfer(
+        true, size, [&](std::size_t part) { return __real_write(descriptor, content, part); });
 }
 
 int __wrap_fsync(int) {  // Nothing is flushed in truth: the tests are quicker so.
-    return FailingDisk::FlushStrikes() ? FailingDisk::Fail() : 0;
+    return FailingDisk::NoteFlush(FailingDisk::Do(-1, [] { return 0; }));
 }
 
 ssize_t __real_read(int descriptor, void* buffer, std::size_t size);
 ssize_t __wrap_read(int descriptor, void* buffer, std::size_t size) {
-    if (FailingDisk::Strikes()) return FailingDisk::Fail();
-    struct stat status = {};
-    if (hollow_file != 0 && fstat(descriptor, &status) == 0 && status.st_ino == hollow_file)
-        size = 0;
-    const ssize_t count = __real_read(descriptor, buffer, ReadableBytes(size));
-    FailingDisk::CountRead(count);
+    const ssize_t count = FailingDisk::Transfer(false, size, [&](std::size_t part) {
+        return __real_read(descriptor, buffer, ReadableBytes(part));
+    });
+    if (FailingDisk::current != nullptr && count > 0)
+        FailingDisk::current->bytes_read += static_cast<std::size_t>(count);
     return count;
 }
 

@@ -1,24 +1,22 @@
 // The test program's imports of the system's file operations and of calloc lead here.
 #include "support/failing_disk.h"
 
-#include <fcntl.h>
 #include <io.h>
 #include <windows.h>
 
 #include <cstdlib>
-#include <filesystem>
 
 #include "platform/win32/import_redirection.h"
 #include "support/failing_system.h"
 
 using namespace hundredweight;
 
-namespace {
-
-void NoteCreation(const char* path) {
-    if (FailingDisk::current != nullptr)
-        FailingDisk::current->created.push_back(std::filesystem::absolute(path).string());
+namespace hundredweight {
+const std::vector<Fault> kFaults = {Fault::kIoError, Fault::kAllFailFromThere, Fault::kFileEnds,
+                                    Fault::kShort};
 }
+
+namespace {
 
 /// A function of the system's, whose import has been led to one of these.
 template <class Function>
@@ -39,60 +37,58 @@ Function* Redirect(const char* library, const char* name, Function* here) {
 #define FAILING_CALL(result, name, ...) FAILING("msvcrt.dll", result, name, __VA_ARGS__)
 
 FAILING_CALL(int, _open, const char* path, int flags, int mode) {
-    if ((flags & _O_CREAT) != 0) NoteCreation(path);
-    return FailingDisk::Strikes() ? FailingDisk::Fail() : System_open(path, flags, mode);
+    return FailingDisk::Do(-1, [&] { return System_open(path, flags, mode); });
 }
 
 FAILING_CALL(int, _sopen, const char* path, int flags, int share, int mode) {
-    return FailingDisk::Strikes() ? FailingDisk::Fail() : System_sopen(path, flags, share, mode);
+    return FailingDisk::Do(-1, [&] { return System_sopen(path, flags, share, mode); });
 }
 
 FAILING_CALL(int, _close, int descriptor) {
     const int result = System_close(descriptor);
-    return FailingDisk::Strikes() ? FailingDisk::Fail() : result;
+    return FailingDisk::Do(-1, [&] { return result; });
 }
 
 FAILING_CALL(int, _write, int descriptor, const void* content, unsigned size) {
-    if (!FailingDisk::ContentStrikes()) return System_write(descriptor, content, size);
-    return System_write(descriptor, content, size / 2) < 0 ? -1 : FailingDisk::Fail();
+    return FailingDisk::Transfer(true, size, [&](std::size_t part) {
+        return System_write(descriptor, content, static_cast<unsigned>(part));
+    });
 }
 
 FAILING_CALL(int, _commit, int) {  // Nothing is flushed in truth: the tests are quicker so.
-    return FailingDisk::FlushStrikes() ? FailingDisk::Fail() : 0;
+    return FailingDisk::NoteFlush(FailingDisk::Do(-1, [] { return 0; }));
 }
 
 FAILING_CALL(int, _read, int descriptor, void* buffer, unsigned size) {
-    if (FailingDisk::Strikes()) return FailingDisk::Fail();
-    const int count = System_read(descriptor, buffer, static_cast<unsigned>(ReadableBytes(size)));
-    FailingDisk::CountRead(count);
-    return count;
+    const std::ptrdiff_t count = FailingDisk::Transfer(false, size, [&](std::size_t part) {
+        return System_read(descriptor, buffer, static_cast<unsigned>(ReadableBytes(part)));
+    });
+    if (FailingDisk::current != nullptr && count > 0)
+        FailingDisk::current->bytes_read += static_cast<std::size_t>(count);
+    return static_cast<int>(count);
 }
 
 FAILING_CALL(void*, calloc, std::size_t count, std::size_t size) {
     return AllocationFails() ? nullptr : Systemcalloc(count, size);
 }
 
-/// What a struck function of the kernel's comes to.
-BOOL FailInKernel() {
-    FailingDisk::Fail();
-    SetLastError(ERROR_WRITE_FAULT);
-    return FALSE;
-}
-
 FAILING("kernel32.dll", BOOL WINAPI, MoveFileExA, const char* from, const char* to, DWORD flags) {
     FailingDisk::NoteName();
-    return FailingDisk::Strikes() ? FailInKernel() : SystemMoveFileExA(from, to, flags);
+    SetLastError(ERROR_WRITE_FAULT);
+    return FailingDisk::Do(FALSE, [&] { return SystemMoveFileExA(from, to, flags); });
 }
 
 FAILING("kernel32.dll", BOOL WINAPI, CopyFileA, const char* from, const char* to, BOOL once) {
-    NoteCreation(to);
-    const bool strikes = FailingDisk::ContentStrikes();
-    const BOOL copied = SystemCopyFileA(from, to, once);
-    return strikes ? FailInKernel() : copied;
+    const bool copied = FailingDisk::Transfer(true, 1, [&](std::size_t) {
+                            return SystemCopyFileA(from, to, once) != 0 ? 1 : -1;
+                        }) > 0;
+    if (FailingDisk::current != nullptr && FailingDisk::current->struck)
+        SetLastError(ERROR_WRITE_FAULT);
+    return copied ? TRUE : FALSE;
 }
 
 FAILING("kernel32.dll", BOOL WINAPI, DeleteFileA, const char* path) {
-    return FailingDisk::Strikes() ? FailInKernel() : SystemDeleteFileA(path);
+    return FailingDisk::Do(FALSE, [&] { return SystemDeleteFileA(path); });
 }
 
 }  // namespace

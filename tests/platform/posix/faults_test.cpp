@@ -1,0 +1,152 @@
+// Files that users own are kept when a process dies, when several do the same at once, and when
+// permissions forbid a change.
+#include "support/faults.h"
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace hundredweight {
+
+/// Some processes of which each runs the operation on a disk of its own.
+template <class MakeDisk>
+std::vector<int> Fork(const Operation& operation, RateContext& context, int count, MakeDisk disk) {
+    std::vector<pid_t> children;
+    for (int i = 0; i < count; ++i) {
+        children.push_back(fork());
+        if (children.back() != 0) continue;
+        const FailingDisk own = disk();
+        _exit(operation.run(context) == 1 ? 0 : 1);
+    }
+    std::vector<int> exits;
+    for (const pid_t child : children) {
+        int status = 0;
+        EXPECT_EQ(waitpid(child, &status, 0), child);
+        exits.push_back(WIFEXITED(status) ? WEXITSTATUS(status) : -1);
+    }
+    return exits;
+}
+
+using SharedFilesTest = FaultsTest;
+INSTANTIATE_TEST_SUITE_P(, SharedFilesTest, ::testing::ValuesIn(kOperations, kOperations + 8),
+                         [](const auto& operation) { return operation.param.name; });
+
+TEST_P(SharedFilesTest, SurviveADeathBeforeAndAfterEveryFileOperation) {
+    for (const Fault fault : {Fault::kDiesBefore, Fault::kDiesAfter}) {
+        for (int nth = 1, status = kDied; status == kDied; ++nth) {
+            SCOPED_TRACE(nth);
+            Lay(operation_.before);
+            status = Fork(operation_, context_, 1, [&] { return FailingDisk(nth, fault); })[0];
+            EXPECT_TRUE(status == kDied || (status == 0 && nth > 5)) << status;
+            ExpectOldOrNew();
+            ExpectWorks();
+        }
+    }
+}
+
+TEST_P(SharedFilesTest, AreChangedByManyProcessesAtOnce) {
+    for (const bool locks : {true, false}) {
+        FailingDisk::knows_locks = locks;
+        for (int time = 0; time < 3; ++time) {
+            Lay(operation_.before);
+            EXPECT_EQ(
+                Fork(operation_, context_, 8, [] { return FailingDisk(0, Fault::kAllDelayed); }),
+                std::vector<int>(8, 0));
+            ExpectOldOrNew();
+            ExpectWorks();
+        }
+    }
+    FailingDisk::knows_locks = true;
+}
+
+/// A user who may do what permissions say, also when the tests are run by one who may do all.
+struct OrdinaryUser {
+    explicit OrdinaryUser(bool ordinary = true) : root_(ordinary && geteuid() == 0) {
+        EXPECT_EQ(root_ ? seteuid(65534) : 0, 0);
+    }
+    ~OrdinaryUser() { EXPECT_EQ(root_ ? seteuid(0) : 0, 0); }
+    const bool root_;
+};
+
+TEST_P(SharedFilesTest, StayWhenAPermissionIsMissing) {
+    for (const auto& [operation, path, code] : kObstacles) {
+        const fs::path file = directory_ / path, directory = file.parent_path();
+        for (const fs::path& forbidden : {file, directory}) {
+            Lay(operation_.before);
+            if (operation != operation_.name || !fs::exists(forbidden)) continue;
+            for (const auto& entry : fs::recursive_directory_iterator(directory_))
+                fs::permissions(entry, fs::perms::all);
+            fs::permissions(directory_, fs::perms::all);
+            fs::permissions(forbidden, fs::perms(0555));
+            for (const bool ordinary : {true, forbidden == directory}) {
+                const OrdinaryUser user(ordinary);  // A protected file is so for everybody.
+                EXPECT_EQ(Run(), code) << forbidden;
+            }
+            fs::permissions(forbidden, fs::perms::all);
+            EXPECT_TRUE(Content() == operation_.before);
+        }
+    }
+}
+
+TEST_P(SharedFilesTest, AreReadByNobodyWhoCouldNotReadThem) {
+    const bool root = geteuid() == 0;
+    const uid_t owner = root ? 65534 : geteuid();
+    // Before, and after one has written them who cannot give them to their group.
+    for (const auto& [before, shrunk] : {std::pair(0600U, 0600U), {0640, 0600}, {0664, 0644}}) {
+        for (const bool ordinary : {false, root}) {
+            Lay(operation_.before);
+            for (const auto& [name, content] : operation_.before) {
+                EXPECT_EQ(chown((directory_ / name).c_str(), owner, root ? 65534 : getegid()), 0);
+                fs::permissions(directory_ / name, fs::perms(before));
+            }
+            for (const char* name : {"here", "user"})
+                fs::permissions(directory_ / name, fs::perms::all);
+            const mode_t mask = umask(0);
+            const OrdinaryUser user(ordinary);
+            const FailingDisk disk;
+            EXPECT_EQ(Run(), "1");
+            umask(mask);
+            bool made = false;
+            for (const auto& [name, content] : after_) {
+                const bool is_new = name.ends_with("ZSA") || operation_.before.empty();
+                const auto old = operation_.before.find(name);
+                const bool changed = old == operation_.before.end() || old->second != content;
+                struct stat status;
+                EXPECT_EQ(stat((directory_ / name).c_str(), &status), 0);
+                EXPECT_EQ(status.st_mode & 0777, is_new                ? 0666
+                                                 : ordinary && changed ? shrunk
+                                                                       : before)
+                    << name;
+                EXPECT_EQ(status.st_uid, old == operation_.before.end() ? geteuid() : owner);
+                made |= is_new;
+            }
+            EXPECT_EQ(disk.rights & 0077, made ? 0066U : 0U);
+        }
+    }
+}
+
+TEST_P(SharedFilesTest, AreReplacedWhereTheyLie) {
+    // Links stay links, and a name stays in its letters.
+    for (const auto& [path, target] : operation_.before) {
+        if (!after_.contains(path) || after_.at(path) == target) continue;
+        Lay(operation_.before);
+        const fs::path link = directory_ / path, file = directory_ / "there/abc.x";
+        fs::create_directory(directory_ / "there");
+        fs::rename(link, file);
+        fs::create_symlink("../there/abc.x", link);
+        const FailingDisk disk;
+        EXPECT_EQ(Run(), "1");
+        EXPECT_TRUE(fs::is_symlink(link));
+        EXPECT_TRUE(FileContent(file) == after_.at(path)) << path;
+        EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), {}), 1);
+        Lay(operation_.before);
+        std::string name = link.filename().string();
+        std::transform(name.begin(), name.end(), name.begin(), tolower);
+        fs::rename(link, link.parent_path() / name);
+        EXPECT_EQ(Run(), "1");
+        EXPECT_TRUE(FileContent(link.parent_path() / name) == after_.at(path)) << path;
+        EXPECT_FALSE(fs::exists(link));
+    }
+}
+
+}  // namespace hundredweight

@@ -41,10 +41,9 @@ platform::WriteOutcome MakeFirstFile(RateContext& context, const platform::Direc
 FirstFile PrepareFirstFile(RateContext& context, const PathText& path) {
     if (path.empty()) return FirstFile::kFailed;
     const platform::DirectoryTurn turn(path.c_str());
-    if (OpenForUpdate(path)) return FirstFile::kThere;
-    // What is there but cannot be opened is the user's, and is not touched.
-    if (!turn || platform::FileExists(path.c_str())) return FirstFile::kFailed;
-    if (MakeFirstFile(context, turn, path) == platform::WriteOutcome::kWritten) {
+    // What is there is the user's, and is not touched.
+    if (turn && !platform::FileExists(path.c_str()) &&
+        MakeFirstFile(context, turn, path) == platform::WriteOutcome::kWritten) {
         return FirstFile::kMade;
     }
     return OpenForUpdate(path) ? FirstFile::kThere : FirstFile::kFailed;

@@ -2,6 +2,7 @@
 // files that users own are never lost: the old content or the new one stands whole under the name.
 #include "support/faults.h"
 
+#include "platform/temporary_name.h"
 #include "support/failing_system.h"
 
 namespace hundredweight {
@@ -50,17 +51,21 @@ TEST_P(FaultsTest, OfEveryFileOperationAndAllocationAreSurvived) {
 TEST_P(FaultsTest, LeaveNothingThatStays) {
     if (!Writes()) return;
     Files laid = operation_.before, after = after_;
+    constexpr uint32_t kEnded = 0x3FFFFF;  // No system gives this number to a process.
+    const std::string_view killed = platform::MakeTemporaryName(kEnded);
+    const std::string running(platform::MakeTemporaryName(~0U));  // On another machine.
     for (const std::string directory : {"here/", "user/"}) {
         for (const char* name : {"HWTRATES.DAT", "HWT0", "hwt00000.~00", "HWT00000.~000"})
             after[directory + name] = laid[directory + name] = "a stranger's";
-        laid[directory + "HWT0001Z.~A9"] = "left by a process that was killed";
+        after[directory + running] = laid[directory + running] = "another machine's";
+        laid[directory + std::string(killed)] = "left by a process that was killed";
     }
     Lay(laid);
     EXPECT_EQ(Run(), "1");
     Files now = Content();
     // In a directory that nothing was written in, nothing is removed.
     const auto left =
-        std::erase_if(now, [](const auto& file) { return file.first.ends_with("Z.~A9"); });
+        std::erase_if(now, [&](const auto& file) { return file.first.ends_with(killed); });
     EXPECT_TRUE(now == after);
     EXPECT_LE(left, 1U);
 }

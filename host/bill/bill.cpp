@@ -21,10 +21,10 @@ std::string Unpadded(std::string amount) {
     return amount;
 }
 
-/// The class that a line was rated at, marked when a profile put it in the place of another.
+/// The class that a line was rated at, when a profile has put it in the place of the entered one.
 std::string RatedClass(const RateContext& context, std::size_t line) {
     if (context.LineClassMark[line][0] != '*') return TextOf(context.LineClass[line]);
-    return TextOf(context.ClassTable[context.LineClassIndex[line]]) + "*";
+    return TextOf(context.ClassTable[context.LineClassIndex[line]]);
 }
 
 std::vector<BreakCharge> ReadCharges(const BreakList& list) {
@@ -61,11 +61,11 @@ Bill ReadBill(const RateContext& context, std::vector<std::string> notes) {
     for (std::size_t i = 0; i < std::size(context.LineClass); ++i) {
         const int weight = WeightOf(TextOf(context.LineWeight[i]));
         if (weight == 0) continue;
-        bill.lines.push_back({RatedClass(context, i), weight, TextOf(context.LineRateText[i]),
-                              TextOf(context.LineChargeText[i])});
+        bill.lines.push_back({TextOf(context.LineClass[i]), RatedClass(context, i), weight,
+                              TextOf(context.LineRateText[i]), TextOf(context.LineChargeText[i])});
     }
-    bill.deficit = {"", WeightOf(TextOf(context.ExtraWeightText)), TextOf(context.ExtraRateText),
-                    TextOf(context.ExtraChargeText)};
+    bill.deficit = {"", "", WeightOf(TextOf(context.ExtraWeightText)),
+                    TextOf(context.ExtraRateText), TextOf(context.ExtraChargeText)};
     bill.total_weight = WeightOf(TextOf(context.TotalWeightText));
     bill.billed_weight = WeightOf(TextOf(context.BilledWeightText));
     bill.gross = TextOf(context.GrossChargeText);

@@ -13,7 +13,8 @@ namespace cwt {
 
 /// Weights are whole pounds, rates dollars per hundredweight, charges dollars: decimal texts.
 struct BillLine {
-    std::string class_code;
+    std::string class_code;  ///< As entered.
+    std::string rated_as;    ///< Another where a profile put one in its place.
     int weight = 0;
     std::string rate;
     std::string charge;
@@ -41,8 +42,8 @@ struct Bill {
     std::string rate_code;
     BillPoint origin;
     BillPoint destination;
-    std::vector<BillLine> lines;  ///< A class that a profile put in the place of another ends in *.
-    BillLine deficit;             ///< Weight 0 when there is none.
+    std::vector<BillLine> lines;
+    BillLine deficit;  ///< Weight 0 when there is none.
     int total_weight = 0;
     int billed_weight = 0;
     std::string gross;

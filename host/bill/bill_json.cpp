@@ -31,6 +31,7 @@ Json BillJson(const Bill& bill) {
     Json lines = Json::array();
     for (const BillLine& line : bill.lines) {
         lines.push_back({{"class", line.class_code},
+                         {"rated_as", line.rated_as},
                          {"weight", line.weight},
                          {"rate", line.rate},
                          {"charge", line.charge}});

@@ -22,6 +22,10 @@ std::string LineText(const std::string& name, int weight, const std::string& rat
     return fmt::format("  {:<10}{:>9}{:>12}{:>14}\n", name, weight, rate, charge);
 }
 
+bool IsMapped(const BillLine& line) {
+    return line.rated_as != line.class_code;
+}
+
 std::string AmountText(const std::string& name, const std::string& amount) {
     return fmt::format("  {:<30}{:>15}\n", name, amount);
 }
@@ -38,13 +42,12 @@ std::string ChargesText(const std::vector<BreakCharge>& charges, const char* tit
 
 /// What the bill's marks mean; nothing for one without marks.
 std::string LegendText(const Bill& bill) {
-    const auto is_mapped = [](const BillLine& line) { return line.class_code.ends_with('*'); };
-    const bool mapped = std::ranges::any_of(bill.lines, is_mapped);
+    const bool mapped = std::ranges::any_of(bill.lines, IsMapped);
     const bool raised =
         std::ranges::any_of(bill.minimum_charges, &BreakCharge::raised_to_floor) ||
         std::ranges::any_of(bill.single_shipment_charges, &BreakCharge::raised_to_floor);
     std::string text = mapped || raised ? "\n" : "";
-    if (mapped) text += "  * behind a class: the profile rates another class as this one\n";
+    if (mapped) text += "  * behind a class: the profile rates the entered class as this one\n";
     if (raised) text += "  * behind an amount: raised to the floor of the discount or the lane\n";
     return text;
 }
@@ -60,7 +63,8 @@ std::string BillText(const Bill& bill) {
         bill.tariff, bill.date, bill.rate_code, PointText(bill.origin), PointText(bill.destination),
         "Class", "Pounds", "Rate/cwt", "Charge");
     for (const BillLine& line : bill.lines) {
-        text += LineText(line.class_code, line.weight, line.rate, line.charge);
+        const char* const mark = IsMapped(line) ? "*" : "";
+        text += LineText(line.rated_as + mark, line.weight, line.rate, line.charge);
     }
     if (bill.deficit.weight != 0) {
         text += LineText("deficit", bill.deficit.weight, bill.deficit.rate, bill.deficit.charge);

@@ -34,7 +34,9 @@ int Show(RateContext& context, const std::string& name, bool json) {
 }
 
 int Profiles(const ProfilesOptions& options) {
-    TariffSet set(FindSources(options, "."));
+    const Sources sources = FindSources(options, ".");
+    RequireProfiles(sources.data);
+    TariffSet set(sources);
     return options.name.empty() ? List(set.context(), options.json)
                                 : Show(set.context(), options.name, options.json);
 }

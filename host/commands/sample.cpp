@@ -13,11 +13,16 @@ struct SampleOptions {
 
 int Sample(const SampleOptions& options) {
     const std::filesystem::path directory = PathOf(options.directory);
-    const auto there = hundredweight::samples::FindSampleFile(directory);
-    if (!options.force && !there.empty()) {
-        throw Broken(PathText(there) + ": is there already; --force replaces the sample's files");
+    try {
+        const auto there = hundredweight::samples::FindSampleFile(directory);
+        if (!options.force && !there.empty()) {
+            throw Broken(PathText(there) +
+                         ": is there already; --force replaces the sample's files");
+        }
+        hundredweight::samples::WriteSampleData(directory);
+    } catch (const std::filesystem::filesystem_error& error) {
+        throw Broken(PathText(error.path1()) + ": " + error.code().message());
     }
-    hundredweight::samples::WriteSampleData(directory);
     return kDone;
 }
 

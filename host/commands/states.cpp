@@ -16,7 +16,7 @@ int States(const StatesOptions& options) {
     Refusals refusals;
     for (const std::string& written : options.postal_codes) {
         const std::string postal_code = SpellPostalCode(written);
-        StateAnswer answer = session.StateOf("", postal_code);
+        StateAnswer answer = session.StateOf(postal_code);
         if (answer.refusals.empty()) Print(postal_code + " " + answer.state + "\n");
         refusals.insert(refusals.end(), answer.refusals.begin(), answer.refusals.end());
     }

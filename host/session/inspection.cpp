@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "session/messages.h"
+#include "session/profile_list.h"
 #include "session/session.h"
 #include "session/set_files.h"
 #include "text/field_text.h"
@@ -241,9 +242,14 @@ Json FailureOf(const std::string& file, int32_t code, const std::string& message
 }
 
 /// The first thing that is broken about a set; null when nothing is.
-Json FindFailure(const TariffSet& set, int32_t code, const std::vector<SetFile>& files) {
+Json FindFailure(TariffSet& set, int32_t code, const std::vector<SetFile>& files) {
     try {
         set.RequireReadableFiles();
+        if (code == 0) {
+            set.RequireWholeTables();
+            code = set.LoadTerms();
+        }
+        if (const auto file = set.ProfileFile(); !file.empty()) RequireProfiles(file.parent_path());
     } catch (const Broken& broken) {
         return FailureOf("", code, broken.what());
     }
@@ -263,12 +269,13 @@ Json Inspect(const Sources& sources, const InspectionScope& scope) {
         const int32_t code = set.Load();
         const std::vector<SetFile> files =
             ListSetFiles(Listing(sources.data), sources.set, context);
+        const Json failure = FindFailure(set, code, files);
         const bool dated = OpenLevelFile(&context, (sources.set + ".LVL").c_str()) == 1;
         inspection = {{"set", sources.set},
                       {"directory", PathText(sources.data)},
                       {"rating", scope.engine ? "engine" : "own tables"},
                       {"loads", code == 0},
-                      {"failure", FindFailure(set, code, files)},
+                      {"failure", failure},
                       {"partners", Json::array()},
                       {"files", Files(files)},
                       {"level_date", dated ? Json(TextOf(context.LevelFileDate)) : Json(nullptr)},

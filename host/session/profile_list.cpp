@@ -9,9 +9,11 @@
 #include <string_view>
 
 #include "session/messages.h"
+#include "session/sources.h"
 #include "text/code_page.h"
 #include "text/field_text.h"
 #include "text/nearest_word.h"
+#include "text/path_text.h"
 
 namespace cwt {
 namespace {
@@ -25,7 +27,7 @@ constexpr int32_t kMostZipDiscounts = 150;
 constexpr int32_t kNotFound = 127;
 
 Broken Failure(const RateContext& context) {
-    return Broken(fmt::format("{}: {}", context.UserDir, Describe(context.ErrorCode)));
+    return Broken(fmt::format("{}PROFILE.FIL: {}", context.UserDir, Describe(context.ErrorCode)));
 }
 
 Json ClassMap(const ProfileRecord& profile) {
@@ -44,6 +46,12 @@ Json DiscountSet(const ProfileRecord& profile, std::size_t set) {
     return {{"break_percent", breaks}, {"flat_percent", value(9)}, {"floor", value(10)}};
 }
 
+Json BreakPercents(const ZipDiscountRecord& record) {
+    Json percents = Json::array();
+    for (const auto& percent : record.BreakPercent) percents.push_back(TextOf(percent));
+    return percents;
+}
+
 Json ZipDiscounts(const ProfileRecord& profile) {
     Json records = Json::array();
     const int32_t count = std::clamp(+profile.ZipDiscountCount, 0, kMostZipDiscounts);
@@ -53,6 +61,7 @@ Json ZipDiscounts(const ProfileRecord& profile) {
                            {"origin_to", TextOf(record.OrigHigh)},
                            {"destination_from", TextOf(record.DestLow)},
                            {"destination_to", TextOf(record.DestHigh)},
+                           {"break_percent", BreakPercents(record)},
                            {"flat_percent", TextOf(record.FlatPercent)},
                            {"floor", TextOf(record.Floor)}});
     }
@@ -60,6 +69,15 @@ Json ZipDiscounts(const ProfileRecord& profile) {
 }
 
 }  // namespace
+
+void RequireProfiles(const std::filesystem::path& directory) {
+    const std::filesystem::path file = Listing(directory).Find("PROFILE.FIL");
+    if (file.empty()) throw Broken(PathText(directory) + ": there is no PROFILE.FIL");
+    RequireReadable(file);
+    RequireWritable(file);
+    RequireWholeRecords(file, sizeof(ProfileRecord));
+    if (file_size(file) == 0) throw Broken(PathText(file) + ": there are no profiles in it");
+}
 
 std::vector<std::string> ProfileNames(RateContext& context) {
     context.ErrorCode = 0;

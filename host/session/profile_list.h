@@ -3,6 +3,7 @@
 
 #include <hundredweight/rate_context.h>
 
+#include <filesystem>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
@@ -10,6 +11,10 @@
 #include "shipment/refusal.h"
 
 namespace cwt {
+
+/// Throws Broken when a directory has no file of whole profiles that may be read and written; the
+/// library opens it for both.
+void RequireProfiles(const std::filesystem::path& directory);
 
 /// The names of all profiles of a record's directory. Throws Broken when there is no profile file,
 /// or it cannot be read.

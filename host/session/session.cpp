@@ -3,12 +3,15 @@
 #include <fmt/core.h>
 #include <hundredweight/exports.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <utility>
 
 #include "session/messages.h"
 #include "session/profile_list.h"
+#include "session/set_files.h"
 #include "session/shipment_entry.h"
+#include "shipment/spelling.h"
 #include "text/code_page.h"
 #include "text/field_text.h"
 #include "text/path_text.h"
@@ -43,8 +46,16 @@ Session::Session(const Sources& sources)
     : sources_(sources), set_(sources), engine_(sources.engine), context_(&set_.context()) {
     int32_t code = set_.Load();
     set_.RequireReadableFiles();
-    if (code == 0) code = set_.LoadTerms();
-    if (code != 0) throw Broken(fmt::format("{}: {}", PathText(sources_.data), Describe(code)));
+    if (code == 0) {
+        set_.RequireWholeTables();
+        code = set_.LoadTerms();
+    }
+    if (code != 0) {
+        const std::string extension =
+            FileOfCode(code, ListSetFiles(Listing(sources_.data), sources_.set, *context_));
+        const std::string name = extension.empty() ? "" : sources_.set + "." + extension;
+        throw Broken(fmt::format("{}: {}", PathText(sources_.data / name), Describe(code)));
+    }
     StartEngine();
     loaded_ = std::make_unique<RateContext>(*context_);
     if (!said_.empty()) RequireWorkingEngine();
@@ -116,13 +127,12 @@ void Session::Restore() {
 
 Refusals Session::ApplyProfile(const std::string& name) {
     RateContext& context = *context_;
-    const Listing listing(sources_.data);
-    if (const auto file = listing.Find("PROFILE.FIL"); !file.empty()) RequireReadable(file);
+    RequireProfiles(sources_.data);
     if (!ReadProfileFile(&context)) Break(PathText(sources_.data), context.ErrorCode);
     if (!LoadProfile(context, name)) return {UnknownProfile(context, name)};
     LoadProfileSettings(&context);
     if (context.Profile.DiscModeZ != 0 && context.DiscountOn != 0) {
-        const auto table = listing.Find(name + ".ZP6");
+        const auto table = Listing(sources_.data).Find(name + ".ZP6");
         if (!table.empty()) RequireReadable(table);
     }
     // The set's table is kept for the shipments to come.
@@ -159,6 +169,21 @@ Refusals Session::LayOutTariff(const Shipment& shipment) {
     return CheckLines(shipment, context);
 }
 
+/// What the lists by weight break cannot say: they are in whole dollars, and know the tariff's
+/// breaks alone.
+void Session::NoteRounding(const Shipment& shipment) {
+    const double floor = shipment.discount ? shipment.discount->floor : 0;
+    if (floor != std::floor(floor)) {
+        notes_.push_back(fmt::format("discount.floor: the charges by weight break are raised to {}",
+                                     std::floor(floor)));
+    }
+    if (shipment.surcharge && shipment.surcharge->break_index >= context_->WeightBreakCount) {
+        notes_.push_back(fmt::format(
+            "surcharge: the tariff has {} weight breaks, so low_percent is taken at every weight",
+            +context_->WeightBreakCount));
+    }
+}
+
 /// An engine is sent, and knows, no more of a city than that.
 void Session::NoteCutCity(const char* point, const std::string& city) {
     constexpr std::size_t kSent = sizeof EngineRateRecord{}.OrigCity;
@@ -193,8 +218,13 @@ Refusals Session::AskServiceGuide() {
     return {RefusalOf("service_guide", context_->ErrorCode)};
 }
 
-StateAnswer Session::StateOf(const std::string& place, const std::string& postal_code) {
-    return FindState(*context_, place, postal_code);
+StateAnswer Session::StateOf(const std::string& postal_code) {
+    Restore();
+    const std::optional<std::string> bytes = ToCodePage(postal_code);
+    if (!bytes || !SetBytes(context_->OrigZip, *bytes) || VerOrigZip(context_) == 0) {
+        return {"", {{"", "this is no postal code", 0, postal_code, PostalCodeForms()}}};
+    }
+    return FindState(*context_, "", postal_code);
 }
 
 Outcome Session::Rate(const Shipment& shipment, int request_code) {
@@ -204,6 +234,9 @@ Outcome Session::Rate(const Shipment& shipment, int request_code) {
     if (refusals.empty() && shipment.service_guide) refusals = AskServiceGuide();
     if (!refusals.empty()) return refusals;
     LoadDiscounts(&context, nullptr, kSettleList);
+    refusals = CheckDiscounts(context);
+    if (!refusals.empty()) return refusals;
+    NoteRounding(shipment);
     context.ErrorCode = 0;
     // No minimum is left over from before the load.
     context.ZmcMinimum = 0;

@@ -36,8 +36,8 @@ class Session {
     /// passed on to the engine.
     Outcome Rate(const Shipment& shipment, int request_code);
 
-    /// The state of a postal code.
-    StateAnswer StateOf(const std::string& place, const std::string& postal_code);
+    /// The state of a postal code that a shipment could have.
+    StateAnswer StateOf(const std::string& postal_code);
 
     /// Loads and starts the service guide, unless that is done.
     void StartServiceGuide();
@@ -64,6 +64,7 @@ class Session {
     void Restore();
     Refusals ApplyProfile(const std::string& name);
     Refusals LayOutTariff(const Shipment& shipment);
+    void NoteRounding(const Shipment& shipment);
     void NoteCutCity(const char* point, const std::string& city);
     Refusals Check(const Shipment& shipment);
     Refusals AskServiceGuide();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 #include <system_error>
 
 namespace cwt {
@@ -99,8 +100,16 @@ const FileFacts kFiles[] = {
     {"DEF", 348, Never, {240, 244}, kOptional},
     {"DIS", 605, Never, {250, 254}, kOptional},
     {"COZ", 6, Never, {150, 151}, kOptional},
-    {"LVL", 18, Never, {300, 302, 304}, kOptional},
+    {"LVL", 18, Always, {300, 302, 304}, kOptional},
 };
+
+/// Of the others, a record alone is read, and what is behind it is the host's.
+bool IsTable(std::string_view extension) {
+    constexpr std::string_view kTables[] = {"ACC", "SCC", "ZP6", "WGT", "CLS", "ZP7", "LA",
+                                            "RBA", "LMC", "LCA", "ADJ", "TBL", "ZMC", "CBS",
+                                            "CMT", "SZP", "DCH", "COZ", "LVL"};
+    return std::ranges::find(kTables, extension) != std::end(kTables);
+}
 
 void Find(const Listing& directory, const std::string& name, SetFile& file) {
     file.path = directory.Find(name);
@@ -121,7 +130,8 @@ std::vector<SetFile> ListSetFiles(const Listing& directory, const std::string& s
     for (const FileFacts& facts : kFiles) {
         SetFile file = {.extension = facts.extension,
                         .need = facts.required(context) ? kRequired : facts.otherwise,
-                        .record_size = facts.record_size};
+                        .record_size = facts.record_size,
+                        .is_table = IsTable(facts.extension)};
         Find(directory, set + "." + facts.extension, file);
         if (file.path.empty() && facts.fallback != nullptr) {
             Find(directory, set + "." + facts.fallback, file);

@@ -22,7 +22,8 @@ struct SetFile {
     Need need = Need::kOptional;
     std::filesystem::path path = {};          ///< Empty when the file is missing.
     std::optional<std::uintmax_t> size = {};  ///< Bytes; nothing for what is no regular file.
-    int record_size = 0;  ///< Bytes; 0 when the file is not one of equal records.
+    int record_size = 0;    ///< Bytes; 0 when the file is not one of equal records.
+    bool is_table = false;  ///< Of any number of records.
 
     std::uintmax_t records() const { return *size / static_cast<std::uintmax_t>(record_size); }
     std::uintmax_t stray_bytes() const { return *size % static_cast<std::uintmax_t>(record_size); }

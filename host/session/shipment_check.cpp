@@ -25,11 +25,8 @@ bool CheckPoint(RateContext& context, int32_t(HWT_CALL* verify)(RateContext*),
                 Refusals& refusals) {
     const std::string place = name + ".zip";
     if (verify(&context) == 0) {
-        refusals.push_back({place,
-                            MessageOf(context.ErrorCode),
-                            context.ErrorCode,
-                            point.zip,
-                            {std::begin(kPostalCodeForms), std::end(kPostalCodeForms)}});
+        refusals.push_back(
+            {place, MessageOf(context.ErrorCode), context.ErrorCode, point.zip, PostalCodeForms()});
         return false;
     }
     StateAnswer answer = FindState(context, place, point.zip);

@@ -3,8 +3,10 @@
 #include <fmt/format.h>
 
 #include <cmath>
+#include <iterator>
 
 #include "session/messages.h"
+#include "shipment/spelling.h"
 #include "text/code_page.h"
 #include "text/decimals.h"
 #include "text/field_text.h"
@@ -28,11 +30,21 @@ class Entry {
              int32_t code = 0) {
         const std::optional<std::string> bytes = ToCodePage(text);
         if (bytes && SetBytes(field, *bytes)) return;
-        const std::string reason = bytes ? fmt::format("longer than {} characters", Size - 1)
-                                         : std::string("a character that the data cannot hold");
+        const std::string reason = bytes ? fmt::format("at most {} characters", Size - 1)
+                                         : std::string("characters that the data can hold");
         refusals_.push_back(
-            {place, code == 0 ? reason : MessageOf(code) + " " + reason, code, text});
+            {place, code == 0 ? "the text does not fit" : MessageOf(code), code, text, {reason}});
     }
+
+    template <std::size_t Size>
+    void PutPostalCode(char (&field)[Size], const std::string& place, const std::string& text,
+                       int32_t code) {
+        const std::size_t before = refusals_.size();
+        Put(field, place, text, code);
+        if (refusals_.size() > before) refusals_.back().alternatives = PostalCodeForms();
+    }
+
+    void Refuse(Refusal refusal) { refusals_.push_back(std::move(refusal)); }
 
     void Require(bool holds, const std::string& place, int32_t code) {
         if (!holds) refusals_.push_back(RefusalOf(place, code));
@@ -54,7 +66,7 @@ void EnterLines(const Shipment& shipment, RateContext& context, Entry& entry) {
     }
 }
 
-/// Switches the entered values on, over what profile and defaults say.
+/// Switches the entered values on, over what file, profile and defaults say.
 void EnterDiscount(const Discount& discount, RateContext& context, Entry& entry) {
     const auto put = [&](auto& field, const std::string& place, double value, double highest,
                          int32_t code) {
@@ -64,6 +76,7 @@ void EnterDiscount(const Discount& discount, RateContext& context, Entry& entry)
     };
     context.DiscountOn = 1;
     context.Profile.DiscModeP = 1;
+    context.DefModeZ = 0;
     put(context.EntryDiscountPercent, "discount.percent", discount.percent, 99.99,
         kDiscountTooHigh);
     put(context.EntryFlatPercent, "discount.flat_percent", discount.flat_percent, 99.99,
@@ -89,10 +102,13 @@ double FactorSteps(const RateContext& context) {
     return double{factor} * kStep;
 }
 
-char EnterLetter(const std::string& place, const std::string& letter, Entry& entry) {
-    char field[2] = " ";
-    if (!letter.empty()) entry.Put(field, place, letter);
-    return field[0];
+/// The letter of a territory; 'N', which serves nobody, for none.
+char EnterTerritory(const std::string& place, const std::string& territory, Entry& entry) {
+    const std::string letter = UpperCase(territory);
+    constexpr std::string_view kLetters = "BFTXYN";
+    if (letter.size() == 1 && kLetters.find(letter) != kLetters.npos) return letter[0];
+    entry.Refuse({place, "no territory", 0, territory, {"B", "F", "T", "X", "Y", "N"}});
+    return 'N';
 }
 
 }  // namespace
@@ -101,15 +117,15 @@ Refusals EnterShipment(const Shipment& shipment, RateContext& context) {
     Entry entry;
     const Point& origin = shipment.origin;
     const Point& destination = shipment.destination;
-    entry.Put(context.OrigZip, "origin.zip", origin.zip, kOriginZip);
+    entry.PutPostalCode(context.OrigZip, "origin.zip", origin.zip, kOriginZip);
     entry.Put(context.OrigCity, "origin.city", origin.city);
     entry.Put(context.OrigState, "origin.state", origin.state);
-    context.OrigTerritory = EnterLetter("origin.territory", origin.territory, entry);
+    context.OrigTerritory = EnterTerritory("origin.territory", origin.territory, entry);
     context.OrigIntrastate = origin.intrastate ? 'Y' : 'N';
-    entry.Put(context.DestZip, "destination.zip", destination.zip, kDestinationZip);
+    entry.PutPostalCode(context.DestZip, "destination.zip", destination.zip, kDestinationZip);
     entry.Put(context.DestCity, "destination.city", destination.city);
     entry.Put(context.DestState, "destination.state", destination.state);
-    context.DestTerritory = EnterLetter("destination.territory", destination.territory, entry);
+    context.DestTerritory = EnterTerritory("destination.territory", destination.territory, entry);
     EnterLines(shipment, context, entry);
     if (shipment.tariff) entry.Put(context.TariffName, "tariff", *shipment.tariff);
     if (shipment.factor) context.RateFactor = static_cast<float>(*shipment.factor);
@@ -131,6 +147,19 @@ Refusals CheckFactor(const Shipment& shipment, const RateContext& context) {
             fmt::format(", times the defaults' conversion rate {}", +context.ConversionRate);
     }
     return {refusal};
+}
+
+Refusals CheckDiscounts(const RateContext& context) {
+    constexpr double kEndOfList = 99.985;  // Percent that two decimals round to 99.99 or more.
+    for (std::size_t i = 0; i < std::size(context.DiscountBreakPercent); ++i) {
+        const float percent = context.DiscountBreakPercent[i];
+        if (context.DiscountOn == 0 || double{percent} < kEndOfList) continue;
+        Refusal refusal = RefusalOf("discount", kDiscountTooHigh);
+        refusal.written = fmt::to_string(percent);
+        refusal.alternatives = {"0 to 99.98 at a weight break"};
+        return {refusal};
+    }
+    return {};
 }
 
 std::string FactorNote(const RateContext& context) {

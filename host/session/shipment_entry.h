@@ -17,6 +17,10 @@ Refusals EnterShipment(const Shipment& shipment, RateContext& context);
 /// four decimals and one digit before them, and would cut any other. Nothing when it holds.
 Refusals CheckFactor(const Shipment& shipment, const RateContext& context);
 
+/// What is wrong with the discount list of all sources: an engine is sent 99.99 percent as the end
+/// of the list, and would give no discount. Nothing when it holds.
+Refusals CheckDiscounts(const RateContext& context);
+
 /// Tells of a factor that the rate record rounds; empty when it does not.
 std::string FactorNote(const RateContext& context);
 

@@ -2,23 +2,18 @@
 
 #include <fmt/core.h>
 
-#include <cctype>
 #include <cerrno>
 #include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <system_error>
 
 #include "session/messages.h"
+#include "shipment/spelling.h"
 #include "text/path_text.h"
 
 namespace cwt {
 namespace {
-
-std::string UpperCase(std::string text) {
-    for (char& character : text) {
-        character = static_cast<char>(std::toupper(static_cast<unsigned char>(character)));
-    }
-    return text;
-}
 
 Broken Failure(const std::filesystem::path& path, const std::string& reason) {
     return Broken(fmt::format("{}: {}", PathText(path), reason));
@@ -57,7 +52,7 @@ std::filesystem::path FindDataDirectory(const std::filesystem::path& given,
                                         const std::filesystem::path& start,
                                         const std::string& set) {
     if (!given.empty()) {
-        if (HoldsSet(given, set)) return given;
+        if (!Listing(given).Find(set + ".SET").empty()) return given;
         throw Broken(fmt::format("no tariff set {} in {}", set, PathText(given)));
     }
     const std::filesystem::path lowest = (absolute(start) / ".").lexically_normal().parent_path();
@@ -67,6 +62,22 @@ std::filesystem::path FindDataDirectory(const std::filesystem::path& given,
     }
     throw Broken(
         fmt::format("no tariff set {} in {} or above; give --data", set, PathText(lowest)));
+}
+
+void RequireWholeRecords(const std::filesystem::path& file, std::uintmax_t record_size) {
+    std::ifstream stream(file, std::ios::binary);
+    const std::string content(std::istreambuf_iterator<char>(stream), {});
+    const std::size_t whole = content.size() / record_size * record_size;
+    constexpr std::string_view kFillers("\x1A \0\r\n", 5);
+    if (content.find_first_not_of(kFillers, whole) == content.npos) return;
+    throw Failure(file, fmt::format("it ends within a record, {} bytes behind the last whole one",
+                                    content.size() - whole));
+}
+
+void RequireWritable(const std::filesystem::path& file) {
+    std::FILE* const stream = std::fopen(file.string().c_str(), "r+b");
+    if (stream == nullptr) throw Failure(file, std::generic_category().message(errno));
+    std::fclose(stream);
 }
 
 void RequireReadable(const std::filesystem::path& file) {

@@ -1,6 +1,7 @@
 // Where a run finds its files.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -32,7 +33,12 @@ class Listing {
 std::filesystem::path FindDataDirectory(const std::filesystem::path& given,
                                         const std::filesystem::path& start, const std::string& set);
 
-/// Throws Broken, with the reason, when a file cannot be read to its end.
+/// Throw Broken, with the reason, when a file cannot be written, or read to its end.
+void RequireWritable(const std::filesystem::path& file);
 void RequireReadable(const std::filesystem::path& file);
+
+/// Throws Broken when a file of equal records ends within one: it has been cut short, or damaged.
+/// What fills a file up (Ctrl-Z, blanks, zeros, line ends) is allowed.
+void RequireWholeRecords(const std::filesystem::path& file, std::uintmax_t record_size);
 
 }  // namespace cwt

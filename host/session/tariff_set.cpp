@@ -51,6 +51,9 @@ int32_t TariffSet::LoadTerms() {
     if (OpenLevelFile(context_.get(), (sources_.set + ".LVL").c_str()) == 0) {
         return context_->ErrorCode;
     }
+    if (TextOf(context_->LevelFileDate).size() != sizeof context_->LevelFileDate) {
+        throw Broken(fmt::format("{}: the level file has no date", PathText(sources_.data)));
+    }
     if (ReadDiscFile(context_.get()) == 1) return 0;
     if (context_->ErrorCode != kNoDiscounts) return context_->ErrorCode;
     // A set without discount columns of its own has its discounts by the tariff's weight breaks.
@@ -69,6 +72,13 @@ void TariffSet::RequireReadableFiles() const {
     if (error) return;
     const std::filesystem::path discounts = Listing(current).Find(sources_.set + ".DIS");
     if (!discounts.empty()) RequireReadable(discounts);
+}
+
+void TariffSet::RequireWholeTables() const {
+    for (const SetFile& file : ListSetFiles(Listing(sources_.data), sources_.set, *context_)) {
+        if (file.need == Need::kNotRead || !file.is_table || !file.size) continue;
+        RequireWholeRecords(file.path, static_cast<unsigned>(file.record_size));
+    }
 }
 
 }  // namespace cwt

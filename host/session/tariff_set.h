@@ -27,9 +27,15 @@ class TariffSet {
     /// Reads the level file and the discounts. Result as above.
     int32_t LoadTerms();
 
+    /// The file of the profiles; an empty path when there is none.
+    std::filesystem::path ProfileFile() const { return Listing(sources_.data).Find("PROFILE.FIL"); }
+
     /// Throws Broken for a file that is there but cannot be read: the library takes it for one that
     /// is not there, and would go on without it.
     void RequireReadableFiles() const;
+
+    /// Throws Broken for a table that ends within a record.
+    void RequireWholeTables() const;
 
  private:
     Sources sources_;

@@ -89,7 +89,8 @@ Json ParseJson(std::string_view text, Refusals& refusals) {
                                return true;
                            });
     } catch (const Json::parse_error& error) {
-        refusals = {{LineAndColumn(text, error.byte), "this is no JSON, or it ends too early"}};
+        refusals = {
+            {LineAndColumn(text, error.byte), "this is no JSON in UTF-8, or it ends too early"}};
     } catch (const Json::out_of_range&) {
         refusals = {{"", "a number is too large for JSON"}};
     }

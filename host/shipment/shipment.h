@@ -14,7 +14,7 @@ struct Point {
     std::string city;
     std::string state;            ///< Empty: that of the postal code.
     std::string territory = "B";  ///< Served as origin and as destination.
-    bool intrastate = true;       ///< Shipments within the state are served from here.
+    bool intrastate = true;       ///< Of an origin: it serves points in its own state.
 };
 
 struct ShipmentLine {

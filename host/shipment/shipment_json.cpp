@@ -135,15 +135,25 @@ class Section {
     Refusals& refusals_;
 };
 
-Point ReadPoint(const Section& section) {
-    section.AllowOnly({"zip", "city", "state", "territory", "intrastate"});
+Point ReadPointFields(const Section& section) {
     Point point;
     point.zip = section.PostalCode("zip");
     point.city = section.TextOr("city", "");
     point.state = section.TextOr("state", "");
     point.territory = section.TextOr("territory", point.territory);
+    return point;
+}
+
+Point ReadOrigin(const Section& section) {
+    section.AllowOnly({"zip", "city", "state", "territory", "intrastate"});
+    Point point = ReadPointFields(section);
     point.intrastate = section.FlagOr("intrastate", point.intrastate);
     return point;
+}
+
+Point ReadDestination(const Section& section) {
+    section.AllowOnly({"zip", "city", "state", "territory"});
+    return ReadPointFields(section);
 }
 
 std::vector<ShipmentLine> ReadLines(const Section& shipment, Refusals& refusals) {
@@ -196,8 +206,8 @@ Refusals ReadShipmentJson(std::string_view text, Shipment& shipment) {
     section.AllowOnly({"description", "origin", "destination", "lines", "tariff", "profile",
                        "factor", "discount", "surcharge", "service_guide"});
     shipment.description = section.TextOr("description", "");
-    shipment.origin = section.Child("origin", ReadPoint);
-    shipment.destination = section.Child("destination", ReadPoint);
+    shipment.origin = section.Child("origin", ReadOrigin);
+    shipment.destination = section.Child("destination", ReadDestination);
     shipment.lines = ReadLines(section, refusals);
     if (section.Has("tariff")) shipment.tariff = section.Text("tariff");
     if (section.Has("profile")) shipment.profile = section.Text("profile");

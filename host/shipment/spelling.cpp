@@ -21,6 +21,8 @@ std::string_view WithoutBlanksAround(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
+}  // namespace
+
 std::string UpperCase(std::string_view text) {
     std::string upper(text);
     for (char& character : upper) {
@@ -29,12 +31,11 @@ std::string UpperCase(std::string_view text) {
     return upper;
 }
 
-}  // namespace
-
 std::string SpellPostalCode(std::string_view written) {
     std::string code = UpperCase(WithoutBlanksAround(written));
     const std::string shape = ShapeOf(code);
-    if (shape == "99999-9999" || shape == "99999 9999") return code.substr(0, 5);
+    if (shape == "99999-9999" || shape == "99999 9999" || shape == "999999999")
+        return code.substr(0, 5);
     if (shape == "A9A 9A9" || shape == "A9A-9A9") return code.substr(0, 3) + code.substr(4);
     if (shape == "99999 A" && code.back() == 'M') return code.substr(0, 5) + 'M';
     return code;

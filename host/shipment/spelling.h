@@ -5,13 +5,18 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cwt {
 
+/// A text with its ASCII letters in capitals.
+std::string UpperCase(std::string_view text);
+
 /// The forms of a postal code, for complaints.
-inline constexpr const char* kPostalCodeForms[] = {"a ZIP of five digits (30303)",
-                                                   "a Mexican code of five digits and M (64000M)",
-                                                   "a Canadian postal code (M5H2N2)"};
+inline std::vector<std::string> PostalCodeForms() {
+    return {"a ZIP of five digits (30303)", "a Mexican code of five digits and M (64000M)",
+            "a Canadian postal code (M5H2N2)"};
+}
 
 /// "m5h 2n2" as "M5H2N2", "30303-1234" as "30303", "64000 m" as "64000M".
 std::string SpellPostalCode(std::string_view written);

@@ -32,7 +32,7 @@ std::vector<std::string> NearestWord(std::string_view written,
                                      std::span<const std::string_view> known) {
     if (written.size() > kLongestWord) return {};
     std::string_view nearest;
-    std::size_t least = written.size() / 3 + 2;
+    std::size_t least = written.size() / 3 + 1;
     for (const std::string_view word : known) {
         const std::size_t distance = Distance(written, word);
         if (distance < least && distance < word.size()) {

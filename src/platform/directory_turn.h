@@ -5,9 +5,9 @@
 
 namespace hundredweight::platform {
 
-/// A turn to change files of a directory. While it lasts no other process that waits for its turn
-/// changes one, so that a file which is there to be converted can be looked at again. Temporaries
-/// that a killed process left are removed when the turn is taken.
+/// A turn to change files of a directory. While it lasts no other process of the machine that waits
+/// for its turn changes one, so that a file which is there to be converted can be looked at again.
+/// Temporaries that a killed process left are removed when the turn is taken.
 class DirectoryTurn {
  public:
     /// Waits for the turn in the directory that a path's file really lies in, up to ten seconds.
@@ -18,8 +18,8 @@ class DirectoryTurn {
 
     /// Whether files may be changed.
     explicit operator bool() const { return state_ != State::kNotTaken; }
-    /// Whether nobody else changes files now. Where the system cannot tell, files may be changed
-    /// all the same, each through a temporary that no other process names.
+    /// Whether no other process of the machine changes files now. Where the system cannot tell,
+    /// files may be changed all the same, each through a temporary that no other process names.
     bool alone() const { return state_ == State::kAlone; }
     /// Whether a path's file lies in this directory.
     bool Covers(const char* path) const;

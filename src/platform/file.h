@@ -60,8 +60,12 @@ bool RenameUnlessExists(const char* from, const char* to);
 
 void RemoveFile(const char* path);
 
-/// What tells this process from others that run now.
+/// What tells this process from others that run now, and this machine from most others.
 uint32_t ProcessNumber();
+uint32_t MachineNumber();
+
+/// Whether a process of this machine runs.
+bool ProcessRuns(uint32_t process);
 
 /// The start of a path that names its directory, with the last separator that the system knows;
 /// empty for the current one.

@@ -7,8 +7,11 @@ namespace {
 
 constexpr int kAttempts = 100;
 
+/// Empty when it does not fit.
 SystemPath PathBeside(std::string_view path, std::string_view name) {
-    return SystemPath(DirectoryOf(path)).Append(name);
+    const std::string_view directory = DirectoryOf(path);
+    if (directory.size() + name.size() > kLongestSystemPath) return {};
+    return SystemPath(directory).Append(name);
 }
 
 /// Writes a file of a name that nothing has, in a path's directory. Another process may be first to
@@ -17,6 +20,7 @@ template <class Write>
 WriteOutcome WriteTemporary(std::string_view path, SystemPath& temporary, Write write) {
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         temporary = PathBeside(path, MakeTemporaryName());
+        if (temporary.empty()) break;
         const WriteOutcome outcome = write(temporary.c_str());
         if (outcome != WriteOutcome::kNotCreated || !FileExists(temporary.c_str())) return outcome;
     }
@@ -54,6 +58,7 @@ Replacement::~Replacement() {
 WriteOutcome Replacement::Write(const void* content, std::size_t size, const char* model) {
     if (path_.empty() || (own_turn_ && !*own_turn_)) return WriteOutcome::kNotCreated;
     SystemPath temporary = working_path_;
+    if (model == nullptr) model = path_.c_str();
     const auto write = [&](const char* name) { return WriteNewFile(name, content, size, model); };
     WriteOutcome outcome = WriteOutcome::kNotCreated;
     if (working_path_.empty()) {
@@ -75,7 +80,7 @@ bool Replacement::TakeName() {
 WriteOutcome ReplaceFile(const DirectoryTurn& turn, const char* path, const void* content,
                          std::size_t size) {
     Replacement replacement(turn, path);
-    const WriteOutcome outcome = replacement.Write(content, size, path);
+    const WriteOutcome outcome = replacement.Write(content, size);
     if (outcome != WriteOutcome::kWritten || replacement.TakeName()) return outcome;
     return WriteOutcome::kNotCreated;
 }

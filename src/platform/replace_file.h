@@ -23,8 +23,13 @@ class Replacement {
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
 
-    /// The new file gets the owner and the rights of a model when that is there.
-    WriteOutcome Write(const void* content, std::size_t size, const char* model);
+    /// The file that is replaced, of the letters and at the place that it has; empty when it cannot
+    /// be.
+    const char* path() const { return path_.c_str(); }
+
+    /// The new file gets the owner and the rights of a model, when that is there; of the file that
+    /// it replaces unless told.
+    WriteOutcome Write(const void* content, std::size_t size, const char* model = nullptr);
     bool TakeName();
 
  private:

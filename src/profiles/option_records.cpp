@@ -99,18 +99,14 @@ bool Convert(const platform::DirectoryTurn& turn, const PathText& path, const Wh
     const std::size_t count = old_size / kOldRecordSize;
     const Block<> records = ConvertRecords(options, count);
     if (!records) return false;
-    const auto keep_old = [&] {
-        platform::Replacement kept(turn, backup.c_str());
-        return kept.Write(options.block.get(), old_size, path.c_str()) == WriteOutcome::kWritten &&
-               kept.TakeName();
-    };
     platform::Replacement converted(turn, path.c_str(), kWorkingFile);
-    // The earlier backup is given up when the new content is safe. A link may have led it to the
-    // option file itself, which then is not replaced.
-    return converted.Write(records.get(), count * kRecordSize, path.c_str()) ==
-               WriteOutcome::kWritten &&
-           keep_old() && !platform::IsSameFile(backup.c_str(), path.c_str()) &&
-           converted.TakeName();
+    platform::Replacement kept(turn, backup.c_str());
+    // A link may lead the backup to the option file itself, which then is not replaced.
+    if (platform::IsSameFile(kept.path(), converted.path())) return false;
+    // The earlier backup is given up when the new content is safe.
+    return converted.Write(records.get(), count * kRecordSize) == WriteOutcome::kWritten &&
+           kept.Write(options.block.get(), old_size, converted.path()) == WriteOutcome::kWritten &&
+           kept.TakeName() && converted.TakeName();
 }
 
 enum class Layout { kCurrent, kOld, kUnknown };

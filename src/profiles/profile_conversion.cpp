@@ -51,8 +51,8 @@ bool ConvertProfiles(const RateContext& context, const platform::DirectoryTurn& 
     const std::size_t zip_length = context.ZipLength[0] == '3' ? 3 : 5;
     for (int32_t i = 0; i < count; ++i) MoveLeadingStatesBack(profiles[i], zip_length);
     platform::Replacement converted(turn, path.c_str(), kWorkingFile);
-    return converted.Write(profiles, static_cast<std::size_t>(count) * kProfileSize,
-                           path.c_str()) == platform::WriteOutcome::kWritten &&
+    return converted.Write(profiles, static_cast<std::size_t>(count) * kProfileSize) ==
+               platform::WriteOutcome::kWritten &&
            converted.TakeName();
 }
 

@@ -40,12 +40,15 @@ platform::WriteOutcome MakeFirstFile(RateContext& context, const platform::Direc
 /// Makes sure that there is a profile file, which another process may be making too.
 FirstFile PrepareFirstFile(RateContext& context, const PathText& path) {
     if (path.empty()) return FirstFile::kFailed;
+    const char was_current = context.ProfileFileCurrent;
     const platform::DirectoryTurn turn(path.c_str());
     // What is there is the user's, and is not touched.
     if (turn && !platform::FileExists(path.c_str()) &&
         MakeFirstFile(context, turn, path) == platform::WriteOutcome::kWritten) {
         return FirstFile::kMade;
     }
+    // Of a file that somebody else has made, nothing is known.
+    context.ProfileFileCurrent = was_current;
     return OpenForUpdate(path) ? FirstFile::kThere : FirstFile::kFailed;
 }
 

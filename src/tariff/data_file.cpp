@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::size_t kLongestBaseName = 8;
 
-/// Whether a character may stand in a file's name on every system: none that leads out of the
-/// directory, and none that controls a device.
+/// Whether a character may stand in a file's name: none that leads out of the directory on any
+/// system, and no control character.
 bool MayBeInName(char character) {
     constexpr std::string_view kLeadingOut = "/\\:\x7F";
     return static_cast<unsigned char>(character) >= ' ' &&
@@ -18,7 +18,7 @@ bool MayBeInName(char character) {
 }
 
 /// Directory and name, without the blanks that pad short names and that the files' home system
-/// ignores. Empty when the name is or is none, or when the path does not fit.
+/// ignores. Empty when the name is empty or none of a file's, or when the path does not fit.
 PathText JoinPath(std::string_view directory, std::string_view name) {
     name = name.substr(0, name.find_last_not_of(' ') + 1);
     if (!std::all_of(name.begin(), name.end(), MayBeInName)) return {};

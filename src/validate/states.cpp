@@ -85,7 +85,7 @@ int32_t HWT_CALL GetStateCode(RateContext* context, const char* postal_code, cha
 
 int32_t HWT_CALL GetZipcIndex(RateContext* context, const char* key) {
     Prefix prefix = {};
-    CopyText(prefix, key);
+    CopyText(prefix, TerminatedText(key, sizeof prefix));
     const SccRecord* const range = FindRange(*context, prefix);
     if (range == nullptr) return -1;
     return static_cast<int32_t>(range - reinterpret_cast<const SccRecord*>(context->SccTable));

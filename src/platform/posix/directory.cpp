@@ -49,7 +49,8 @@ EntryName FindIgnoringCase(DIR* directory, std::string_view wanted, Kind kind) {
     EntryName found;
     if (directory == nullptr) return found;
     while (const dirent* entry = readdir(directory)) {
-        if (!EqualIgnoringCase(entry->d_name, wanted)) continue;
+        if (wanted.size() >= sizeof found.text || !EqualIgnoringCase(entry->d_name, wanted))
+            continue;
         if (!found.empty() && std::strcmp(found.text, entry->d_name) < 0) continue;
         if (IsOfKind(directory, entry->d_name, kind)) {
             std::memcpy(found.text, entry->d_name, std::strlen(entry->d_name) + 1);

@@ -19,7 +19,6 @@ namespace {
 using std::chrono::steady_clock;
 constexpr std::chrono::seconds kLongestWait(10);
 constexpr std::chrono::milliseconds kPause(2);
-constexpr std::time_t kStaleAge = 3600;  // Seconds.
 
 enum class Locking { kLocked, kBusy, kUnknown };
 
@@ -34,14 +33,14 @@ Locking Lock(int directory) {
     return Locking::kLocked;
 }
 
-/// Removes the temporaries of a directory that have not been changed for a while.
-void RemoveTemporaries(DIR* directory, std::time_t age) {
+/// Removes the temporaries of a directory that nobody finishes any more.
+void RemoveTemporaries(DIR* directory, bool alone) {
     const std::time_t now = std::time(nullptr);
     while (const dirent* entry = readdir(directory)) {
         struct stat status = {};
-        if (IsTemporaryName(entry->d_name) &&
+        if (std::string_view(entry->d_name).starts_with("HWT") &&
             fstatat(dirfd(directory), entry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-            S_ISREG(status.st_mode) && (age == 0 || now - status.st_mtime > age)) {
+            S_ISREG(status.st_mode) && IsAbandoned(entry->d_name, now - status.st_mtime, alone)) {
             Uninterrupted([&] { return unlinkat(dirfd(directory), entry->d_name, 0); });
         }
     }
@@ -75,7 +74,7 @@ DirectoryTurn::DirectoryTurn(const char* path) {
         if (lock_ < 0) return;
     }
     state_ = locking == Locking::kLocked ? State::kAlone : State::kUnguarded;
-    RemoveTemporaries(directory.get(), alone() ? 0 : kStaleAge);
+    RemoveTemporaries(directory.get(), alone());
 }
 
 DirectoryTurn::~DirectoryTurn() {

@@ -1,9 +1,11 @@
 #include "platform/file.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <functional>
 #include <limits>
 #include <string_view>
 
@@ -108,6 +110,16 @@ void CloseFile(int descriptor) {
 
 uint32_t ProcessNumber() {
     return static_cast<uint32_t>(getpid());
+}
+
+uint32_t MachineNumber() {
+    char name[256] = "";
+    gethostname(name, sizeof name - 1);
+    return static_cast<uint32_t>(std::hash<std::string_view>()(name));
+}
+
+bool ProcessRuns(uint32_t process) {
+    return process != 0 && (kill(static_cast<pid_t>(process), 0) == 0 || errno == EPERM);
 }
 
 std::string_view DirectoryOf(std::string_view path) {

@@ -3,7 +3,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 #include "platform/file.h"
 #include "platform/posix/directory.h"
@@ -54,8 +56,10 @@ bool GiveRights(int descriptor, const struct stat& source, Owner owner) {
     mode_t rights = source.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
     if (now.st_gid != source.st_gid) rights &= ~static_cast<mode_t>(S_IRWXG) | (rights << 3);
     if (owner == Owner::kWriter || now.st_uid != source.st_uid) rights |= S_IRUSR | S_IWUSR;
-    // Some file systems know no rights.
-    return Uninterrupted([&] { return fchmod(descriptor, rights); }) == 0 || errno == EPERM;
+    // Some file systems know no rights; the file is the writer's alone then.
+    constexpr int kUnknown[] = {EPERM, EINVAL, ENOSYS, EOPNOTSUPP};
+    return Uninterrupted([&] { return fchmod(descriptor, rights); }) == 0 ||
+           std::find(std::begin(kUnknown), std::end(kUnknown), errno) != std::end(kUnknown);
 }
 
 /// Ends the writing of a new file, which is on disk when this returns, or there is none.
@@ -72,9 +76,10 @@ void FlushDirectoryOf(const char* path) {
     if (directory) Uninterrupted([&] { return fsync(dirfd(directory.get())); });
 }
 
+/// Whether a file may be written, through the links that lead to it; or nothing has the name.
 bool MayBeReplaced(const char* path) {
     struct stat status = {};
-    if (stat(path, &status) != 0) return errno == ENOENT;
+    if (stat(path, &status) != 0) return errno == ENOENT && lstat(path, &status) != 0;
     constexpr mode_t kWritable = S_IWUSR | S_IWGRP | S_IWOTH;
     // One without any such right is protected, also from a user who may do all.
     return S_ISREG(status.st_mode) && (status.st_mode & kWritable) != 0 &&
@@ -91,7 +96,7 @@ SystemPath FileToReplace(const char* path) {
             FindIgnoringCase(directory.get(), LastComponent(path), Kind::kRegularFile);
         if (!other_case.empty()) file = SystemPath(DirectoryOf(path)).Append(other_case.text);
     }
-    return FollowLinks(file) && MayBeReplaced(file.c_str()) ? file : SystemPath();
+    return MayBeReplaced(file.c_str()) && FollowLinks(file) ? file : SystemPath();
 }
 
 WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t size,

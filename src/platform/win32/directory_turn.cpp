@@ -10,11 +10,12 @@
 namespace hundredweight::platform {
 namespace {
 
-constexpr DWORD kLongestWait = 10000;             // Milliseconds.
-constexpr std::uint64_t kStaleAge = 36000000000;  // An hour, in units of 100 nanoseconds.
+constexpr DWORD kLongestWait = 10000;  // Milliseconds.
 
-std::uint64_t Number(const FILETIME& time) {
-    return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+std::int64_t Seconds(const FILETIME& time) {
+    constexpr std::uint64_t kUnitsInSecond = 10000000;
+    const std::uint64_t units = std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+    return static_cast<std::int64_t>(units / kUnitsInSecond);
 }
 
 SystemPath InDirectoryOf(std::string_view path, std::string_view name) {
@@ -45,16 +46,15 @@ HANDLE OpenMutexOf(const std::uint64_t (&identity)[2]) {
     return CreateMutexA(nullptr, FALSE, name);
 }
 
-/// Removes the temporaries of a path's directory that have not been changed for a while.
-void RemoveTemporaries(const char* path, std::uint64_t age) {
+/// Removes the temporaries of a path's directory that nobody finishes any more.
+void RemoveTemporaries(const char* path, bool alone) {
     WIN32_FIND_DATAA entry;
     const HANDLE search = FindFirstFileA(InDirectoryOf(path, "HWT*").c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE) return;
     FILETIME now;
     GetSystemTimeAsFileTime(&now);
     do {
-        const bool stale = age == 0 || Number(now) > Number(entry.ftLastWriteTime) + age;
-        if (stale && IsTemporaryName(entry.cFileName)) {
+        if (IsAbandoned(entry.cFileName, Seconds(now) - Seconds(entry.ftLastWriteTime), alone)) {
             RemoveFile(InDirectoryOf(path, entry.cFileName).c_str());
         }
     } while (FindNextFileA(search, &entry) != 0);
@@ -73,7 +73,7 @@ DirectoryTurn::DirectoryTurn(const char* path) {
         const bool taken = waited == WAIT_OBJECT_0 || waited == WAIT_ABANDONED;
         state_ = taken ? State::kAlone : State::kNotTaken;
     }
-    if (*this) RemoveTemporaries(path, alone() ? 0 : kStaleAge);
+    if (*this) RemoveTemporaries(path, alone());
 }
 
 DirectoryTurn::~DirectoryTurn() {

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 #include <string_view>
 
@@ -183,6 +184,21 @@ void RemoveFile(const char* path) {
 
 uint32_t ProcessNumber() {
     return GetCurrentProcessId();
+}
+
+uint32_t MachineNumber() {
+    char name[MAX_COMPUTERNAME_LENGTH + 1] = "";
+    DWORD size = sizeof name;
+    GetComputerNameA(name, &size);
+    return static_cast<uint32_t>(std::hash<std::string_view>()(name));
+}
+
+bool ProcessRuns(uint32_t process) {
+    const HANDLE handle = OpenProcess(SYNCHRONIZE, FALSE, process);
+    if (handle == nullptr) return GetLastError() != ERROR_INVALID_PARAMETER;
+    const bool runs = WaitForSingleObject(handle, 0) == WAIT_TIMEOUT;
+    CloseHandle(handle);
+    return runs;
 }
 
 std::string_view DirectoryOf(std::string_view path) {

@@ -88,6 +88,10 @@ TEST_F(CommandTest, RefusalsTellAllThatIsWrongWithItsPlaceAndWhatIsRight) {
         {R"({"discount": {"percent": 45.555}})", {"discount.percent: a number of at most 2"}},
         {R"({"discount": {"percent": 100, "floor": 1000}})",
          {"discount.percent: Discount Cannot", "discount.floor: Floor Cannot"}},
+        {R"({"discount": {"percent": 99.99}})", {"(code 118); possible: 0 to 99.98"}},
+        {R"({"origin": {"territory": "Q"}, "profile": "default"})",
+         {"origin.territory \"Q\"", "possible: Default"}},
+        {R"({"destination": {"intrastate": true}})", {"destination.intrastate: unknown key"}},
         {R"({"surcharge": {"low_percent": 1e39, "break_index": 1}})", {"surcharge.low_percent"}},
         {R"({"orign": 1, "factor": "x", "destination": null, "lines": [{"class": "70"}]})",
          {"orign: unknown key; possible: origin", "factor: a number is wanted",
@@ -161,9 +165,20 @@ TEST_F(CommandTest, WhatIsThereButCannotBeReadIsNamedWithTheReason) {
         fs::remove(file);
         if (there) fs::rename(aside, file);
     }
+    const std::string shipment = (directory_ / "shipments" / "16-whole-road.json").string();
+    for (const auto& [name, complaint] : {std::pair{"SAMPLE.ZMC", "it ends within a record"},
+                                          {"SAMPLE.LVL", "it ends within a record"},
+                                          {"PROFILE.FIL", "it ends within a record"}}) {
+        const std::string content = FileContent(directory_ / name);
+        WriteFile(name, content.substr(0, content.size() - 10));
+        ExpectBroken("rate " + shipment, complaint);
+        ExpectBroken("inspect " + directory_.string(), complaint);
+        WriteFile(name, content + "\x1A");
+        EXPECT_EQ(Run("rate " + shipment).exit_code, 0) << name;
+        WriteFile(name, content);
+    }
     for (const char* name : {"tolvex-lanes.txt", "servgd-points.txt"}) {
         const std::string content = FileContent(directory_ / name);
-        const std::string shipment = (directory_ / "shipments" / "16-whole-road.json").string();
         WriteFile(name, content + "x|y\n");
         ExpectBroken("rate " + shipment, std::string(name) + ":");
         ExpectBroken("inspect " + directory_.string(), std::string(name) + ":");
@@ -197,6 +212,20 @@ TEST_F(CommandTest, TextsOfTheDataAreDecodedAndDoNotActOnTerminals) {
             .patch(Json::parse(R"([{"op": "add", "path": "/profile", "value": "Z\u00fcrich"}])"))
             .dump());
     EXPECT_EQ(Run("rate " + (directory_ / "shipments" / "umlaut.json").string()).exit_code, 0);
+}
+
+TEST_F(CommandTest, EnteredDiscountsGoBeforeThoseOfAProfile) {
+    const Json whole_road =
+        Json::parse(FileContent(directory_ / "shipments" / "16-whole-road.json"));
+    for (const auto& [discount, printed] :
+         {std::pair{"{}", "Discount 42.50%"}, {R"({"percent": 10})", "Discount 10.00%"}}) {
+        Json shipment = whole_road;
+        if (!Json::parse(discount).empty()) shipment["discount"] = Json::parse(discount);
+        WriteFile("shipments/profile.json", shipment.dump());
+        const Printed bill = Run("rate " + (directory_ / "shipments" / "profile.json").string());
+        EXPECT_NE(bill.output.find(printed), std::string::npos) << bill.output;
+        EXPECT_NE(bill.output.find("85*"), std::string::npos) << "a class that is rated as another";
+    }
 }
 
 TEST_F(CommandTest, EveryCommandLooksUpwardForTheData) {

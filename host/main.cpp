@@ -1,10 +1,9 @@
 // cwt: rates shipments and shows tariff sets from the command line.
 #include <CLI/CLI.hpp>
-#include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "commands/commands.h"
@@ -71,24 +70,31 @@ int Run(int argc, char** argv) {
     return exit_code;
 }
 
-/// What was printed is out of the program's hands when this returns. Throws Broken when it is not.
-void FlushOutput() {
-    errno = 0;
-    std::cout.flush();
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0 && std::cout.good()) return;
-    throw cwt::Broken("standard output: " + std::generic_category().message(errno));
+bool is_finished = false;
+
+/// A partner library may end the program, and would do so with an exit code of its own.
+void GuardExit() {
+    if (is_finished) return;
+    cwt::Say("a partner library has ended the program");
+    std::_Exit(cwt::kBroken);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+    int exit_code = cwt::kDone;
     try {
         cwt::CollectMessageBoxes();
-        const int exit_code = Run(argc, argv);
-        FlushOutput();
-        return exit_code;
+        std::atexit(GuardExit);
+        exit_code = Run(argc, argv);
+        std::cout.flush();
+        cwt::Print("");
+        // A refusal or a note that nobody could read was not told.
+        if (std::ferror(stderr) != 0 || !std::cout.good()) exit_code = cwt::kBroken;
     } catch (const std::exception& error) {
         cwt::Say(cwt::Printable(error.what()));
-        return cwt::kBroken;
+        exit_code = cwt::kBroken;
     }
+    is_finished = true;
+    return exit_code;
 }

@@ -126,6 +126,8 @@ TEST_F(CommandTest, RefusalsTellAllThatIsWrongWithItsPlaceAndWhatIsRight) {
         {"{\n \"factor\": }", "line 2, column 12: this is no JSON"},
         {"{\"factor\": 1e999}", "a number is too large"},
         {"[1]", "a JSON object is wanted"},
+        {std::string("{}\0 ", 4), "line 1, column 3: a zero byte"},
+        {std::string(1000, '['), "too many levels"},
         {R"({"origin": {"zip": 1, "zip": 1}, "lines": [{"class": 1, "class": 1}]})",
          "origin.zip: the key is there twice"},
         {std::string((8 << 20) + 1, ' '), "more than 8 MiB"},

@@ -1,7 +1,8 @@
 #include "bill/bill.h"
 
-#include <fmt/core.h>
+#include <fmt/format.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <iterator>
 #include <utility>
@@ -46,6 +47,12 @@ bool IsAmount(const std::string& text) {
            text.find_first_not_of("0123456789", point + 1) == std::string::npos;
 }
 
+/// An amount in cents.
+int64_t CentsOf(std::string amount) {
+    amount.erase(amount.find('.'), 1);
+    return std::atoll(amount.c_str());
+}
+
 }  // namespace
 
 Bill ReadBill(const RateContext& context, std::vector<std::string> notes) {
@@ -83,19 +90,38 @@ Bill ReadBill(const RateContext& context, std::vector<std::string> notes) {
 Refusals CheckAmounts(const Bill& bill) {
     Refusals refusals;
     const auto check = [&](const std::string& place, const std::string& amount) {
-        if (IsAmount(amount)) return;
-        refusals.push_back({place, fmt::format("the amount does not fit its field: {}", amount)});
+        if (!IsAmount(amount))
+            refusals.push_back({place, "no amount in dollars and cents", 0, amount});
     };
+    int weight = 0;
     for (std::size_t i = 0; i < bill.lines.size(); ++i) {
         check(fmt::format("lines[{}].rate", i), bill.lines[i].rate);
         check(fmt::format("lines[{}].charge", i), bill.lines[i].charge);
+        weight += bill.lines[i].weight;
     }
     check("deficit.rate", bill.deficit.rate);
     check("deficit.charge", bill.deficit.charge);
     check("gross_charge", bill.gross);
+    check("discount_percent", bill.discount_percent);
+    check("discount_amount", bill.discount_amount);
+    check("net_charge", bill.net);
     check("minimum_charge", bill.minimum);
     check("surcharge", bill.surcharge);
+    const auto check_weight = [&](const char* place, bool holds, int written) {
+        if (holds) return;
+        refusals.push_back({place, "not the weight of the lines", 0, fmt::to_string(written)});
+    };
+    check_weight("total_weight", bill.total_weight == weight, bill.total_weight);
+    check_weight("billed_weight", bill.billed_weight >= weight, bill.billed_weight);
     return refusals;
+}
+
+std::string GrossNote(const Bill& bill) {
+    int64_t cents = CentsOf(bill.deficit.charge);
+    for (const BillLine& line : bill.lines) cents += CentsOf(line.charge);
+    if (cents == CentsOf(bill.gross)) return {};
+    return fmt::format("gross_charge: {} is rounded, the lines add up to {}.{:02}", bill.gross,
+                       cents / 100, cents % 100);
 }
 
 }  // namespace cwt

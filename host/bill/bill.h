@@ -60,8 +60,13 @@ struct Bill {
 /// The bill that RateShipment has left in a record.
 Bill ReadBill(const RateContext& context, std::vector<std::string> notes);
 
-/// Refuses amounts that their fields of the record could not hold, and so hold in part.
+/// Refuses amounts that are none: the record holds them in part, or an engine gave no answer that
+/// could be read; and weights that are not those of the lines.
 Refusals CheckAmounts(const Bill& bill);
+
+/// Tells of a gross charge that is not the sum of its lines to the cent, since the library sums in
+/// single precision: above 131,072 dollars. Empty when it is.
+std::string GrossNote(const Bill& bill);
 
 /// The bill as text, lines ending in LF.
 std::string BillText(const Bill& bill);

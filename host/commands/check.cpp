@@ -13,9 +13,7 @@ int Check(const Options& options) {
     if (const auto* refusals = std::get_if<Refusals>(&outcome)) {
         return Refuse(options.shipment, *refusals);
     }
-    for (const std::string& note : std::get<Bill>(outcome).notes) {
-        Say("note: " + note);
-    }
+    SayNotes(session, std::get<Bill>(outcome).notes);
     Print("The shipment is valid.\n");
     return kDone;
 }

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "session/messages.h"
+#include "session/session.h"
 #include "shipment/shipment_file.h"
 #include "text/code_page.h"
 #include "text/path_text.h"
@@ -67,12 +68,22 @@ ShipmentInput ReadShipmentInput(const Options& options) {
 }
 
 void Print(std::string_view text) {
-    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size()) return;
-    throw Broken("standard output: " + std::generic_category().message(errno));
+    errno = 0;
+    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() &&
+        std::fflush(stdout) == 0 && std::ferror(stdout) == 0) {
+        return;
+    }
+    const int reason = errno != 0 ? errno : EIO;
+    throw Broken("standard output: " + std::generic_category().message(reason));
 }
 
 void Say(const std::string& line) {
     std::fputs(("cwt: " + line + "\n").c_str(), stderr);
+}
+
+void SayNotes(const Session& session, const std::vector<std::string>& notes) {
+    if (!session.said().empty()) Say("note: " + session.said());
+    for (const std::string& note : notes) Say("note: " + note);
 }
 
 int Refuse(const std::string& about, const Refusals& refusals) {

@@ -7,12 +7,15 @@
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "session/sources.h"
 #include "shipment/refusal.h"
 #include "shipment/shipment.h"
 
 namespace cwt {
+
+class Session;
 
 enum ExitCode { kDone = 0, kRefused = 1, kBroken = 2 };
 
@@ -63,10 +66,14 @@ ShipmentInput ReadShipmentInput(const Options& options);
 /// Writes a line of the command's own to standard error.
 void Say(const std::string& line);
 
+/// Says what was taken in another way than it was written, or said by a partner.
+void SayNotes(const Session& session, const std::vector<std::string>& notes);
+
 /// Prints refusals, with the name of what they are about, a line each. Result: the exit code.
 int Refuse(const std::string& about, const Refusals& refusals);
 
-/// Prints to standard output. Throws Broken when that cannot be written.
+/// Prints to standard output, at once: a partner that crashes at its end takes no bill with it.
+/// Throws Broken when it cannot be written.
 void Print(std::string_view text);
 void PrintJson(const nlohmann::ordered_json& json);
 

@@ -24,7 +24,7 @@ int Rate(const RateOptions& options) {
         return Refuse(options.shipment, *refusals);
     }
     const Bill& bill = std::get<Bill>(outcome);
-    for (const std::string& note : bill.notes) Say("note: " + note);
+    SayNotes(session, bill.notes);
     if (options.record) {
         Print(RecordText(session.context()));
     } else if (options.json) {

@@ -13,6 +13,7 @@ struct StatesOptions : Options {
 
 int States(const StatesOptions& options) {
     Session session(FindSources(options, "."));
+    SayNotes(session, {});
     Refusals refusals;
     for (const std::string& written : options.postal_codes) {
         const std::string postal_code = SpellPostalCode(written);

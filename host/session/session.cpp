@@ -25,6 +25,7 @@ constexpr int32_t kEngineFailed = 133;
 constexpr int32_t kNoAlternatives = 134;
 constexpr int32_t kNoOwnZipTable = 436;
 constexpr int32_t kNoPointCode = 501;
+constexpr std::uintmax_t kZipRecord = 12;  // Bytes of a ZIP table's record.
 constexpr int32_t kStandardTables = 0;
 constexpr int32_t kEngineTables = 1;
 constexpr int32_t kSettleList = 0;
@@ -56,6 +57,7 @@ Session::Session(const Sources& sources)
         const std::string name = extension.empty() ? "" : sources_.set + "." + extension;
         throw Broken(fmt::format("{}: {}", PathText(sources_.data / name), Describe(code)));
     }
+    discounts_elsewhere_ = set_.DiscountsElsewhere();
     StartEngine();
     loaded_ = std::make_unique<RateContext>(*context_);
     if (!said_.empty()) RequireWorkingEngine();
@@ -123,6 +125,9 @@ void Session::Restore() {
     if (context_->Zp6Table != loaded_->Zp6Table) std::free(context_->Zp6Table);
     *context_ = *loaded_;
     notes_.clear();
+    if (!discounts_elsewhere_.empty()) {
+        notes_.push_back("the discounts are those of " + PathText(discounts_elsewhere_));
+    }
 }
 
 Refusals Session::ApplyProfile(const std::string& name) {
@@ -133,7 +138,10 @@ Refusals Session::ApplyProfile(const std::string& name) {
     LoadProfileSettings(&context);
     if (context.Profile.DiscModeZ != 0 && context.DiscountOn != 0) {
         const auto table = Listing(sources_.data).Find(name + ".ZP6");
-        if (!table.empty()) RequireReadable(table);
+        if (!table.empty()) {
+            RequireReadable(table);
+            RequireWholeRecords(table, kZipRecord);
+        }
     }
     // The set's table is kept for the shipments to come.
     if (context.SkipZipTablesFlag != 'Y') context.Zp6Table = nullptr;
@@ -182,6 +190,19 @@ void Session::NoteRounding(const Shipment& shipment) {
             "surcharge: the tariff has {} weight breaks, so low_percent is taken at every weight",
             +context_->WeightBreakCount));
     }
+}
+
+/// Groups of the discount file may go by service codes, which the guide alone knows beforehand.
+void Session::NoteServiceCodes(const Shipment& shipment) {
+    constexpr char kFromGroup = 'C';
+    constexpr std::string_view kByServiceCode = "245";
+    if (shipment.service_guide || context_->DiscountOn == 0 ||
+        context_->DiscountSource != kFromGroup ||
+        kByServiceCode.find(context_->DisGroupSelector) == kByServiceCode.npos) {
+        return;
+    }
+    notes_.emplace_back(
+        "the discount goes by service codes, and the service guide was not asked for them");
 }
 
 /// An engine is sent, and knows, no more of a city than that.
@@ -234,9 +255,10 @@ Outcome Session::Rate(const Shipment& shipment, int request_code) {
     if (refusals.empty() && shipment.service_guide) refusals = AskServiceGuide();
     if (!refusals.empty()) return refusals;
     LoadDiscounts(&context, nullptr, kSettleList);
-    refusals = CheckDiscounts(context);
+    refusals = CheckDiscounts(shipment, context);
     if (!refusals.empty()) return refusals;
     NoteRounding(shipment);
+    NoteServiceCodes(shipment);
     context.ErrorCode = 0;
     // No minimum is left over from before the load.
     context.ZmcMinimum = 0;
@@ -253,7 +275,12 @@ Outcome Session::Rate(const Shipment& shipment, int request_code) {
     shown.insert(shown.begin(), notes_.begin(), notes_.end());
     Bill bill = ReadBill(context, std::move(shown));
     refusals = CheckAmounts(bill);
+    // A surcharge may be too high for its field; anything else is the engine's doing.
+    if (!refusals.empty() && refusals.front().place != "surcharge") {
+        throw Broken(sources_.engine + ": " + RefusalText(refusals.front()));
+    }
     if (!refusals.empty()) return refusals;
+    if (std::string note = GrossNote(bill); !note.empty()) bill.notes.push_back(std::move(note));
     return bill;
 }
 

@@ -64,6 +64,7 @@ class Session {
     void Restore();
     Refusals ApplyProfile(const std::string& name);
     Refusals LayOutTariff(const Shipment& shipment);
+    void NoteServiceCodes(const Shipment& shipment);
     void NoteRounding(const Shipment& shipment);
     void NoteCutCity(const char* point, const std::string& city);
     Refusals Check(const Shipment& shipment);
@@ -79,6 +80,7 @@ class Session {
     std::unique_ptr<RateContext, EndGuide> guide_run_;
     std::unique_ptr<RateContext> loaded_;  ///< The record as the load left it.
     std::vector<std::string> notes_;       ///< On the shipment at hand.
+    std::filesystem::path discounts_elsewhere_;
     std::string said_;
 };
 

@@ -149,7 +149,10 @@ Refusals CheckFactor(const Shipment& shipment, const RateContext& context) {
     return {refusal};
 }
 
-Refusals CheckDiscounts(const RateContext& context) {
+Refusals CheckDiscounts(const Shipment& shipment, const RateContext& context) {
+    if (shipment.discount && shipment.discount->percent > 0 && context.DiscBreakCount <= 0) {
+        return {{"discount.percent", "the discount file has no weight column to carry it"}};
+    }
     constexpr double kEndOfList = 99.985;  // Percent that two decimals round to 99.99 or more.
     for (std::size_t i = 0; i < std::size(context.DiscountBreakPercent); ++i) {
         const float percent = context.DiscountBreakPercent[i];

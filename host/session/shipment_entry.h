@@ -18,8 +18,9 @@ Refusals EnterShipment(const Shipment& shipment, RateContext& context);
 Refusals CheckFactor(const Shipment& shipment, const RateContext& context);
 
 /// What is wrong with the discount list of all sources: an engine is sent 99.99 percent as the end
-/// of the list, and would give no discount. Nothing when it holds.
-Refusals CheckDiscounts(const RateContext& context);
+/// of the list, and would give no discount, and none that no weight column carries. Nothing when it
+/// holds.
+Refusals CheckDiscounts(const Shipment& shipment, const RateContext& context);
 
 /// Tells of a factor that the rate record rounds; empty when it does not.
 std::string FactorNote(const RateContext& context);

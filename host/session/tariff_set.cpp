@@ -66,12 +66,14 @@ void TariffSet::RequireReadableFiles() const {
     for (const SetFile& file : ListSetFiles(listing, sources_.set, *context_)) {
         if (file.need != Need::kNotRead && !file.path.empty()) RequireReadable(file.path);
     }
-    // Discounts are looked for in the current directory first, if there is one to look in.
+    if (const auto discounts = DiscountsElsewhere(); !discounts.empty()) RequireReadable(discounts);
+}
+
+std::filesystem::path TariffSet::DiscountsElsewhere() const {
     std::error_code error;
     const std::filesystem::path current = std::filesystem::current_path(error);
-    if (error) return;
-    const std::filesystem::path discounts = Listing(current).Find(sources_.set + ".DIS");
-    if (!discounts.empty()) RequireReadable(discounts);
+    if (error || equivalent(current, sources_.data, error)) return {};
+    return Listing(current).Find(sources_.set + ".DIS");
 }
 
 void TariffSet::RequireWholeTables() const {

@@ -27,6 +27,10 @@ class TariffSet {
     /// Reads the level file and the discounts. Result as above.
     int32_t LoadTerms();
 
+    /// The set's discount file of the current directory, which serves in the place of the one in
+    /// the set's; an empty path when there is none.
+    std::filesystem::path DiscountsElsewhere() const;
+
     /// The file of the profiles; an empty path when there is none.
     std::filesystem::path ProfileFile() const { return Listing(sources_.data).Find("PROFILE.FIL"); }
 

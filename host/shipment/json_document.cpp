@@ -70,6 +70,8 @@ class RepeatedKeys {
     std::vector<Level> levels_;
 };
 
+struct TooDeep {};
+
 /// Where the parser gave up, counted from 1.
 std::string LineAndColumn(std::string_view text, std::size_t bytes_read) {
     const std::string_view before = text.substr(0, bytes_read > 0 ? bytes_read - 1 : 0);
@@ -81,13 +83,22 @@ std::string LineAndColumn(std::string_view text, std::size_t bytes_read) {
 }  // namespace
 
 Json ParseJson(std::string_view text, Refusals& refusals) {
+    constexpr int kDeepest = 32;  // Levels; a shipment has three.
+    // The parser takes a zero byte for the end.
+    if (const std::size_t zero = text.find('\0'); zero != text.npos) {
+        refusals = {{LineAndColumn(text, zero + 1), "a zero byte"}};
+        return nullptr;
+    }
     RepeatedKeys repeated(refusals);
     try {
         return Json::parse(text.begin(), text.end(),
-                           [&](int /*depth*/, Json::parse_event_t event, Json& parsed) {
+                           [&](int depth, Json::parse_event_t event, Json& parsed) {
+                               if (depth > kDeepest) throw TooDeep();
                                repeated.Note(event, parsed);
                                return true;
                            });
+    } catch (const TooDeep&) {
+        refusals = {{"", "too many levels of lists and objects"}};
     } catch (const Json::parse_error& error) {
         refusals = {
             {LineAndColumn(text, error.byte), "this is no JSON in UTF-8, or it ends too early"}};

@@ -8,6 +8,7 @@
 
 #include "commands/commands.h"
 #include "session/messages.h"
+#include "session/partner_library.h"
 #include "text/code_page.h"
 #include "text/nearest_word.h"
 
@@ -75,6 +76,7 @@ bool is_finished = false;
 /// A partner library may end the program, and would do so with an exit code of its own.
 void GuardExit() {
     if (is_finished) return;
+    cwt::ErrorOutput::GiveBack();
     cwt::Say("a partner library has ended the program");
     std::_Exit(cwt::kBroken);
 }

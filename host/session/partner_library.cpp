@@ -4,9 +4,8 @@
 #include <hundredweight/platform.h>
 #include <unistd.h>
 
-#include <algorithm>
+#include <set>
 #include <sstream>
-#include <vector>
 
 #include "session/messages.h"
 #include "text/code_page.h"
@@ -23,37 +22,47 @@ PartnerLibrary::~PartnerLibrary() {
     UnloadPartnerLibrary(module_);
 }
 
+int ErrorOutput::standard_error = -1;
+
 ErrorOutput::ErrorOutput() : file_(std::tmpfile()) {
-    if (file_ == nullptr) return;
+    if (file_ == nullptr || standard_error >= 0) return;
     std::fflush(stderr);
-    standard_error_ = dup(STDERR_FILENO);
-    if (standard_error_ >= 0) dup2(fileno(file_), STDERR_FILENO);
+    standard_error = dup(STDERR_FILENO);
+    if (standard_error >= 0) dup2(fileno(file_), STDERR_FILENO);
 }
 
 ErrorOutput::~ErrorOutput() {
-    if (standard_error_ >= 0) {
-        std::fflush(stderr);
-        dup2(standard_error_, STDERR_FILENO);
-        close(standard_error_);
-    }
+    GiveBack();
     if (file_ != nullptr) std::fclose(file_);
 }
 
+void ErrorOutput::GiveBack() {
+    if (standard_error < 0) return;
+    std::fflush(stderr);
+    dup2(standard_error, STDERR_FILENO);
+    close(standard_error);
+    standard_error = -1;
+}
+
 std::string ErrorOutput::Text() const {
+    constexpr std::size_t kMostLines = 8;
     if (file_ == nullptr) return {};
     std::fflush(stderr);
     std::rewind(file_);
     std::string bytes;
-    for (int byte; (byte = std::fgetc(file_)) != EOF;) bytes += static_cast<char>(byte);
+    char buffer[1 << 12];
+    for (std::size_t size; (size = std::fread(buffer, 1, sizeof buffer, file_)) > 0;) {
+        bytes.append(buffer, size);
+    }
     std::istringstream lines(bytes);
-    std::vector<std::string> told;
+    std::set<std::string> told;
     std::string text;
     for (std::string line; std::getline(lines, line);) {
         while (!line.empty() && line.back() == '\r') line.pop_back();
-        if (line.empty() || std::find(told.begin(), told.end(), line) != told.end()) continue;
-        told.push_back(line);
-        text += (text.empty() ? "" : "; ") + Printable(line);
+        if (line.empty() || !told.insert(line).second) continue;
+        if (told.size() <= kMostLines) text += (text.empty() ? "" : "; ") + Printable(line);
     }
+    if (told.size() > kMostLines) text += fmt::format("; {} lines more", told.size() - kMostLines);
     return text;
 }
 

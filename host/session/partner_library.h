@@ -29,12 +29,16 @@ class ErrorOutput {
     ErrorOutput(const ErrorOutput&) = delete;
     ErrorOutput& operator=(const ErrorOutput&) = delete;
 
-    /// The lines so far, parted by "; " and each once.
+    /// The first lines so far, parted by "; " and each once.
     std::string Text() const;
 
+    /// Lets standard error be what it was, also when a partner has ended the program meanwhile.
+    static void GiveBack();
+
  private:
+    static int standard_error;  ///< The program's own; -1 while it is in its place.
+
     std::FILE* file_;
-    int standard_error_ = -1;
 };
 
 }  // namespace cwt

@@ -120,7 +120,7 @@ TEST_P(SharedFilesTest, AreReadByNobodyWhoCouldNotReadThem) {
 }
 
 TEST_P(SharedFilesTest, AreReplacedWhereTheyLie) {
-    // Links stay links, and a name stays in its letters.
+    // Links stay links, and a name stays in its letters with the rights of its file.
     for (const auto& [path, target] : operation_.before) {
         if (!after_.contains(path) || after_.at(path) == target) continue;
         Lay(operation_.before);
@@ -137,9 +137,24 @@ TEST_P(SharedFilesTest, AreReplacedWhereTheyLie) {
         std::string name = link.filename().string();
         std::transform(name.begin(), name.end(), name.begin(), tolower);
         fs::rename(link, link.parent_path() / name);
+        fs::permissions(link.parent_path() / name, fs::perms(0600));
         EXPECT_EQ(Run(), "1");
+        for (const auto& [written, content] : after_) {
+            // A backup has the rights of what it keeps.
+            const bool backup = written.ends_with("SAVEPRS.FIL");
+            if ((backup ? "here/OPTIONS.FIL" : written) != path) continue;
+            const fs::path now = backup ? directory_ / written : link.parent_path() / name;
+            EXPECT_EQ(fs::status(now).permissions(), fs::perms(0600)) << now;
+        }
         EXPECT_TRUE(FileContent(link.parent_path() / name) == after_.at(path)) << path;
         EXPECT_FALSE(fs::exists(link));
+        // Nothing is made where a link leads in vain.
+        if (operation_.codes == "121") continue;
+        Lay(operation_.before);
+        fs::remove(link);
+        fs::create_symlink("nowhere", link);
+        EXPECT_NE(Run(), "1");
+        EXPECT_FALSE(fs::exists(link.parent_path() / "nowhere"));
     }
 }
 

@@ -9,7 +9,7 @@
 # make packages      installs what all of these need
 
 BUILD_PACKAGES   = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev
-TEST_PACKAGES    = googletest binutils pkg-config locales
+TEST_PACKAGES    = googletest binutils pkg-config locales python3-jsonschema
 LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 WINE_PACKAGES    = debootstrap xvfb xauth

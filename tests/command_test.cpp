@@ -205,7 +205,7 @@ TEST_F(CommandTest, TextsOfTheDataAreDecodedAndDoNotActOnTerminals) {
     const std::string data = " --data " + directory_.string();
     EXPECT_EQ(Run("profiles" + data).output.substr(0, 13), "Z\u00fcrich\u241b[2J");
     const Printed json = Run("profiles --json" + data);
-    EXPECT_EQ(Json::parse(json.output)[0], "Z\u00fcrich\u241b[2J");
+    EXPECT_EQ(Json::parse(json.output)["profiles"][0], "Z\u00fcrich\u241b[2J");
     Put(profiles, 0, std::string("Z\xFCrich\0\0\0\0\0", 11));
     WriteFile("PROFILE.FIL", profiles);
     WriteFile(

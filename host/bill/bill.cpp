@@ -28,6 +28,22 @@ std::string RatedClass(const RateContext& context, std::size_t line) {
     return TextOf(context.ClassTable[context.LineClassIndex[line]]);
 }
 
+/// An amount in cents.
+int64_t CentsOf(std::string amount) {
+    if (const std::size_t point = amount.find('.'); point != amount.npos) amount.erase(point, 1);
+    return std::atoll(amount.c_str());
+}
+
+std::string AmountOf(int64_t cents) {
+    return fmt::format("{}{}.{:02}", cents < 0 ? "-" : "", std::abs(cents) / 100,
+                       std::abs(cents) % 100);
+}
+
+std::optional<int> DaysOf(const std::string& text) {
+    if (text.empty() || text.find_first_not_of("0123456789") != text.npos) return std::nullopt;
+    return std::atoi(text.c_str());
+}
+
 std::vector<BreakCharge> ReadCharges(const BreakList& list) {
     std::vector<BreakCharge> charges;
     charges.reserve(std::size(list.Labels));
@@ -45,12 +61,6 @@ bool IsAmount(const std::string& text) {
     return point != std::string::npos && point > first && text.size() == point + 3 &&
            text.find_first_not_of("0123456789", first) == point &&
            text.find_first_not_of("0123456789", point + 1) == std::string::npos;
-}
-
-/// An amount in cents.
-int64_t CentsOf(std::string amount) {
-    amount.erase(amount.find('.'), 1);
-    return std::atoll(amount.c_str());
 }
 
 }  // namespace
@@ -81,6 +91,12 @@ Bill ReadBill(const RateContext& context, std::vector<std::string> notes) {
     bill.surcharge = TextOf(context.SurchargeText);
     bill.minimum = Unpadded(TextOf(context.MinChargeText));
     bill.net = Unpadded(TextOf(context.NetChargeText));
+    const int64_t due = CentsOf(bill.net) + CentsOf(bill.surcharge);
+    bill.total_due = AmountOf(due);
+    if (context.UseServiceGuide != 0) {
+        bill.transit_days = {DaysOf(TextOf(context.SgValueA)), DaysOf(TextOf(context.SgValueB)),
+                             DaysOf(TextOf(context.SgValueC))};
+    }
     bill.minimum_charges = ReadCharges(context.BreakLists[0]);
     bill.single_shipment_charges = ReadCharges(context.BreakLists[1]);
     bill.notes = std::move(notes);
@@ -120,8 +136,8 @@ std::string GrossNote(const Bill& bill) {
     int64_t cents = CentsOf(bill.deficit.charge);
     for (const BillLine& line : bill.lines) cents += CentsOf(line.charge);
     if (cents == CentsOf(bill.gross)) return {};
-    return fmt::format("gross_charge: {} is rounded, the lines add up to {}.{:02}", bill.gross,
-                       cents / 100, cents % 100);
+    return fmt::format("gross_charge: {} is rounded, the lines add up to {}", bill.gross,
+                       AmountOf(cents));
 }
 
 }  // namespace cwt

@@ -4,6 +4,7 @@
 #include <hundredweight/rate_context.h>
 
 #include <nlohmann/json_fwd.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,13 @@ struct BillPoint {
     std::string service;
 };
 
+/// Business days between the terminals, where the service guide knows them.
+struct TransitDays {
+    std::optional<int> standard;
+    std::optional<int> guaranteed;
+    std::optional<int> border;  ///< Added at the border.
+};
+
 /// What the shipment would come to at a weight break.
 struct BreakCharge {
     std::string label;
@@ -37,11 +45,14 @@ struct BreakCharge {
 };
 
 struct Bill {
+    std::string id;  ///< The shipment's.
+    std::string description;
     std::string tariff;
     std::string date;  ///< MM-DD-YYYY.
     std::string rate_code;
     BillPoint origin;
     BillPoint destination;
+    std::optional<TransitDays> transit_days;  ///< When the service guide was asked.
     std::vector<BillLine> lines;
     BillLine deficit;  ///< Weight 0 when there is none.
     int total_weight = 0;
@@ -52,6 +63,7 @@ struct Bill {
     std::string surcharge;
     std::string minimum;
     std::string net;
+    std::string total_due;  ///< Net charge and surcharge.
     std::vector<BreakCharge> minimum_charges;
     std::vector<BreakCharge> single_shipment_charges;
     std::vector<std::string> notes;  ///< What was said while the shipment was rated.
@@ -71,7 +83,7 @@ std::string GrossNote(const Bill& bill);
 /// The bill as text, lines ending in LF.
 std::string BillText(const Bill& bill);
 
-/// The bill as JSON; rates, charges and percentages are decimal texts, exact to the cent.
+/// The bill as JSON, of the schema hundredweight/bill/1.
 nlohmann::ordered_json BillJson(const Bill& bill);
 
 }  // namespace cwt

@@ -79,6 +79,7 @@ std::string BillText(const Bill& bill) {
     text += AmountText("Net charge", bill.net);
     text += AmountText("Minimum charge", bill.minimum);
     text += AmountText("Surcharge", bill.surcharge);
+    text += AmountText("Total due", bill.total_due);
     text += ChargesText(bill.minimum_charges, "Minimum charges by weight break");
     text += ChargesText(bill.single_shipment_charges, "Single-shipment charges by weight break");
     text += LegendText(bill);

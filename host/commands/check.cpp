@@ -1,3 +1,5 @@
+#include <nlohmann/json.hpp>
+
 #include "commands/commands.h"
 #include "session/session.h"
 
@@ -7,14 +9,23 @@ namespace {
 /// Goes the whole road of a rating, so that what is called valid can be rated.
 int Check(const Options& options) {
     const ShipmentInput input = ReadShipmentInput(options);
-    if (!input.refusals.empty()) return Refuse(options.shipment, input.refusals);
+    if (!input.refusals.empty()) return RefuseShipment(options, input.shipment, input.refusals);
     Session session(input.sources);
     const Outcome outcome = session.Rate(input.shipment, 0);
     if (const auto* refusals = std::get_if<Refusals>(&outcome)) {
-        return Refuse(options.shipment, *refusals);
+        return RefuseShipment(options, input.shipment, *refusals);
     }
-    SayNotes(session, std::get<Bill>(outcome).notes);
-    Print("The shipment is valid.\n");
+    const Bill& bill = std::get<Bill>(outcome);
+    SayNotes(session, bill.notes);
+    if (options.json) {
+        PrintJson({{"schema", "hundredweight/check/1"},
+                   {"id", bill.id.empty() ? nlohmann::ordered_json(nullptr)
+                                          : nlohmann::ordered_json(bill.id)},
+                   {"valid", true},
+                   {"notes", bill.notes}});
+    } else {
+        Print("The shipment is valid.\n");
+    }
     return kDone;
 }
 
@@ -22,10 +33,11 @@ int Check(const Options& options) {
 
 void AddCheck(CLI::App& app, int& exit_code) {
     const auto options = std::make_shared<Options>();
-    AddShipment(AddCommand(app, "check",
-                           "Check a shipment: whether it can be rated, and all that is wrong.",
-                           Check, options, exit_code),
-                *options);
+    CLI::App* command = AddCommand(
+        app, "check", "Check a shipment: whether it can be rated, and all that is wrong.", Check,
+        options, exit_code);
+    AddShipment(command, *options);
+    AddJson(command, *options);
 }
 
 }  // namespace cwt

@@ -48,7 +48,8 @@ void AddShipment(CLI::App* command, Options& options) {
 }
 
 void AddJson(CLI::App* command, Options& options) {
-    command->add_flag("--json", options.json, "Print JSON; rates, charges and texts as texts.");
+    command->add_flag("--json", options.json,
+                      "Print JSON, a refusal too; amounts are decimal texts.");
 }
 
 Sources FindSources(const Options& options, const std::filesystem::path& start) {
@@ -90,6 +91,11 @@ int Refuse(const std::string& about, const Refusals& refusals) {
     const std::string name = about.empty() ? "" : Printable(about) + ": ";
     for (const Refusal& refusal : refusals) Say("refused: " + name + RefusalText(refusal));
     return kRefused;
+}
+
+int RefuseShipment(const Options& options, const Shipment& shipment, const Refusals& refusals) {
+    if (options.json) PrintJson(RefusalsJson(refusals, shipment.id));
+    return Refuse(options.shipment, refusals);
 }
 
 void PrintJson(const nlohmann::ordered_json& json) {

@@ -50,6 +50,7 @@ void AddShipment(CLI::App* command, Options& options);
 void AddData(CLI::App* command, Options& options);
 void AddEngine(CLI::App* command, Options& options);
 void AddServiceGuide(CLI::App* command, Options& options);
+/// Adds --json. What it prints names its schema.
 void AddJson(CLI::App* command, Options& options);
 
 /// Where the data are, looked for from a directory upward unless that was told.
@@ -71,6 +72,9 @@ void SayNotes(const Session& session, const std::vector<std::string>& notes);
 
 /// Prints refusals, with the name of what they are about, a line each. Result: the exit code.
 int Refuse(const std::string& about, const Refusals& refusals);
+
+/// The same of a shipment, as JSON on standard output too when that is asked for.
+int RefuseShipment(const Options& options, const Shipment& shipment, const Refusals& refusals);
 
 /// Prints to standard output, at once: a partner that crashes at its end takes no bill with it.
 /// Throws Broken when it cannot be written.

@@ -15,7 +15,7 @@ struct ProfilesOptions : Options {
 int List(RateContext& context, bool json) {
     const std::vector<std::string> names = ProfileNames(context);
     if (json) {
-        PrintJson(names);
+        PrintJson({{"schema", "hundredweight/profiles/1"}, {"profiles", names}});
     } else {
         for (const std::string& name : names) Print(name + "\n");
     }

@@ -17,11 +17,11 @@ struct RateOptions : Options {
 
 int Rate(const RateOptions& options) {
     const ShipmentInput input = ReadShipmentInput(options);
-    if (!input.refusals.empty()) return Refuse(options.shipment, input.refusals);
+    if (!input.refusals.empty()) return RefuseShipment(options, input.shipment, input.refusals);
     Session session(input.sources);
     const Outcome outcome = session.Rate(input.shipment, options.request_code);
     if (const auto* refusals = std::get_if<Refusals>(&outcome)) {
-        return Refuse(options.shipment, *refusals);
+        return RefuseShipment(options, input.shipment, *refusals);
     }
     const Bill& bill = std::get<Bill>(outcome);
     SayNotes(session, bill.notes);

@@ -1,3 +1,4 @@
+#include <nlohmann/json.hpp>
 #include <vector>
 
 #include "commands/commands.h"
@@ -7,6 +8,8 @@
 namespace cwt {
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 struct StatesOptions : Options {
     std::vector<std::string> postal_codes;
 };
@@ -15,11 +18,20 @@ int States(const StatesOptions& options) {
     Session session(FindSources(options, "."));
     SayNotes(session, {});
     Refusals refusals;
+    Json states = Json::array();
     for (const std::string& written : options.postal_codes) {
         const std::string postal_code = SpellPostalCode(written);
         StateAnswer answer = session.StateOf(postal_code);
-        if (answer.refusals.empty()) Print(postal_code + " " + answer.state + "\n");
+        if (answer.refusals.empty()) {
+            states.push_back({{"postal_code", postal_code}, {"state", answer.state}});
+            if (!options.json) Print(postal_code + " " + answer.state + "\n");
+        }
         refusals.insert(refusals.end(), answer.refusals.begin(), answer.refusals.end());
+    }
+    if (options.json) {
+        PrintJson({{"schema", "hundredweight/states/1"},
+                   {"states", states},
+                   {"refusals", RefusalsJson(refusals, "")["refusals"]}});
     }
     return refusals.empty() ? kDone : Refuse("", refusals);
 }
@@ -36,6 +48,7 @@ void AddStates(CLI::App& app, int& exit_code) {
         ->required();
     AddData(command, *options);
     AddEngine(command, *options);
+    AddJson(command, *options);
 }
 
 }  // namespace cwt

@@ -271,7 +271,8 @@ Json Inspect(const Sources& sources, const InspectionScope& scope) {
             ListSetFiles(Listing(sources.data), sources.set, context);
         const Json failure = FindFailure(set, code, files);
         const bool dated = OpenLevelFile(&context, (sources.set + ".LVL").c_str()) == 1;
-        inspection = {{"set", sources.set},
+        inspection = {{"schema", "hundredweight/set/1"},
+                      {"set", sources.set},
                       {"directory", PathText(sources.data)},
                       {"rating", scope.engine ? "engine" : "own tables"},
                       {"loads", code == 0},

@@ -30,7 +30,8 @@ struct OwnWords {
 
 constexpr OwnWords kOwnWords[] = {
     {113, 114, "There is no memory for the base-rate engine."},
-    {133, 134, "The base-rate engine cannot rate."},
+    {133, 133, "The base-rate engine cannot rate."},
+    {134, 134, "The base-rate engine offers no city at the postal code."},
     {150, 151, "Error reading COZ file."},
     {265, 265, "Alaska, Hawaii and Puerto Rico are not rated."},
     {266, 266, "Two points with letter postal codes are not rated together."},

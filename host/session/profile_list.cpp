@@ -111,7 +111,8 @@ Refusal UnknownProfile(RateContext& context, const std::string& name) {
 
 Json ProfileJson(const RateContext& context) {
     const ProfileRecord& profile = context.Profile;
-    return {{"name", TextOf(profile.ProfileName)},
+    return {{"schema", "hundredweight/profile/1"},
+            {"name", TextOf(profile.ProfileName)},
             {"class_map_on", profile.ClassMapOn != 0},
             {"class_map", ClassMap(profile)},
             {"surcharge_on", profile.SavedSurchargeOn != 0},

@@ -3,11 +3,11 @@
 #include <fmt/core.h>
 #include <hundredweight/exports.h>
 
-#include <cmath>
 #include <cstdlib>
 #include <utility>
 
 #include "session/messages.h"
+#include "session/notes.h"
 #include "session/profile_list.h"
 #include "session/set_files.h"
 #include "session/shipment_entry.h"
@@ -22,10 +22,9 @@ namespace {
 constexpr int32_t kRated = 0;
 constexpr int32_t kOutOfScope = 103;
 constexpr int32_t kEngineFailed = 133;
-constexpr int32_t kNoAlternatives = 134;
 constexpr int32_t kNoOwnZipTable = 436;
 constexpr int32_t kNoPointCode = 501;
-constexpr std::uintmax_t kZipRecord = 12;  // Bytes of a ZIP table's record.
+constexpr std::size_t kZipRecord = 12;  // Bytes of a ZIP table's record.
 constexpr int32_t kStandardTables = 0;
 constexpr int32_t kEngineTables = 1;
 constexpr int32_t kSettleList = 0;
@@ -177,43 +176,6 @@ Refusals Session::LayOutTariff(const Shipment& shipment) {
     return CheckLines(shipment, context);
 }
 
-/// What the lists by weight break cannot say: they are in whole dollars, and know the tariff's
-/// breaks alone.
-void Session::NoteRounding(const Shipment& shipment) {
-    const double floor = shipment.discount ? shipment.discount->floor : 0;
-    if (floor != std::floor(floor)) {
-        notes_.push_back(fmt::format("discount.floor: the charges by weight break are raised to {}",
-                                     std::floor(floor)));
-    }
-    if (shipment.surcharge && shipment.surcharge->break_index >= context_->WeightBreakCount) {
-        notes_.push_back(fmt::format(
-            "surcharge: the tariff has {} weight breaks, so low_percent is taken at every weight",
-            +context_->WeightBreakCount));
-    }
-}
-
-/// Groups of the discount file may go by service codes, which the guide alone knows beforehand.
-void Session::NoteServiceCodes(const Shipment& shipment) {
-    constexpr char kFromGroup = 'C';
-    constexpr std::string_view kByServiceCode = "245";
-    if (shipment.service_guide || context_->DiscountOn == 0 ||
-        context_->DiscountSource != kFromGroup ||
-        kByServiceCode.find(context_->DisGroupSelector) == kByServiceCode.npos) {
-        return;
-    }
-    notes_.emplace_back(
-        "the discount goes by service codes, and the service guide was not asked for them");
-}
-
-/// An engine is sent, and knows, no more of a city than that.
-void Session::NoteCutCity(const char* point, const std::string& city) {
-    constexpr std::size_t kSent = sizeof EngineRateRecord{}.OrigCity;
-    const std::optional<std::string> bytes = ToCodePage(city);
-    if (!bytes || bytes->size() <= kSent) return;
-    notes_.push_back(fmt::format("{}.city: the engine is sent \"{}\"", point,
-                                 FromCodePage(std::string_view(*bytes).substr(0, kSent))));
-}
-
 Refusals Session::Check(const Shipment& shipment) {
     RateContext& context = *context_;
     Refusals refusals = shipment.profile ? ApplyProfile(*shipment.profile) : Refusals();
@@ -221,11 +183,8 @@ Refusals Session::Check(const Shipment& shipment) {
         refusals.insert(refusals.end(), more.begin(), more.end());
     };
     add(EnterShipment(shipment, context));
-    NoteCutCity("origin", shipment.origin.city);
-    NoteCutCity("destination", shipment.destination.city);
     if (!refusals.empty()) return refusals;
     add(CheckFactor(shipment, context));
-    if (std::string note = FactorNote(context); !note.empty()) notes_.push_back(std::move(note));
     Refusals about_points = CheckPoints(shipment, context);
     const bool points_hold = about_points.empty();
     add(std::move(about_points));
@@ -257,8 +216,7 @@ Outcome Session::Rate(const Shipment& shipment, int request_code) {
     LoadDiscounts(&context, nullptr, kSettleList);
     refusals = CheckDiscounts(shipment, context);
     if (!refusals.empty()) return refusals;
-    NoteRounding(shipment);
-    NoteServiceCodes(shipment);
+    for (std::string& note : NotesOn(shipment, context)) notes_.push_back(std::move(note));
     context.ErrorCode = 0;
     // No minimum is left over from before the load.
     context.ZmcMinimum = 0;
@@ -267,13 +225,17 @@ Outcome Session::Rate(const Shipment& shipment, int request_code) {
     std::vector<std::string> shown = TakeMessageBoxes();
     const int32_t code = context.ErrorCode;
     if (result != kRated) {
-        if (code == kEngineFailed || code == kNoAlternatives) Break(sources_.engine, code);
+        if (code == kEngineFailed) Break(sources_.engine, code);
         if (shown.empty()) return Refusals{RefusalOf("", code)};
         return Refusals{{"", shown.back(), code}};
     }
     if (context.EngineListCount > 0) return Refusals{Alternatives(context)};
+    // The library blanks the points on a status, and an engine says what it means.
+    if (context.OrigCity[0] == ' ') throw Broken(sources_.engine + ": a status without a message");
     shown.insert(shown.begin(), notes_.begin(), notes_.end());
     Bill bill = ReadBill(context, std::move(shown));
+    bill.id = shipment.id;
+    bill.description = shipment.description;
     refusals = CheckAmounts(bill);
     // A surcharge may be too high for its field; anything else is the engine's doing.
     if (!refusals.empty() && refusals.front().place != "surcharge") {

@@ -64,9 +64,6 @@ class Session {
     void Restore();
     Refusals ApplyProfile(const std::string& name);
     Refusals LayOutTariff(const Shipment& shipment);
-    void NoteServiceCodes(const Shipment& shipment);
-    void NoteRounding(const Shipment& shipment);
-    void NoteCutCity(const char* point, const std::string& city);
     Refusals Check(const Shipment& shipment);
     Refusals AskServiceGuide();
     [[noreturn]] void Break(const std::string& what, int32_t code) const;

@@ -92,16 +92,6 @@ void EnterSurcharge(const Surcharge& surcharge, RateContext& context, Entry& ent
               std::to_string(surcharge.break_index));
 }
 
-constexpr double kStep = 10000;  // Steps of the rate record's factor in 1.
-constexpr double kMostSteps = 99999;
-
-/// The factor that all sources together come to, in the steps that the rate record has.
-double FactorSteps(const RateContext& context) {
-    float factor = context.RateFactor != 0.0F ? context.RateFactor : 1.0F;
-    if (context.ConversionOn != 0) factor *= context.ConversionRate;
-    return double{factor} * kStep;
-}
-
 /// The letter of a territory; 'N', which serves nobody, for none.
 char EnterTerritory(const std::string& place, const std::string& territory, Entry& entry) {
     const std::string letter = UpperCase(territory);
@@ -112,6 +102,13 @@ char EnterTerritory(const std::string& place, const std::string& territory, Entr
 }
 
 }  // namespace
+
+double FactorSteps(const RateContext& context) {
+    constexpr double kStepsInOne = 10000;
+    float factor = context.RateFactor != 0.0F ? context.RateFactor : 1.0F;
+    if (context.ConversionOn != 0) factor *= context.ConversionRate;
+    return double{factor} * kStepsInOne;
+}
 
 Refusals EnterShipment(const Shipment& shipment, RateContext& context) {
     Entry entry;
@@ -135,6 +132,7 @@ Refusals EnterShipment(const Shipment& shipment, RateContext& context) {
 }
 
 Refusals CheckFactor(const Shipment& shipment, const RateContext& context) {
+    constexpr double kMostSteps = 99999;
     const bool entered = shipment.factor.has_value();
     const bool exact = !entered || (*shipment.factor > 0 && HasDecimals(*shipment.factor, 4));
     const double steps = std::round(FactorSteps(context));
@@ -163,14 +161,6 @@ Refusals CheckDiscounts(const Shipment& shipment, const RateContext& context) {
         return {refusal};
     }
     return {};
-}
-
-std::string FactorNote(const RateContext& context) {
-    constexpr double kFloatError = 0.01;  // Steps that single precision may be off.
-    const double steps = FactorSteps(context);
-    if (std::abs(steps - std::round(steps)) < kFloatError) return {};
-    return fmt::format("The factor {} with the defaults' conversion rate is rounded to {:.4f}",
-                       steps / kStep, std::round(steps) / kStep);
 }
 
 }  // namespace cwt

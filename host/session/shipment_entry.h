@@ -3,8 +3,6 @@
 
 #include <hundredweight/rate_context.h>
 
-#include <string>
-
 #include "shipment/refusal.h"
 #include "shipment/shipment.h"
 
@@ -22,7 +20,7 @@ Refusals CheckFactor(const Shipment& shipment, const RateContext& context);
 /// holds.
 Refusals CheckDiscounts(const Shipment& shipment, const RateContext& context);
 
-/// Tells of a factor that the rate record rounds; empty when it does not.
-std::string FactorNote(const RateContext& context);
+/// The factor that all sources together come to, in the steps of 0.0001 that the rate record has.
+double FactorSteps(const RateContext& context);
 
 }  // namespace cwt

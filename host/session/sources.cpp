@@ -64,7 +64,7 @@ std::filesystem::path FindDataDirectory(const std::filesystem::path& given,
         fmt::format("no tariff set {} in {} or above; give --data", set, PathText(lowest)));
 }
 
-void RequireWholeRecords(const std::filesystem::path& file, std::uintmax_t record_size) {
+void RequireWholeRecords(const std::filesystem::path& file, std::size_t record_size) {
     std::ifstream stream(file, std::ios::binary);
     const std::string content(std::istreambuf_iterator<char>(stream), {});
     const std::size_t whole = content.size() / record_size * record_size;

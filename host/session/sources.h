@@ -1,7 +1,7 @@
 // Where a run finds its files.
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -39,6 +39,6 @@ void RequireReadable(const std::filesystem::path& file);
 
 /// Throws Broken when a file of equal records ends within one: it has been cut short, or damaged.
 /// What fills a file up (Ctrl-Z, blanks, zeros, line ends) is allowed.
-void RequireWholeRecords(const std::filesystem::path& file, std::uintmax_t record_size);
+void RequireWholeRecords(const std::filesystem::path& file, std::size_t record_size);
 
 }  // namespace cwt

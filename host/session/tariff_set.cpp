@@ -79,7 +79,7 @@ std::filesystem::path TariffSet::DiscountsElsewhere() const {
 void TariffSet::RequireWholeTables() const {
     for (const SetFile& file : ListSetFiles(Listing(sources_.data), sources_.set, *context_)) {
         if (file.need == Need::kNotRead || !file.is_table || !file.size) continue;
-        RequireWholeRecords(file.path, static_cast<unsigned>(file.record_size));
+        RequireWholeRecords(file.path, static_cast<std::size_t>(file.record_size));
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ struct Refusal {
 };
 
 using Refusals = std::vector<Refusal>;
+
+/// The refusals as JSON, of the schema hundredweight/refusals/1; the id is the shipment's.
+nlohmann::ordered_json RefusalsJson(const Refusals& refusals, const std::string& id);
 
 /// One line: "lines[0].class "71": Invalid Class. (code 105); possible: 500, 400".
 std::string RefusalText(const Refusal& refusal);

@@ -36,6 +36,7 @@ struct Surcharge {
 };
 
 struct Shipment {
+    std::string id;  ///< The sender's own; empty when there is none.
     std::string description;
     Point origin;
     Point destination;

@@ -20,6 +20,7 @@ using Json = nlohmann::json;
 
 constexpr int kHighestWeight = 999999;
 constexpr int kHighestBreakIndex = 19;
+constexpr const char* kShipmentSchema = "hundredweight/shipment/1";
 
 /// A JSON object with the way to it. Whatever is not as it should be becomes a refusal, and its
 /// value a default, so that one reading finds all faults.
@@ -59,13 +60,23 @@ class Section {
 
     std::string Text(const char* key) const {
         const Json& value = Require(key, "a text");
-        if (value.is_string()) return value.get<std::string>();
+        if (value.is_string()) {
+            return std::string(WithoutBlanksAround(value.get_ref<const std::string&>()));
+        }
         if (Has(key)) Refuse(key, "a text is wanted");
         return {};
     }
 
     std::string TextOr(const char* key, const std::string& otherwise) const {
         return Has(key) ? Text(key) : otherwise;
+    }
+
+    /// A text or a whole number; empty when there is none.
+    std::string Identifier(const char* key) const {
+        if (!Has(key)) return {};
+        const Json& value = json_.at(key);
+        if (value.is_number_integer()) return value.dump();
+        return Text(key);
     }
 
     std::string PostalCode(const char* key) const {
@@ -203,8 +214,12 @@ Refusals ReadShipmentJson(std::string_view text, Shipment& shipment) {
     if (json.is_null() && !refusals.empty()) return refusals;
     const Section section(json, "", refusals);
     if (!json.is_object()) return refusals;
-    section.AllowOnly({"description", "origin", "destination", "lines", "tariff", "profile",
-                       "factor", "discount", "surcharge", "service_guide"});
+    section.AllowOnly({"schema", "id", "description", "origin", "destination", "lines", "tariff",
+                       "profile", "factor", "discount", "surcharge", "service_guide"});
+    if (section.TextOr("schema", kShipmentSchema) != kShipmentSchema) {
+        section.Refuse("schema", fmt::format("\"{}\" is wanted", kShipmentSchema));
+    }
+    shipment.id = section.Identifier("id");
     shipment.description = section.TextOr("description", "");
     shipment.origin = section.Child("origin", ReadOrigin);
     shipment.destination = section.Child("destination", ReadDestination);

@@ -15,13 +15,13 @@ std::string ShapeOf(std::string_view text) {
     return shape;
 }
 
+}  // namespace
+
 std::string_view WithoutBlanksAround(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t");
     if (first == std::string_view::npos) return {};
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
-
-}  // namespace
 
 std::string UpperCase(std::string_view text) {
     std::string upper(text);

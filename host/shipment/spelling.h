@@ -9,6 +9,8 @@
 
 namespace cwt {
 
+std::string_view WithoutBlanksAround(std::string_view text);
+
 /// A text with its ASCII letters in capitals.
 std::string UpperCase(std::string_view text);
 

@@ -73,6 +73,8 @@ std::string Rate(const fs::path& shipment, const fs::path& data, int request_cod
         ++totals.rated;
     } else {
         Write(beside(".refusal"), text);
+        Write(beside(".refusal.json"),
+              cwt::RefusalsJson(std::get<cwt::Refusals>(outcome), "").dump(2));
         totals.refusals.insert(text);
     }
     Write(beside(".record"), cwt::RecordText(session.context()));

@@ -52,13 +52,13 @@ TEST_P(FaultsTest, LeaveNothingThatStays) {
     if (!Writes()) return;
     Files laid = operation_.before, after = after_;
     constexpr uint32_t kEnded = 0x3FFFFF;  // No system gives this number to a process.
-    const std::string_view killed = platform::MakeTemporaryName(kEnded);
+    const std::string killed(platform::MakeTemporaryName(kEnded));
     const std::string running(platform::MakeTemporaryName(~0U));  // On another machine.
     for (const std::string directory : {"here/", "user/"}) {
         for (const char* name : {"HWTRATES.DAT", "HWT0", "hwt00000.~00", "HWT00000.~000"})
             after[directory + name] = laid[directory + name] = "a stranger's";
         after[directory + running] = laid[directory + running] = "another machine's";
-        laid[directory + std::string(killed)] = "left by a process that was killed";
+        laid[directory + killed] = "left by a process that was killed";
     }
     Lay(laid);
     EXPECT_EQ(Run(), "1");

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <cmath>
-#include <iterator>
 
 #include "session/messages.h"
 #include "shipment/spelling.h"
@@ -152,7 +151,9 @@ Refusals CheckDiscounts(const Shipment& shipment, const RateContext& context) {
         return {{"discount.percent", "the discount file has no weight column to carry it"}};
     }
     constexpr double kEndOfList = 99.985;  // Percent that two decimals round to 99.99 or more.
-    for (std::size_t i = 0; i < std::size(context.DiscountBreakPercent); ++i) {
+    constexpr std::size_t kBreaks = 9;
+    static_assert(sizeof context.DiscountBreakPercent == kBreaks * sizeof(float));
+    for (std::size_t i = 0; i < kBreaks; ++i) {
         const float percent = context.DiscountBreakPercent[i];
         if (context.DiscountOn == 0 || double{percent} < kEndOfList) continue;
         Refusal refusal = RefusalOf("discount", kDiscountTooHigh);

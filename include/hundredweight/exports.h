@@ -120,7 +120,10 @@ HWT_API int32_t HWT_CALL CloseAllFiles(RateContext* context);
  *  breaks it may cut.
  *  Codes: 240 not opened, 244 shorter than 348 bytes. */
 HWT_API int32_t HWT_CALL ReadDefFile(RateContext* context);
-/** Writes the DEF record to the current directory and, when MexicoFilesLoaded, the MEF record.
+/** Writes the DEF record to the current directory and, when MexicoFilesLoaded, the MEF record. As
+ *  with every file that the library replaces: the old content or the new stands there at any
+ *  moment, with its owner and rights; one that may not be written is not replaced; and when another
+ *  process changes files of the directory, the call waits for it, up to ten seconds.
  *  Codes: 241 not created, 245 not written; 160 and 161 the same for MEF. */
 HWT_API int32_t HWT_CALL WriteDefFile(RateContext* context);
 /** Writes the MEF record, the defaults of the Mexican part, to UserDir.
@@ -227,7 +230,8 @@ HWT_API int32_t HWT_CALL VerTerritory(RateContext* context);
  *  stores none. */
 HWT_API int32_t HWT_CALL GetStateCode(RateContext* context, const char* postal_code, char* state,
                                       char* attribute_a, char* attribute_b);
-/** Finds the range of letter postal codes that holds a key's first 3 characters. Result: index of
+/** Finds the range of letter postal codes that holds a key's first 3 characters, which need no
+ *  terminator. Result: index of
  *  its entry in SccTable, or -1; stores no code. */
 HWT_API int32_t HWT_CALL GetZipcIndex(RateContext* context, const char* key);
 /** Checks a class against ClassTable and records it for a line, 0 to 7, in LineClass and

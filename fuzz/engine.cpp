@@ -31,13 +31,6 @@ DataDirectory& Directory() {
     return directory;
 }
 
-/// Rates what is in the record as a shipment of its own.
-int32_t RateAnew(RateContext* context) {
-    context->ErrorCode = 0;
-    context->ZmcMinimum = 0;
-    return RateShipment(context, 0, 0);
-}
-
 }  // namespace
 
 extern "C" {

@@ -182,6 +182,12 @@ void Record::CheckRatedTexts() const {
             "20 classes and weight breaks at most");
 }
 
+int32_t RateAnew(RateContext* context) {
+    context->ErrorCode = 0;
+    context->ZmcMinimum = 0;
+    return RateShipment(context, 0, 0);
+}
+
 void Record::RequireSame(const std::string& before, const char* fact) const {
     CheckGuard();
     if (std::memcmp(before.data(), block_.get(), kBlockSize) == 0) return;

@@ -21,6 +21,9 @@ namespace hundredweight::fuzz {
 /// Ends the program with a finding unless a fact holds.
 void Require(bool holds, const char* fact);
 
+/// Rates what is in a record as a shipment of its own.
+int32_t RateAnew(RateContext* context);
+
 /// A directory in memory with files of its own, in which a run may put others. The process works
 /// in "user" below it, which is also the directory of the user's own files.
 class DataDirectory {

@@ -12,12 +12,6 @@ DataDirectory& Directory() {
     return directory;
 }
 
-int32_t RateAnew(RateContext* context) {
-    context->ErrorCode = 0;
-    context->ZmcMinimum = 0;
-    return RateShipment(context, 0, 0);
-}
-
 }  // namespace
 
 const Parts& fuzz::SampleParts() {

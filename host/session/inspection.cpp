@@ -249,7 +249,8 @@ Json FindFailure(TariffSet& set, int32_t code, const std::vector<SetFile>& files
             set.RequireWholeTables();
             code = set.LoadTerms();
         }
-        if (const auto file = set.ProfileFile(); !file.empty()) RequireProfiles(file.parent_path());
+        const std::filesystem::path profiles = set.ProfileFile();
+        if (code == 0 && !profiles.empty()) RequireWholeProfiles(profiles);
     } catch (const Broken& broken) {
         return FailureOf("", code, broken.what());
     }

@@ -70,13 +70,17 @@ Json ZipDiscounts(const ProfileRecord& profile) {
 
 }  // namespace
 
+void RequireWholeProfiles(const std::filesystem::path& file) {
+    RequireReadable(file);
+    RequireWholeRecords(file, sizeof(ProfileRecord));
+    if (file_size(file) == 0) throw Broken(PathText(file) + ": there are no profiles in it");
+}
+
 void RequireProfiles(const std::filesystem::path& directory) {
     const std::filesystem::path file = Listing(directory).Find("PROFILE.FIL");
     if (file.empty()) throw Broken(PathText(directory) + ": there is no PROFILE.FIL");
-    RequireReadable(file);
+    RequireWholeProfiles(file);
     RequireWritable(file);
-    RequireWholeRecords(file, sizeof(ProfileRecord));
-    if (file_size(file) == 0) throw Broken(PathText(file) + ": there are no profiles in it");
 }
 
 std::vector<std::string> ProfileNames(RateContext& context) {

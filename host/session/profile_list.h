@@ -12,8 +12,11 @@
 
 namespace cwt {
 
-/// Throws Broken when a directory has no file of whole profiles that may be read and written; the
-/// library opens it for both.
+/// Throws Broken when a file of profiles cannot be read, is empty or ends within a profile.
+void RequireWholeProfiles(const std::filesystem::path& file);
+
+/// The same for the file of a directory, which must be there and may be written: the library opens
+/// it for both.
 void RequireProfiles(const std::filesystem::path& directory);
 
 /// The names of all profiles of a record's directory. Throws Broken when there is no profile file,

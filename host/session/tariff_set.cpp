@@ -73,7 +73,13 @@ std::filesystem::path TariffSet::DiscountsElsewhere() const {
     std::error_code error;
     const std::filesystem::path current = std::filesystem::current_path(error);
     if (error || equivalent(current, sources_.data, error)) return {};
-    return Listing(current).Find(sources_.set + ".DIS");
+    const std::string name = sources_.set + ".DIS";
+    try {
+        return Listing(current).Find(name);
+    } catch (const Broken&) {
+        // In a directory that may not be listed the library finds the exact name alone.
+        return exists(current / name, error) ? current / name : std::filesystem::path();
+    }
 }
 
 void TariffSet::RequireWholeTables() const {

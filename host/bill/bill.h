@@ -12,6 +12,8 @@
 
 namespace cwt {
 
+class JsonWriter;
+
 /// Weights are whole pounds, rates dollars per hundredweight, charges dollars: decimal texts.
 struct BillLine {
     std::string class_code;  ///< As entered.
@@ -83,7 +85,11 @@ std::string GrossNote(const Bill& bill);
 /// The bill as text, lines ending in LF.
 std::string BillText(const Bill& bill);
 
-/// The bill as JSON, of the schema hundredweight/bill/1.
+/// MM-DD-YYYY as YYYY-MM-DD.
+std::string IsoDate(const std::string& date);
+
+/// The bill as JSON, of the schema hundredweight/bill/1: written, or as a document.
+void WriteJson(JsonWriter& json, const Bill& bill);
 nlohmann::ordered_json BillJson(const Bill& bill);
 
 }  // namespace cwt

@@ -1,90 +1,127 @@
 #include <nlohmann/json.hpp>
 
 #include "bill/bill.h"
+#include "text/json_writer.h"
 
 namespace cwt {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-Json ChargesJson(const std::vector<BreakCharge>& charges) {
-    Json entries = Json::array();
-    for (const BreakCharge& charge : charges) {
-        entries.push_back({{"label", charge.label},
-                           {"weight", charge.weight},
-                           {"amount", charge.amount},
-                           {"raised_to_floor", charge.raised_to_floor}});
-    }
-    return entries;
+void WriteCharges(JsonWriter& json, const std::vector<BreakCharge>& charges) {
+    json.Array([&] {
+        for (const BreakCharge& charge : charges) {
+            json.Object([&] {
+                json.Key("label").Text(charge.label);
+                json.Key("weight").Number(charge.weight);
+                json.Key("amount").Number(charge.amount);
+                json.Key("raised_to_floor").Flag(charge.raised_to_floor);
+            });
+        }
+    });
 }
 
-Json TextOrNull(const std::string& text) {
-    return text.empty() ? Json(nullptr) : Json(text);
+void WritePoint(JsonWriter& json, const BillPoint& point) {
+    json.Object([&] {
+        json.Key("zip").Text(point.zip);
+        json.Key("city").TextOrNull(point.city);
+        json.Key("state").TextOrNull(point.state);
+        json.Key("terminal").TextOrNull(point.terminal);
+        json.Key("service").TextOrNull(point.service);
+    });
 }
 
-Json PointJson(const BillPoint& point) {
-    return {{"zip", point.zip},
-            {"city", TextOrNull(point.city)},
-            {"state", TextOrNull(point.state)},
-            {"terminal", TextOrNull(point.terminal)},
-            {"service", TextOrNull(point.service)}};
+void WriteDays(JsonWriter& json, std::optional<int> days) {
+    days ? json.Number(*days) : json.Null();
 }
 
-/// MM-DD-YYYY as YYYY-MM-DD.
-std::string IsoDate(const std::string& date) {
-    return date.substr(6) + "-" + date.substr(0, 5);
+void WriteTransit(JsonWriter& json, const std::optional<TransitDays>& days) {
+    if (!days) return json.Null();
+    json.Object([&] {
+        WriteDays(json.Key("standard"), days->standard);
+        WriteDays(json.Key("guaranteed"), days->guaranteed);
+        WriteDays(json.Key("border"), days->border);
+    });
 }
 
-Json TransitJson(const std::optional<TransitDays>& days) {
-    if (!days) return nullptr;
-    const auto number = [](std::optional<int> value) {
-        return value ? Json(*value) : Json(nullptr);
-    };
-    return {{"standard", number(days->standard)},
-            {"guaranteed", number(days->guaranteed)},
-            {"border", number(days->border)}};
+void WriteLines(JsonWriter& json, const std::vector<BillLine>& lines) {
+    json.Array([&] {
+        for (const BillLine& line : lines) {
+            json.Object([&] {
+                json.Key("class").Text(line.class_code);
+                json.Key("rated_as").Text(line.rated_as);
+                json.Key("weight").Number(line.weight);
+                json.Key("rate").Text(line.rate);
+                json.Key("charge").Text(line.charge);
+            });
+        }
+    });
+}
+
+void WriteDeficit(JsonWriter& json, const BillLine& deficit) {
+    if (deficit.weight == 0) return json.Null();
+    json.Object([&] {
+        json.Key("weight").Number(deficit.weight);
+        json.Key("rate").Text(deficit.rate);
+        json.Key("charge").Text(deficit.charge);
+    });
+}
+
+/// From where the goods go under which tariff, down to what each line comes to.
+void WriteRating(JsonWriter& json, const Bill& bill) {
+    json.Key("schema").Text("hundredweight/bill/1");
+    json.Key("id").TextOrNull(bill.id);
+    json.Key("description").Text(bill.description);
+    json.Key("currency").Text("USD");
+    json.Key("tariff").Object([&] {
+        json.Key("name").Text(bill.tariff);
+        json.Key("date").Text(IsoDate(bill.date));
+        json.Key("rate_code").Text(bill.rate_code);
+    });
+    WritePoint(json.Key("origin"), bill.origin);
+    WritePoint(json.Key("destination"), bill.destination);
+    WriteTransit(json.Key("transit_days"), bill.transit_days);
+    WriteLines(json.Key("lines"), bill.lines);
+    WriteDeficit(json.Key("deficit"), bill.deficit);
+}
+
+void WriteTotals(JsonWriter& json, const Bill& bill) {
+    json.Key("total_weight").Number(bill.total_weight);
+    json.Key("billed_weight").Number(bill.billed_weight);
+    json.Key("gross_charge").Text(bill.gross);
+    json.Key("discount").Object([&] {
+        json.Key("percent").Text(bill.discount_percent);
+        json.Key("amount").Text(bill.discount_amount);
+    });
+    json.Key("net_charge").Text(bill.net);
+    json.Key("minimum_charge").Text(bill.minimum);
+    json.Key("surcharge").Text(bill.surcharge);
+    json.Key("total_due").Text(bill.total_due);
+    json.Key("charges_by_break").Object([&] {
+        WriteCharges(json.Key("minimum"), bill.minimum_charges);
+        WriteCharges(json.Key("single_shipment"), bill.single_shipment_charges);
+    });
+    json.Key("notes").Array([&] {
+        for (const std::string& note : bill.notes) json.Text(note);
+    });
 }
 
 }  // namespace
 
-Json BillJson(const Bill& bill) {
-    Json lines = Json::array();
-    for (const BillLine& line : bill.lines) {
-        lines.push_back({{"class", line.class_code},
-                         {"rated_as", line.rated_as},
-                         {"weight", line.weight},
-                         {"rate", line.rate},
-                         {"charge", line.charge}});
-    }
-    Json deficit = nullptr;
-    if (bill.deficit.weight != 0) {
-        deficit = {{"weight", bill.deficit.weight},
-                   {"rate", bill.deficit.rate},
-                   {"charge", bill.deficit.charge}};
-    }
-    return {{"schema", "hundredweight/bill/1"},
-            {"id", TextOrNull(bill.id)},
-            {"description", bill.description},
-            {"currency", "USD"},
-            {"tariff",
-             {{"name", bill.tariff}, {"date", IsoDate(bill.date)}, {"rate_code", bill.rate_code}}},
-            {"origin", PointJson(bill.origin)},
-            {"destination", PointJson(bill.destination)},
-            {"transit_days", TransitJson(bill.transit_days)},
-            {"lines", lines},
-            {"deficit", deficit},
-            {"total_weight", bill.total_weight},
-            {"billed_weight", bill.billed_weight},
-            {"gross_charge", bill.gross},
-            {"discount", {{"percent", bill.discount_percent}, {"amount", bill.discount_amount}}},
-            {"net_charge", bill.net},
-            {"minimum_charge", bill.minimum},
-            {"surcharge", bill.surcharge},
-            {"total_due", bill.total_due},
-            {"charges_by_break",
-             {{"minimum", ChargesJson(bill.minimum_charges)},
-              {"single_shipment", ChargesJson(bill.single_shipment_charges)}}},
-            {"notes", bill.notes}};
+std::string IsoDate(const std::string& date) {
+    return date.substr(6) + "-" + date.substr(0, 5);
+}
+
+void WriteJson(JsonWriter& json, const Bill& bill) {
+    json.Object([&] {
+        WriteRating(json, bill);
+        WriteTotals(json, bill);
+    });
+}
+
+nlohmann::ordered_json BillJson(const Bill& bill) {
+    std::string text;
+    JsonWriter json(text, JsonWriter::kCompact);
+    WriteJson(json, bill);
+    return nlohmann::ordered_json::parse(text);
 }
 
 }  // namespace cwt

@@ -1,9 +1,8 @@
-#include <nlohmann/json.hpp>
-
 #include "bill/record_text.h"
 #include "commands/commands.h"
 #include "session/messages.h"
 #include "session/session.h"
+#include "text/json_writer.h"
 
 namespace cwt {
 namespace {
@@ -28,7 +27,10 @@ int Rate(const RateOptions& options) {
     if (options.record) {
         Print(RecordText(session.context()));
     } else if (options.json) {
-        PrintJson(BillJson(bill));
+        std::string text;
+        JsonWriter json(text, JsonWriter::kIndented);
+        WriteJson(json, bill);
+        Print(text + "\n");
     } else {
         Print(BillText(bill));
     }

@@ -6,22 +6,38 @@
 #include <nlohmann/json.hpp>
 
 #include "text/code_page.h"
+#include "text/json_writer.h"
 
 namespace cwt {
 
+void WriteJson(JsonWriter& json, const Refusals& refusals) {
+    json.Array([&] {
+        for (const Refusal& refusal : refusals) {
+            json.Object([&] {
+                json.Key("place").Text(refusal.place);
+                json.Key("code");
+                refusal.code > 0 ? json.Number(refusal.code) : json.Null();
+                json.Key("text").Text(refusal.text);
+                json.Key("written").Text(refusal.written);
+                json.Key("alternatives").Array([&] {
+                    for (const std::string& alternative : refusal.alternatives) {
+                        json.Text(alternative);
+                    }
+                });
+            });
+        }
+    });
+}
+
 nlohmann::ordered_json RefusalsJson(const Refusals& refusals, const std::string& id) {
-    using Json = nlohmann::ordered_json;
-    Json list = Json::array();
-    for (const Refusal& refusal : refusals) {
-        list.push_back({{"place", refusal.place},
-                        {"code", refusal.code > 0 ? Json(refusal.code) : Json(nullptr)},
-                        {"text", refusal.text},
-                        {"written", refusal.written},
-                        {"alternatives", refusal.alternatives}});
-    }
-    return {{"schema", "hundredweight/refusals/1"},
-            {"id", id.empty() ? Json(nullptr) : Json(id)},
-            {"refusals", list}};
+    std::string text;
+    JsonWriter json(text, JsonWriter::kCompact);
+    json.Object([&] {
+        json.Key("schema").Text("hundredweight/refusals/1");
+        json.Key("id").TextOrNull(id);
+        WriteJson(json.Key("refusals"), refusals);
+    });
+    return nlohmann::ordered_json::parse(text);
 }
 
 std::string RefusalText(const Refusal& refusal) {

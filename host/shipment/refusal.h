@@ -8,6 +8,8 @@
 
 namespace cwt {
 
+class JsonWriter;
+
 struct Refusal {
     std::string place;  ///< What is wrong: "destination.zip", "lines[2].class"; empty: the whole.
     std::string text;   ///< In the library's or the engine's words where they have some.
@@ -17,6 +19,9 @@ struct Refusal {
 };
 
 using Refusals = std::vector<Refusal>;
+
+/// Writes the refusals as a JSON array.
+void WriteJson(JsonWriter& json, const Refusals& refusals);
 
 /// The refusals as JSON, of the schema hundredweight/refusals/1; the id is the shipment's.
 nlohmann::ordered_json RefusalsJson(const Refusals& refusals, const std::string& id);

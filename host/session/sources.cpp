@@ -5,7 +5,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <fstream>
-#include <iterator>
 #include <system_error>
 
 #include "session/messages.h"
@@ -65,13 +64,16 @@ std::filesystem::path FindDataDirectory(const std::filesystem::path& given,
 }
 
 void RequireWholeRecords(const std::filesystem::path& file, std::size_t record_size) {
-    std::ifstream stream(file, std::ios::binary);
-    const std::string content(std::istreambuf_iterator<char>(stream), {});
-    const std::size_t whole = content.size() / record_size * record_size;
+    std::ifstream stream(file, std::ios::binary | std::ios::ate);
+    const std::streamoff size = stream.tellg();
+    if (size < 0) return;
+    const std::streamoff rest = size % static_cast<std::streamoff>(record_size);
+    std::string end(static_cast<std::size_t>(rest), ' ');
+    stream.seekg(size - rest).read(end.data(), rest);
     constexpr std::string_view kFillers("\x1A \0\r\n", 5);
-    if (content.find_first_not_of(kFillers, whole) == content.npos) return;
-    throw Failure(file, fmt::format("it ends within a record, {} bytes behind the last whole one",
-                                    content.size() - whole));
+    if (end.find_first_not_of(kFillers) == end.npos) return;
+    throw Failure(file,
+                  fmt::format("it ends within a record, {} bytes behind the last whole one", rest));
 }
 
 void RequireWritable(const std::filesystem::path& file) {

@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <type_traits>
 
 #include "shipment/json_document.h"
 #include "shipment/spelling.h"
@@ -52,9 +53,16 @@ class Section {
     }
 
     const Json& Require(const char* key, const char* wanted) const {
+        return Require(key, [&] { return wanted; });
+    }
+
+    /// The same, with a text that takes a while to make.
+    template <class Wanted>
+    requires std::is_invocable_v<Wanted>
+    const Json& Require(const char* key, Wanted wanted) const {
         const auto found = json_.find(key);
         if (found != json_.end()) return *found;
-        Refuse(key, fmt::format("missing: {} is wanted", wanted));
+        Refuse(key, fmt::format("missing: {} is wanted", wanted()));
         return kNothing;
     }
 
@@ -97,13 +105,13 @@ class Section {
     }
 
     int Integer(const char* key, int low, int high) const {
-        const std::string wanted = fmt::format("a whole number from {} to {}", low, high);
-        const Json& value = Require(key, wanted.c_str());
+        const auto wanted = [&] { return fmt::format("a whole number from {} to {}", low, high); };
+        const Json& value = Require(key, wanted);
         const double number = value.is_number() ? value.get<double>() : std::nan("");
         if (number >= low && number <= high && HasDecimals(number, 0)) {
             return static_cast<int>(number);
         }
-        if (Has(key)) Refuse(key, wanted + " is wanted");
+        if (Has(key)) Refuse(key, wanted() + " is wanted");
         return low;
     }
 
@@ -168,11 +176,11 @@ Point ReadDestination(const Section& section) {
 }
 
 std::vector<ShipmentLine> ReadLines(const Section& shipment, Refusals& refusals) {
-    const std::string wanted = fmt::format("a list of 1 to {} lines", kMostLines);
-    const Json& lines = shipment.Require("lines", wanted.c_str());
+    const auto wanted = [] { return fmt::format("a list of 1 to {} lines", kMostLines); };
+    const Json& lines = shipment.Require("lines", wanted);
     std::vector<ShipmentLine> read;
     if (!lines.is_array() || lines.empty() || lines.size() > kMostLines) {
-        if (shipment.Has("lines")) shipment.Refuse("lines", wanted + " is wanted");
+        if (shipment.Has("lines")) shipment.Refuse("lines", wanted() + " is wanted");
         return read;
     }
     for (const Json& line : lines) {

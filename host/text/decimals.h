@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <cmath>
 #include <cstdlib>
 
 namespace cwt {
@@ -10,6 +11,7 @@ namespace cwt {
 /// Whether a number has at most so many decimals: it is the nearest number to the text of itself
 /// with these.
 inline bool HasDecimals(double value, int decimals) {
+    if (std::trunc(value) == value) return true;
     return std::strtod(fmt::format("{:.{}f}", value, decimals).c_str(), nullptr) == value;
 }
 

@@ -21,7 +21,8 @@ struct Row {
     std::uint64_t number = 0;  ///< From 1.
     std::string id;            ///< The shipment's; empty when it has none that can be read.
     std::variant<Bill, Refusals, Failure> outcome;
-    std::vector<std::string> passed;  ///< Texts of the columns that nobody reads, in their order.
+    /// Texts of the columns that nobody reads, in their order; those that are left out are empty.
+    std::vector<std::string> passed;
 };
 
 /// A form that rows are written in.

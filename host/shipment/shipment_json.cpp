@@ -219,9 +219,13 @@ Surcharge ReadSurcharge(const Section& section) {
 Refusals ReadShipmentJson(std::string_view text, Shipment& shipment) {
     Refusals refusals;
     const Json json = ParseJson(text, refusals);
-    if (json.is_null() && !refusals.empty()) return refusals;
+    if (!json.is_null() || refusals.empty()) ReadShipment(json, shipment, refusals);
+    return refusals;
+}
+
+void ReadShipment(const Json& json, Shipment& shipment, Refusals& refusals) {
     const Section section(json, "", refusals);
-    if (!json.is_object()) return refusals;
+    if (!json.is_object()) return;
     section.AllowOnly({"schema", "id", "description", "origin", "destination", "lines", "tariff",
                        "profile", "factor", "discount", "surcharge", "service_guide"});
     if (section.TextOr("schema", kShipmentSchema) != kShipmentSchema) {
@@ -238,7 +242,6 @@ Refusals ReadShipmentJson(std::string_view text, Shipment& shipment) {
     if (section.Has("factor")) shipment.factor = section.Number("factor");
     if (section.Has("discount")) shipment.discount = section.Child("discount", ReadDiscount);
     if (section.Has("surcharge")) shipment.surcharge = section.Child("surcharge", ReadSurcharge);
-    return refusals;
 }
 
 }  // namespace cwt

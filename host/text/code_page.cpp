@@ -93,6 +93,15 @@ std::optional<std::string> ToCodePage(std::string_view text) {
     return encoded;
 }
 
+bool IsUtf8(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t size = text.size();
+        // A well-formed U+FFFD takes three bytes.
+        if (TakeCharacter(text) == kReplacement && text.size() == size - 1) return false;
+    }
+    return true;
+}
+
 std::string Printable(std::string_view text) {
     std::string shown;
     while (!text.empty()) Append(shown, Shown(TakeCharacter(text)));

@@ -16,6 +16,8 @@ std::string FromCodePage(std::string_view text);
 /// control character, which would end or tear the field.
 std::optional<std::string> ToCodePage(std::string_view text);
 
+bool IsUtf8(std::string_view text);
+
 /// A text of people's own, in which what is no UTF-8 and control characters are replaced alike.
 std::string Printable(std::string_view text);
 

@@ -44,4 +44,15 @@ std::vector<std::string> NearestWord(std::string_view written,
     return {std::string(nearest)};
 }
 
+bool IsOneSlipApart(std::string_view a, std::string_view b) {
+    if (a.size() < b.size()) std::swap(a, b);
+    const auto split = static_cast<std::size_t>(std::ranges::mismatch(a, b).in2 - b.begin());
+    a.remove_prefix(split);
+    b.remove_prefix(split);
+    if (a.empty() || a.size() > b.size() + 1) return false;
+    if (a.size() > b.size()) return a.substr(1) == b;
+    return a.substr(1) == b.substr(1) ||
+           (a.size() > 1 && a[0] == b[1] && a[1] == b[0] && a.substr(2) == b.substr(2));
+}
+
 }  // namespace cwt

@@ -12,4 +12,8 @@ namespace cwt {
 std::vector<std::string> NearestWord(std::string_view written,
                                      std::span<const std::string_view> known);
 
+/// Whether one character that is put in, left out, replaced or changed with its neighbour makes one
+/// word of the other.
+bool IsOneSlipApart(std::string_view a, std::string_view b);
+
 }  // namespace cwt

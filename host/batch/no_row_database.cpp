@@ -26,4 +26,8 @@ std::string RowDatabase::State() {
 
 void RowDatabase::Finish() {}
 
+bool RowDatabase::IsFinished() const {
+    return false;
+}
+
 }  // namespace cwt

@@ -65,7 +65,8 @@ class RowDatabase::Connection {
         if (Text("SELECT count(*) FROM sqlite_schema") == "0") {
             CreateTables();
         } else {
-            RequireUnfinished();
+            RequireSameTables();
+            finished_ = Text("SELECT name FROM sqlite_schema WHERE name = 'batch_state'").empty();
         }
         PrepareInserts();
     }
@@ -92,13 +93,16 @@ class RowDatabase::Connection {
         Run("COMMIT");
     }
 
-    std::string State() { return Text("SELECT state FROM batch_state"); }
+    bool IsFinished() const { return finished_; }
+
+    std::string State() const { return Text("SELECT state FROM batch_state"); }
 
     void Finish() {
         Begin();
         Run("DROP TABLE batch_state");
         Run("CREATE INDEX bills_by_id ON bills(id)");
         Run("COMMIT");
+        finished_ = true;
         for (Statement& insert : inserts_) insert.reset();
         Require(sqlite3_close(database_.release()));
     }
@@ -158,6 +162,7 @@ class RowDatabase::Connection {
 
     /// Begins a transaction unless one is under way.
     void Begin() {
+        if (finished_) throw std::runtime_error(path_ + ": its batch is finished");
         if (sqlite3_get_autocommit(database_.get()) != 0) Run("BEGIN IMMEDIATE");
     }
 
@@ -171,15 +176,12 @@ class RowDatabase::Connection {
         Run("COMMIT");
     }
 
-    void RequireUnfinished() const {
-        if (Text("SELECT name FROM sqlite_schema WHERE name = 'batch_state'").empty()) {
-            throw std::runtime_error(path_ + ": this is no database of an unfinished batch");
-        }
+    void RequireSameTables() const {
         for (std::size_t table = 0; table < kTables; ++table) {
             const std::string sql = Text(
                 fmt::format("SELECT sql FROM sqlite_schema WHERE name = '{}'", kTableNames[table]));
             if (sql == CreateTable(table, tables_[table])) continue;
-            throw std::runtime_error(path_ + ": the batch that left it has other columns");
+            throw std::runtime_error(path_ + ": this is no database of a batch with these columns");
         }
     }
 
@@ -196,6 +198,7 @@ class RowDatabase::Connection {
     RowTables tables_;
     std::unique_ptr<sqlite3, Close> database_;
     std::array<Statement, kTables> inserts_;
+    bool finished_ = false;
 };
 
 bool HasDatabase() {
@@ -221,6 +224,10 @@ std::string RowDatabase::State() {
 
 void RowDatabase::Finish() {
     connection_->Finish();
+}
+
+bool RowDatabase::IsFinished() const {
+    return connection_->IsFinished();
 }
 
 }  // namespace cwt

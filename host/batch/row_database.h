@@ -16,7 +16,7 @@ bool HasDatabase();
 /// was killed in between. Whatever fails throws std::runtime_error.
 class RowDatabase {
  public:
-    /// Creates the database, or opens one that a batch with the same columns has left unfinished.
+    /// Creates the database, or opens one that a batch with the same columns has left.
     RowDatabase(const std::string& path, const std::vector<std::string>& passed);
     ~RowDatabase();
     RowDatabase(const RowDatabase&) = delete;
@@ -33,6 +33,9 @@ class RowDatabase {
 
     /// Drops that text, makes the index of bills by id, and closes the file.
     void Finish();
+
+    /// Whether the batch that has left the database finished it; nothing can be added any more.
+    bool IsFinished() const;
 
  private:
     class Connection;

@@ -1,12 +1,13 @@
 // Writes down all that the library makes of the same data, for a comparison between targets: the
-// sample data themselves, the bill of every shipment as text and JSON, the record afterwards, and
-// the files written for users.
+// sample data themselves, the bill of every shipment as text, JSON and a batch's rows, the record
+// afterwards, and the files written for users.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <set>
@@ -14,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "batch/row.h"
 #include "bill/record_text.h"
 #include "reference/samples/generated_shipments.h"
 #include "reference/samples/sample_data.h"
@@ -29,9 +31,24 @@ namespace fs = std::filesystem;
 constexpr int kGenerated = 300;
 constexpr const char* kMark = "transcript";  ///< A file by which a transcript is known.
 
+/// The rows of a batch in one of its forms.
+struct Rows {
+    std::unique_ptr<cwt::RowForm> form;
+    std::string text = form->Header();
+};
+
 struct Totals {
     int rated = 0;
     std::set<std::string> refusals;
+    uint64_t row = 0;
+    Rows ndjson{cwt::MakeNdjsonForm({"file"})};
+    Rows csv{cwt::MakeCsvForm({"file"})};
+
+    void AddRow(std::variant<cwt::Bill, cwt::Refusals, cwt::Failure> outcome,
+                const std::string& file) {
+        const cwt::Row written{++row, "", std::move(outcome), {file}};
+        for (Rows* rows : {&ndjson, &csv}) rows->form->Append(rows->text, written);
+    }
 };
 
 void Write(const fs::path& path, const std::string& content) {
@@ -71,11 +88,13 @@ std::string Rate(const fs::path& shipment, const fs::path& data, int request_cod
         Write(beside(".bill"), text);
         Write(beside(".bill.json"), cwt::BillJson(*bill).dump(2));
         ++totals.rated;
+        totals.AddRow(*bill, shipment.filename().string());
     } else {
         Write(beside(".refusal"), text);
         Write(beside(".refusal.json"),
               cwt::RefusalsJson(std::get<cwt::Refusals>(outcome), "").dump(2));
         totals.refusals.insert(text);
+        totals.AddRow(std::get<cwt::Refusals>(outcome), shipment.filename().string());
     }
     Write(beside(".record"), cwt::RecordText(session.context()));
     return text;
@@ -137,6 +156,9 @@ void WriteTranscript(const fs::path& directory, const fs::path& cwt) {
             if (name == std::string("shipments")) Print(cwt, shipment);
         }
     }
+    totals.AddRow(cwt::Failure{"the engine ended the program"}, "");
+    Write(directory / "rows.ndjson", totals.ndjson.text);
+    Write(directory / "rows.csv", totals.csv.text);
     RateTogether(rated, directory);
     hundredweight::transcript::WriteUserFiles(directory);
     std::printf("%d shipments rated, %zu kinds of refusal\n", totals.rated, totals.refusals.size());

@@ -29,6 +29,7 @@ RowTables MakeRowTables(const std::vector<std::string>& passed) {
     AddColumns(bills, ColumnsBehindLines());
     bills.insert(bills.end(), {{"code", kWhole}, {"place", kText}, {"reason", kText}});
     std::vector<std::string> taken;
+    taken.reserve(bills.size());
     for (const TableColumn& column : bills) taken.push_back(column.name);
     for (const std::string& name : PassedNames(passed, taken)) bills.push_back({name, kText});
     tables[kLines] = {{"row", kWhole}, {"line", kWhole}};

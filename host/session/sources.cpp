@@ -67,7 +67,7 @@ void RequireWholeRecords(const std::filesystem::path& file, std::size_t record_s
     std::ifstream stream(file, std::ios::binary | std::ios::ate);
     const std::streamoff size = stream.tellg();
     if (size < 0) return;
-    const std::streamoff rest = size % static_cast<std::streamoff>(record_size);
+    const auto rest = static_cast<std::streamsize>(size % static_cast<std::streamoff>(record_size));
     std::string end(static_cast<std::size_t>(rest), ' ');
     stream.seekg(size - rest).read(end.data(), rest);
     constexpr std::string_view kFillers("\x1A \0\r\n", 5);

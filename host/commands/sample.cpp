@@ -1,4 +1,5 @@
 #include "commands/commands.h"
+#include "reference/samples/generated_shipments.h"
 #include "reference/samples/sample_data.h"
 #include "session/messages.h"
 #include "text/path_text.h"
@@ -9,9 +10,28 @@ namespace {
 struct SampleOptions {
     std::string directory;
     bool force = false;
+    int shipments = 0;
 };
 
+/// Prints shipments of the sample tariffs, a row each.
+int PrintShipments(int count) {
+    constexpr std::size_t kChunk = std::size_t{1} << 16;
+    std::string rows;
+    hundredweight::samples::WriteGeneratedRows(count, [&](const std::string& row) {
+        rows += row;
+        if (rows.size() < kChunk) return;
+        Print(rows);
+        rows.clear();
+    });
+    Print(rows);
+    return kDone;
+}
+
 int Sample(const SampleOptions& options) {
+    if (options.directory.empty() == (options.shipments == 0)) {
+        throw Broken("sample: either DIRECTORY or --shipments is wanted");
+    }
+    if (options.shipments > 0) return PrintShipments(options.shipments);
     const std::filesystem::path directory = PathOf(options.directory);
     try {
         const auto there = hundredweight::samples::FindSampleFile(directory);
@@ -33,10 +53,15 @@ void AddSample(CLI::App& app, int& exit_code) {
     CLI::App* command =
         AddCommand(app, "sample", "Write a sample tariff set, the partners' data and shipments.",
                    Sample, options, exit_code);
+    command->add_option(
+        "DIRECTORY", options->directory,
+        "Where to; created when missing. One that has any of the files is refused.");
+    constexpr int kMostShipments = 1000000000;
     command
-        ->add_option("DIRECTORY", options->directory,
-                     "Where to; created when missing. One that has any of the files is refused.")
-        ->required();
+        ->add_option("--shipments", options->shipments,
+                     "Instead, print so many shipments on the sample tariffs, as rows of NDJSON; "
+                     "about one in five is refused. They are the same on every machine.")
+        ->check(CLI::Range(1, kMostShipments));
     command->add_flag("--force", options->force,
                       "Replace the sample's files, PROFILE.FIL included; others stay.");
 }

@@ -112,6 +112,15 @@ class Generator {
 
 }  // namespace
 
+void WriteGeneratedRows(int count, const std::function<void(const std::string&)>& write) {
+    Generator generator;
+    for (int i = 1; i <= count; ++i) {
+        Json shipment = {{"id", fmt::format("G{}", i)}};
+        shipment.update(generator.Shipment());
+        write(shipment.dump() + '\n');
+    }
+}
+
 void WriteGeneratedShipments(const std::filesystem::path& directory, int count) {
     std::filesystem::create_directories(directory);
     Generator generator;

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <string>
 
 namespace hundredweight::samples {
 
@@ -9,5 +11,8 @@ namespace hundredweight::samples {
 /// "000.json" and on. Most can be rated; about one in five has something wrong with it. The
 /// directory is created; throws std::filesystem::filesystem_error when it cannot be.
 void WriteGeneratedShipments(const std::filesystem::path& directory, int count);
+
+/// The same shipments as rows of NDJSON, with ids "G1" and on.
+void WriteGeneratedRows(int count, const std::function<void(const std::string&)>& write);
 
 }  // namespace hundredweight::samples

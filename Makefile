@@ -8,7 +8,8 @@
 # make format        formats the sources          make clean       removes build/, but no sample
 # make packages      installs what all of these need
 
-BUILD_PACKAGES   = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libsqlite3-dev
+BUILD_PACKAGES   = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libsqlite3-dev \
+    zlib1g-dev libzstd-dev
 TEST_PACKAGES    = googletest binutils pkg-config locales python3-jsonschema
 LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32

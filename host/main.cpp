@@ -58,6 +58,7 @@ int Run(int argc, char** argv) {
     int exit_code = cwt::kDone;
     cwt::AddRate(app, exit_code);
     cwt::AddCheck(app, exit_code);
+    cwt::AddBatch(app, exit_code);
     cwt::AddInspect(app, exit_code);
     cwt::AddStates(app, exit_code);
     cwt::AddProfiles(app, exit_code);

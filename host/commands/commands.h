@@ -30,6 +30,7 @@ struct Options {
 /// Add a command. `exit_code` receives what it comes to.
 void AddRate(CLI::App& app, int& exit_code);
 void AddCheck(CLI::App& app, int& exit_code);
+void AddBatch(CLI::App& app, int& exit_code);
 void AddStates(CLI::App& app, int& exit_code);
 void AddProfiles(CLI::App& app, int& exit_code);
 void AddInspect(CLI::App& app, int& exit_code);

@@ -11,6 +11,8 @@ class NdjsonReader : public ShipmentReader {
         shipment = {};
         passed.clear();
         if (row.size() > kLongestRow) return {{"", "a row of more than 1 MiB"}};
+        // Its end is no line more.
+        if (row.ends_with('\n')) row.remove_suffix(1);
         return ReadShipmentJson(row, shipment);
     }
 

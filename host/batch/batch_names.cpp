@@ -1,0 +1,72 @@
+#include "batch/batch_names.h"
+
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+
+#include "batch/packing.h"
+#include "batch/row_database.h"
+#include "shipment/shipment_file.h"
+#include "text/path_text.h"
+
+namespace cwt {
+namespace {
+
+struct Ending {
+    const char* text;
+    Form form;
+};
+
+constexpr Ending kEndings[] = {{"ndjson", Form::kNdjson},    {"jsonl", Form::kNdjson},
+                               {"csv", Form::kCsv},          {"sqlite", Form::kDatabase},
+                               {"sqlite3", Form::kDatabase}, {"db", Form::kDatabase}};
+
+std::optional<Form> FormOf(const std::string& ending) {
+    for (const Ending& known : kEndings) {
+        if (ending == known.text) return known.form;
+    }
+    return std::nullopt;
+}
+
+std::optional<Form> FormOfName(const std::string& name) {
+    std::filesystem::path path = PathOf(name);
+    if (PackingOfName(name) != Packing::kNone) path = path.stem();
+    const std::string ending = PathText(path.extension());
+    return ending.empty() ? std::nullopt : FormOf(ending.substr(1));
+}
+
+[[noreturn]] void AskFor(const std::string& name, const char* option) {
+    throw std::runtime_error(name + ": the name does not tell the form; " + option + " does");
+}
+
+}  // namespace
+
+Form InputForm(const std::string& name, const std::string& told) {
+    const auto form = told.empty() ? FormOfName(name) : FormOf(told);
+    if (!form) AskFor(name == kStandardInput ? "standard input" : name, "--from ndjson or csv");
+    if (*form == Form::kDatabase) {
+        throw std::runtime_error(name + ": shipments are read from NDJSON or CSV");
+    }
+    return *form;
+}
+
+Form OutputForm(const std::string& name, const std::string& told, Form otherwise) {
+    if (name.empty() && told.empty()) return otherwise;
+    const auto form = told.empty() ? FormOfName(name) : FormOf(told);
+    if (!form) AskFor(name, "--to ndjson, csv or sqlite");
+    if (*form != Form::kDatabase) return *form;
+    if (!HasDatabase()) throw std::runtime_error("this build has no SQLite");
+    if (name.empty()) throw std::runtime_error("--to sqlite: a database is written with -o FILE");
+    if (PackingOfName(name) != Packing::kNone) {
+        throw std::runtime_error(name + ": a database is not packed");
+    }
+    return *form;
+}
+
+bool IsWhole(const std::string& output) {
+    namespace fs = std::filesystem;
+    return fs::exists(PathOf(output)) && !fs::exists(PathOf(output + ".partial")) &&
+           !fs::exists(PathOf(output + ".journal"));
+}
+
+}  // namespace cwt

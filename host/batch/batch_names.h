@@ -1,0 +1,18 @@
+// What the names of a batch's files tell.
+#pragma once
+
+#include <string>
+
+#include "batch/row_source.h"
+
+namespace cwt {
+
+/// The form of an input or output: what is told, if anything, else what the name's ending says.
+/// Throws std::runtime_error when neither does, or when the form cannot be had there.
+Form InputForm(const std::string& name, const std::string& told);
+Form OutputForm(const std::string& name, const std::string& told, Form otherwise);
+
+/// Whether an output is there, and no run is under way that would make it.
+bool IsWhole(const std::string& output);
+
+}  // namespace cwt

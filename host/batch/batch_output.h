@@ -1,0 +1,58 @@
+// Where a batch's rows go.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "batch/journal.h"
+#include "batch/packing.h"
+#include "batch/row_source.h"
+
+namespace cwt {
+
+/// Throws std::runtime_error, with the reason, when something cannot be written.
+class BatchOutput {
+ public:
+    BatchOutput() = default;
+    BatchOutput(const BatchOutput&) = delete;
+    BatchOutput& operator=(const BatchOutput&) = delete;
+    virtual ~BatchOutput() = default;
+
+    /// How far the run that goes on had come.
+    virtual Progress begun() const { return {}; }
+
+    /// Writes the rows of a block, or what stands before the first one.
+    virtual void Write(std::string_view bytes) = 0;
+
+    /// After each block: what was written may be kept for good, with how far that is.
+    virtual void Note(Progress /*progress*/) {}
+
+    /// Keeps what can be kept of a run that stops here. Result: the first row that is not.
+    virtual std::uint64_t Stop() { return 1; }
+
+    /// After the last block.
+    virtual void Finish() = 0;
+};
+
+std::unique_ptr<BatchOutput> MakeStandardOutput();
+
+struct OutputTerms {
+    std::filesystem::path path;
+    bool resume = false;
+    nlohmann::ordered_json run;  ///< What the rows depend on besides the input.
+};
+
+/// A file, whole only when it has its name: until then it is called FILE.partial, with
+/// FILE.journal beside it. Throws std::runtime_error when it is there already, or was begun and is
+/// not gone on with.
+std::unique_ptr<BatchOutput> MakeOutputFile(const OutputTerms& terms);
+
+/// The same as a database, with these columns passed on.
+std::unique_ptr<BatchOutput> MakeOutputDatabase(const OutputTerms& terms,
+                                                const std::vector<std::string>& passed);
+
+}  // namespace cwt

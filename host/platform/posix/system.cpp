@@ -1,0 +1,56 @@
+#include "platform/system.h"
+
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace cwt {
+namespace {
+
+volatile std::sig_atomic_t is_interrupted = 0;
+
+}  // namespace
+
+void CatchInterrupts() {
+    struct sigaction action = {};
+    action.sa_handler = [](int) { is_interrupted = 1; };
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        // Without SA_RESTART, so that a wait for input ends; what nohup has put off stays so.
+        struct sigaction before;
+        sigaction(signal, nullptr, &before);
+        if (before.sa_handler != SIG_IGN) sigaction(signal, &action, nullptr);
+    }
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+bool IsInterrupted() {
+    return is_interrupted != 0;
+}
+
+bool IsTerminal(std::FILE* stream) {
+    return isatty(fileno(stream)) == 1;
+}
+
+bool IsStandardStream(const std::filesystem::path& file) {
+    struct stat named, open;
+    if (stat(file.c_str(), &named) != 0) return false;
+    for (const int stream : {STDOUT_FILENO, STDERR_FILENO}) {
+        if (fstat(stream, &open) == 0 && open.st_dev == named.st_dev &&
+            open.st_ino == named.st_ino) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool SyncFile(std::FILE* file) {
+    return std::fflush(file) == 0 && fdatasync(fileno(file)) == 0;
+}
+
+bool LockFile(std::FILE* file) {
+    return flock(fileno(file), LOCK_EX | LOCK_NB) == 0;
+}
+
+}  // namespace cwt

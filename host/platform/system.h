@@ -1,0 +1,27 @@
+// What a host needs of its system besides files: interrupts, terminals, locks.
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+
+namespace cwt {
+
+/// From here on an interrupt (Ctrl-C) or a request to end is noted, and a write to a pipe that
+/// nobody reads fails, instead of ending the program.
+void CatchInterrupts();
+
+/// Whether the program was asked to stop since.
+bool IsInterrupted();
+
+bool IsTerminal(std::FILE* stream);
+
+/// Whether standard output or standard error goes to this file.
+bool IsStandardStream(const std::filesystem::path& file);
+
+/// Has what was written to a file on its disk. False when that fails, with errno.
+bool SyncFile(std::FILE* file);
+
+/// Keeps a file for this process, until it is closed. False when another process has it.
+bool LockFile(std::FILE* file);
+
+}  // namespace cwt

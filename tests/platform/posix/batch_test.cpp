@@ -1,0 +1,277 @@
+// cwt batch as its users run it, with partners that crash, kills, interrupts and full disks.
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <random>
+
+#include "batch/row.h"
+#include "batch/row_database.h"
+#include "reference/samples/generated_shipments.h"
+#include "reference/samples/sample_data.h"
+#include "session/messages.h"
+#include "session/session.h"
+#include "shipment/shipment_json.h"
+
+namespace cwt {
+namespace {
+
+namespace fs = std::filesystem;
+
+class BatchTest : public testing::Test {
+ protected:
+    BatchTest()
+        : before_(fs::current_path()),
+          directory_(fs::temp_directory_path() / fmt::format("batch{}", getpid())) {
+        hundredweight::samples::WriteSampleData(directory_);
+        fs::current_path(directory_);
+    }
+    ~BatchTest() override {
+        fs::current_path(before_);
+        fs::remove_all(directory_);
+    }
+
+    static void Write(const char* name, const std::string& text) {
+        std::ofstream(name, std::ios::binary) << text;
+    }
+
+    static std::string Content(const std::string& name) {
+        std::ifstream file(name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    static void WriteRows(int count) {
+        std::string rows;
+        hundredweight::samples::WriteGeneratedRows(count,
+                                                   [&](const std::string& row) { rows += row; });
+        Write("rows.ndjson", rows);
+    }
+
+    /// Runs the command, with the shell's other words around it. Result: its exit code.
+    static int Run(const std::string& arguments, const std::string& before = "") {
+        const std::string command = before + HWT_CWT " batch " + arguments + " 2>said";
+        const int status = std::system(command.c_str());
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    }
+
+    static void ExpectSaid(const std::string& text) {
+        const std::string said = Content("said");
+        EXPECT_NE(said.find(text), std::string::npos) << said;
+    }
+
+    static std::vector<nlohmann::json> Rows(const std::string& name) {
+        std::vector<nlohmann::json> rows;
+        std::ifstream file(name);
+        for (std::string line; std::getline(file, line);) {
+            rows.push_back(nlohmann::json::parse(line));
+        }
+        return rows;
+    }
+
+    const fs::path before_, directory_;
+};
+
+TEST_F(BatchTest, RowsAreThoseOfOneSessionHoweverTheyAreSpread) {
+    WriteRows(700);
+    Write("rows.ndjson", "\xEF\xBB\xBF" + Content("rows.ndjson") + "\n{\"id\": 7}\nnothing");
+    std::string expected;
+    CollectMessageBoxes();
+    Session session({.data = directory_});
+    const auto form = MakeNdjsonForm({});
+    std::ifstream file("rows.ndjson");
+    file.ignore(3);
+    std::uint64_t number = 0;
+    for (std::string line; std::getline(file, line);) {
+        Shipment shipment;
+        Row row;
+        row.number = ++number;
+        Refusals refusals = ReadShipmentJson(line, shipment);
+        row.id = shipment.id;
+        row.outcome = refusals;
+        if (refusals.empty()) {
+            std::visit([&](auto& outcome) { row.outcome = outcome; },
+                       *std::make_unique<Outcome>(session.Rate(shipment, 0)));
+        }
+        form->Append(expected, row);
+    }
+    const std::string common = "rows.ndjson --jobs ";
+    EXPECT_EQ(Run(common + "1 >one"), 1);
+    EXPECT_TRUE(Content("one") == expected);
+    EXPECT_EQ(Run("- --from ndjson --jobs 3 -o three.ndjson <rows.ndjson"), 1);
+    EXPECT_TRUE(Content("three.ndjson") == expected);
+    std::string parts;
+    for (const char* part : {"1/3", "2/3", "3/3"}) {
+        EXPECT_EQ(Run(common + "2 --part " + part + " >part"), 1);
+        parts += Content("part");
+    }
+    EXPECT_TRUE(parts == expected);
+    for (const auto& [pack, unpack, ending] :
+         {std::tuple{"gzip -c", "gzip -dc", "gz"}, {"zstd -qc", "zstd -qdc", "zst"}}) {
+        if (std::system(fmt::format("{} rows.ndjson >rows.packed", pack).c_str()) != 0) continue;
+        const int exit_code =
+            Run(fmt::format("rows.packed --from ndjson -o out.ndjson.{}", ending));
+        if (exit_code == 2 && Content("said").find("this build has") != std::string::npos) continue;
+        EXPECT_EQ(exit_code, 1) << Content("said");
+        EXPECT_EQ(std::system(fmt::format("{} out.ndjson.{} >out", unpack, ending).c_str()), 0);
+        EXPECT_TRUE(Content("out") == expected);
+        fs::resize_file("rows.packed", fs::file_size("rows.packed") - 9);
+        EXPECT_EQ(Run("rows.packed --from ndjson >out"), 2);
+        ExpectSaid("packed file is cut");
+    }
+}
+
+TEST_F(BatchTest, KilledRunsEndWithTheSameBytes) {
+    WriteRows(5000);
+    std::minstd_rand random(static_cast<unsigned>(getpid()));
+    for (const std::string name : {"out.ndjson", "out.csv", "out.ndjson.gz", "out.sqlite"}) {
+        if (name == "out.sqlite" && !HasDatabase()) continue;
+        if (name == "out.ndjson.gz" && Run("rows.ndjson --part 1/5000 -o x.ndjson.gz") == 2)
+            continue;
+        const std::string whole = "whole-" + name;
+        ASSERT_EQ(Run("rows.ndjson -o " + whole), 1) << Content("said");
+        int kills = 0;
+        for (int exit_code = 0; exit_code != 1;) {
+            const std::string seconds = fmt::format("0.{:03}", 50 + random() % 700);
+            exit_code = Run("rows.ndjson --resume --jobs 2 -o " + name,
+                            kills < 6 ? "timeout -s KILL " + seconds + " " : "");
+            ASSERT_TRUE(exit_code == 1 || exit_code == 137) << exit_code << Content("said");
+            kills += exit_code == 137 ? 1 : 0;
+            EXPECT_EQ(fs::exists(name), exit_code == 1);
+        }
+        EXPECT_GT(kills, 0);
+        EXPECT_TRUE(Content(name) == Content(whole)) << name << " after " << kills << " kills";
+        EXPECT_FALSE(fs::exists(name + ".partial") || fs::exists(name + ".journal"));
+    }
+}
+
+TEST_F(BatchTest, AnInterruptAndAFullDiskLeaveWhatCanBeGoneOnWith) {
+    WriteRows(4000);
+    ASSERT_EQ(Run("rows.ndjson -o whole.ndjson --summary summary.json"), 1);
+    EXPECT_EQ(nlohmann::json::parse(Content("summary.json"))["rows"], 4000);
+    EXPECT_EQ(Run("rows.ndjson -o out.ndjson --progress", "timeout -s INT 0.3 "), 124);
+    ExpectSaid("with --resume goes on");
+    ExpectSaid(" rows/s");
+    EXPECT_EQ(Run("rows.ndjson -o out.ndjson"), 2);
+    ExpectSaid("--resume goes on with it");
+    EXPECT_EQ(Run("rows.ndjson -o out.ndjson --resume --summary summary.json",
+                  "trap '' XFSZ; ulimit -f 4000; "),
+              2);
+    ExpectSaid("File too large");
+    EXPECT_EQ(nlohmann::json::parse(Content("summary.json"))["complete"], false);
+    EXPECT_EQ(Run("rows.ndjson -o out.ndjson --resume"), 1);
+    EXPECT_TRUE(Content("out.ndjson") == Content("whole.ndjson"));
+    EXPECT_EQ(Run("rows.ndjson -o out.ndjson --resume"), 0);
+    ExpectSaid("is whole already");
+    EXPECT_EQ(Run("rows.ndjson >/dev/full"), 2);
+    ExpectSaid("standard output: No space left on device");
+}
+
+TEST_F(BatchTest, WhatAPartnerDoesToARowIsThatRowsAlone) {
+    WriteRows(600);
+    std::vector<nlohmann::json> shipments = Rows("rows.ndjson");
+    const std::map<std::size_t, std::pair<const char*, const char*>> spoiled = {
+        {1, {"Crash", "signal 9 (Killed)"}},
+        {2, {"Exit", "exit code 2"}},
+        {299, {"Tired", ""}},
+        {300, {"Hang", "no answer in 1 seconds"}},
+        {301, {"Tired", ""}},
+        {302, {"Tired", ""}},
+        {600, {"Crash", "signal 9 (Killed)"}},
+    };
+    std::string rows;
+    for (std::size_t i = 1; i <= shipments.size(); ++i) {
+        nlohmann::json& shipment = shipments[i - 1];
+        if (spoiled.contains(i)) {
+            shipment = {{"id", shipment["id"]},
+                        {"origin", {{"zip", "30303"}, {"city", spoiled.at(i).first}}},
+                        {"destination", {{"zip", "60601"}}},
+                        {"tariff", "SMPLNATL"},
+                        {"lines", {{{"class", "70"}, {"weight", 500}}}}};
+        }
+        rows += shipment.dump() + '\n';
+    }
+    Write("spoiled.ndjson", rows);
+    Run("spoiled.ndjson >good");
+    const std::vector<nlohmann::json> good = Rows("good");
+    for (const char* jobs : {"1", "3"}) {
+        EXPECT_EQ(Run(std::string("spoiled.ndjson --timeout 1 --engine " HWT_UNRELIABLE_ENGINE
+                                  " >out --jobs ") +
+                      jobs),
+                  2);
+        const std::vector<nlohmann::json> out = Rows("out");
+        ASSERT_EQ(out.size(), shipments.size());
+        for (std::size_t i = 1; i <= out.size(); ++i) {
+            const nlohmann::json& row = out[i - 1];
+            const std::string reason = spoiled.contains(i) ? spoiled.at(i).second : "";
+            if (reason.empty()) {
+                EXPECT_EQ(row, good[i - 1]);
+            } else {
+                EXPECT_EQ(row["status"], "failed");
+                EXPECT_EQ(row["id"], fmt::format("G{}", i));
+                EXPECT_NE(row["reason"].get<std::string>().find(reason), std::string::npos) << row;
+            }
+        }
+        ExpectSaid("4 failed");
+    }
+    // A partner that answers nothing is not asked for every row.
+    std::string crash = shipments[0].dump() + '\n', crashes;
+    for (int i = 0; i < 100; ++i) crashes += crash;
+    Write("crashes.ndjson", crashes);
+    EXPECT_EQ(Run("crashes.ndjson -o out.ndjson --engine " HWT_UNRELIABLE_ENGINE), 2);
+    ExpectSaid("16 rows failed and none was answered");
+    EXPECT_FALSE(fs::exists("out.ndjson.partial"));
+}
+
+TEST_F(BatchTest, ARunIsNotGoneOnWithUnderOtherTerms) {
+    WriteRows(3000);
+    ASSERT_EQ(Run("rows.ndjson -o out.ndjson", "timeout -s INT 0.4 "), 124);
+    const auto refuse = [](const std::string& arguments, const char* complaint) {
+        EXPECT_EQ(Run(arguments + " -o out.ndjson --resume"), 2) << arguments;
+        ExpectSaid(complaint);
+    };
+    refuse("rows.ndjson --engine " HWT_UNRELIABLE_ENGINE, "begun with engine \"tolvex\"");
+    refuse("rows.ndjson --part 1/2", "begun with part");
+    const std::string rates = Content("tolvex-rates.txt");
+    Write("tolvex-rates.txt", rates + "\n");
+    refuse("rows.ndjson", "tolvex-rates.txt has changed");
+    Write("tolvex-rates.txt", rates);
+    std::string rows = Content("rows.ndjson");
+    rows[10] = '9';
+    Write("other.ndjson", rows);
+}
+
+TEST_F(BatchTest, InputThatIsNoneEndsTheRunBeforeItBegins) {
+    const struct {
+        const char *text, *arguments, *complaint;
+    } cases[] = {
+        {"", "in -o out.ndjson", "--from"},
+        {"", "in --from csv -o out.csv", "header"},
+        {"origin_zip;destination_zip\n", "in --from csv", ";"},
+        {"origin_zip,destination_zip,class_1,weight_1,discont_percent\n", "in --from csv",
+         "discount_percent"},
+        {"{}", "in --from ndjson --part 0/3", "--part"},
+        {"{}", "in --from ndjson -o in", "--to"},
+        {"{}", "in --from ndjson --to csv -o in", "is there already"},
+        {"{}", "- --from ndjson --part 1/2 <in", "standard input"},
+        {"{}", "in --from ndjson --resume", "-o FILE"},
+        {"{}", "in --from ndjson --engine none", "none"},
+        {"{}", "none.ndjson", "none.ndjson: No such file"},
+        {"{}", "in --from ndjson --summary SAMPLE.SET", "no summary"},
+    };
+    for (const auto& [text, arguments, complaint] : cases) {
+        Write("in", text);
+        EXPECT_EQ(Run(std::string(arguments) + " >/dev/null"), 2) << arguments;
+        ExpectSaid(complaint);
+        EXPECT_EQ(Content("in"), text);
+        EXPECT_FALSE(fs::exists("out.csv") || fs::exists("out.csv.partial"));
+    }
+}
+
+}  // namespace
+}  // namespace cwt

@@ -2,11 +2,11 @@
 
 #include <fmt/format.h>
 
-#include <cstdint>
 #include <cstdlib>
 #include <iterator>
 #include <utility>
 
+#include "bill/money.h"
 #include "text/field_text.h"
 
 namespace cwt {
@@ -28,17 +28,6 @@ std::string RatedClass(const RateContext& context, std::size_t line) {
     return TextOf(context.ClassTable[context.LineClassIndex[line]]);
 }
 
-/// An amount in cents.
-int64_t CentsOf(std::string amount) {
-    if (const std::size_t point = amount.find('.'); point != amount.npos) amount.erase(point, 1);
-    return std::atoll(amount.c_str());
-}
-
-std::string AmountOf(int64_t cents) {
-    return fmt::format("{}{}.{:02}", cents < 0 ? "-" : "", std::abs(cents) / 100,
-                       std::abs(cents) % 100);
-}
-
 std::optional<int> DaysOf(const std::string& text) {
     if (text.empty() || text.find_first_not_of("0123456789") != text.npos) return std::nullopt;
     return std::atoi(text.c_str());
@@ -52,15 +41,6 @@ std::vector<BreakCharge> ReadCharges(const BreakList& list) {
             {TextOf(list.Labels[j]), list.Weights[j], list.Amounts[j], list.Marks[j][0] == '*'});
     }
     return charges;
-}
-
-/// Whether a text is a whole amount, down to its cents.
-bool IsAmount(const std::string& text) {
-    const std::size_t point = text.find('.');
-    const std::size_t first = text.starts_with('-') ? 1 : 0;
-    return point != std::string::npos && point > first && text.size() == point + 3 &&
-           text.find_first_not_of("0123456789", first) == point &&
-           text.find_first_not_of("0123456789", point + 1) == std::string::npos;
 }
 
 }  // namespace
@@ -91,7 +71,7 @@ Bill ReadBill(const RateContext& context, std::vector<std::string> notes) {
     bill.surcharge = TextOf(context.SurchargeText);
     bill.minimum = Unpadded(TextOf(context.MinChargeText));
     bill.net = Unpadded(TextOf(context.NetChargeText));
-    const int64_t due = CentsOf(bill.net) + CentsOf(bill.surcharge);
+    const Cents due = CentsOf(bill.net) + CentsOf(bill.surcharge);
     bill.total_due = AmountOf(due);
     if (context.UseServiceGuide != 0) {
         bill.transit_days = {DaysOf(TextOf(context.SgValueA)), DaysOf(TextOf(context.SgValueB)),
@@ -106,7 +86,7 @@ Bill ReadBill(const RateContext& context, std::vector<std::string> notes) {
 Refusals CheckAmounts(const Bill& bill) {
     Refusals refusals;
     const auto check = [&](const std::string& place, const std::string& amount) {
-        if (!IsAmount(amount))
+        if (!ParseCents(amount))
             refusals.push_back({place, "no amount in dollars and cents", 0, amount});
     };
     int weight = 0;
@@ -133,7 +113,7 @@ Refusals CheckAmounts(const Bill& bill) {
 }
 
 std::string GrossNote(const Bill& bill) {
-    int64_t cents = CentsOf(bill.deficit.charge);
+    Cents cents = CentsOf(bill.deficit.charge);
     for (const BillLine& line : bill.lines) cents += CentsOf(line.charge);
     if (cents == CentsOf(bill.gross)) return {};
     return fmt::format("gross_charge: {} is rounded, the lines add up to {}", bill.gross,

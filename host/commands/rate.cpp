@@ -12,12 +12,29 @@ constexpr int kHighestRequestCode = 99;
 struct RateOptions : Options {
     int request_code = 0;
     bool record = false;
+    bool explain = false;
 };
+
+int Explain(const RateOptions& options, const Shipment& shipment, Session& session) {
+    const ExplainedOutcome outcome = session.Explain(shipment, options.request_code);
+    if (const auto* refusals = std::get_if<Refusals>(&outcome)) {
+        return RefuseShipment(options, shipment, *refusals);
+    }
+    const auto& explained = std::get<ExplainedBill>(outcome);
+    SayNotes(session, explained.bill.notes);
+    if (options.json) {
+        PrintJson(ExplanationJson(explained.bill, explained.explanation));
+    } else {
+        Print(BillText(explained.bill) + '\n' + ExplanationText(explained.explanation));
+    }
+    return kDone;
+}
 
 int Rate(const RateOptions& options) {
     const ShipmentInput input = ReadShipmentInput(options);
     if (!input.refusals.empty()) return RefuseShipment(options, input.shipment, input.refusals);
     Session session(input.sources);
+    if (options.explain) return Explain(options, input.shipment, session);
     const Outcome outcome = session.Rate(input.shipment, options.request_code);
     if (const auto* refusals = std::get_if<Refusals>(&outcome)) {
         return RefuseShipment(options, input.shipment, *refusals);
@@ -52,6 +69,11 @@ void AddRate(CLI::App& app, int& exit_code) {
         ->add_flag("--record", options->record,
                    "Print the library's record instead: the fields that are set, in hexadecimal.")
         ->excludes(command->get_option("--json"));
+    command
+        ->add_flag("--explain", options->explain,
+                   "Tell behind the bill why it says what it says, and where each figure comes "
+                   "from.")
+        ->excludes(command->get_option("--record"));
 }
 
 }  // namespace cwt

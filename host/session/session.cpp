@@ -6,9 +6,11 @@
 #include <cstdlib>
 #include <utility>
 
+#include "session/explained.h"
 #include "session/messages.h"
 #include "session/notes.h"
 #include "session/profile_list.h"
+#include "session/rated_shipment.h"
 #include "session/set_files.h"
 #include "session/shipment_entry.h"
 #include "shipment/spelling.h"
@@ -244,6 +246,17 @@ Outcome Session::Rate(const Shipment& shipment, int request_code) {
     if (!refusals.empty()) return refusals;
     if (std::string note = GrossNote(bill); !note.empty()) bill.notes.push_back(std::move(note));
     return bill;
+}
+
+ExplainedOutcome Session::Explain(const Shipment& shipment, int request_code) {
+    Outcome outcome = Rate(shipment, request_code);
+    if (auto* refusals = std::get_if<Refusals>(&outcome)) return std::move(*refusals);
+    if (!files_) files_.emplace(sources_, discounts_elsewhere_);
+    if (!looked_at_) looked_at_ = std::make_unique<RateContext>();
+    ExplainedBill explained = {std::get<Bill>(std::move(outcome)), {}};
+    explained.explanation =
+        cwt::Explain(LookAt(shipment, *context_, explained.bill, *files_, *looked_at_));
+    return explained;
 }
 
 }  // namespace cwt

@@ -11,6 +11,8 @@
 #include <vector>
 
 #include "bill/bill.h"
+#include "bill/explanation.h"
+#include "session/data_files.h"
 #include "session/partner_library.h"
 #include "session/shipment_check.h"
 #include "session/sources.h"
@@ -22,6 +24,12 @@ namespace cwt {
 
 /// What came of a shipment.
 using Outcome = std::variant<Bill, Refusals>;
+
+struct ExplainedBill {
+    Bill bill;
+    Explanation explanation;
+};
+using ExplainedOutcome = std::variant<ExplainedBill, Refusals>;
 
 /// A loaded tariff set with its level file, discounts and a running engine. Whatever is broken
 /// about them, or breaks later, throws Broken.
@@ -35,6 +43,9 @@ class Session {
     /// Rates a shipment, from the record as the load left it: no shipment sees another. The code is
     /// passed on to the engine.
     Outcome Rate(const Shipment& shipment, int request_code);
+
+    /// The same, with the reasons for what the bill says.
+    ExplainedOutcome Explain(const Shipment& shipment, int request_code);
 
     /// The state of a postal code that a shipment could have.
     StateAnswer StateOf(const std::string& postal_code);
@@ -79,6 +90,8 @@ class Session {
     std::vector<std::string> notes_;       ///< On the shipment at hand.
     std::filesystem::path discounts_elsewhere_;
     std::string said_;
+    std::optional<DataFiles> files_;          ///< Once a bill is explained.
+    std::unique_ptr<RateContext> looked_at_;  ///< A copy for an explanation's look-ups.
 };
 
 }  // namespace cwt

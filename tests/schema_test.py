@@ -29,13 +29,15 @@ def faults(path, schema, text=None):
 
 complaints, bills, refusals = [], 0, 0
 for shipment in sorted(pathlib.Path(sys.argv[2]).glob("*/*.json")):
-    if ".bill" in shipment.name or ".refusal" in shipment.name:
+    if any(made in shipment.name for made in (".bill", ".explained", ".refusal")):
         continue
     bill = shipment.with_suffix(".bill.json")
     if bill.exists():
         # What the schema of a shipment does not allow is not rated.
         complaints += faults(shipment, "hundredweight/shipment/1")
         complaints += faults(bill, "hundredweight/bill/1")
+        explained = shipment.with_suffix(".explained.json")
+        complaints += faults(explained, "hundredweight/explanation/1")
         bills += 1
     else:
         complaints += faults(shipment.with_suffix(".refusal.json"), "hundredweight/refusals/1")

@@ -3,6 +3,7 @@
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <string_view>
 
@@ -52,15 +53,16 @@ Json SourceJson(const Source& source) {
 Json StatementJson(const Statement& statement) {
     Json figures = Json::object();
     for (const Figure& figure : statement.figures) {
-        std::visit([&](const auto& value) { figures[figure.name] = value; }, figure.value);
+        figures[figure.name] =
+            figure.is_whole ? Json(std::atoi(figure.text.c_str())) : Json(figure.text);
     }
     Json sources = Json::array();
     for (const Source& source : statement.sources) sources.push_back(SourceJson(source));
     return {{"topic", statement.topic},
             {"words", statement.words},
-            {"figures", figures},
+            {"figures", std::move(figures)},
             {"adds_up", statement.adds_up ? Json(*statement.adds_up) : Json(nullptr)},
-            {"sources", sources}};
+            {"sources", std::move(sources)}};
 }
 
 }  // namespace
@@ -85,7 +87,7 @@ Json ExplanationJson(const Bill& bill, const Explanation& explanation) {
     for (const Statement& statement : explanation) statements.push_back(StatementJson(statement));
     return {{"schema", "hundredweight/explanation/1"},
             {"bill", BillJson(bill)},
-            {"statements", statements}};
+            {"statements", std::move(statements)}};
 }
 
 }  // namespace cwt

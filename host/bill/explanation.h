@@ -5,7 +5,7 @@
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
-#include <variant>
+#include <utility>
 #include <vector>
 
 #include "bill/bill.h"
@@ -24,8 +24,13 @@ struct Source {
 /// A figure of the bill or of its data. Money, rates and percentages are texts of two decimals,
 /// weights whole pounds.
 struct Figure {
+    Figure(const char* its_name, std::string value) : name(its_name), text(std::move(value)) {}
+    Figure(const char* its_name, int value)
+        : name(its_name), text(std::to_string(value)), is_whole(true) {}
+
     const char* name;
-    std::variant<int, std::string> value;
+    std::string text;
+    bool is_whole = false;  ///< A whole number, in JSON too.
 };
 
 struct Statement {

@@ -1,6 +1,7 @@
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <iterator>
 #include <string_view>
@@ -15,12 +16,13 @@ constexpr std::size_t kBreaks = 9;
 
 /// A postal code as ranges of the profile are searched by it: a short letter code stands for all
 /// codes that begin with it.
-std::string ZipKey(std::string zip, std::size_t length) {
+std::array<char, 7> ZipKey(const char (&zip)[7], std::size_t length) {
+    std::array<char, sizeof zip> key = {};
+    const std::size_t size = strnlen(zip, sizeof zip);
+    std::memcpy(key.data(), zip, size);
     const bool letter = (zip[0] >= 'A' && zip[0] <= 'Z') || (zip[0] >= 'a' && zip[0] <= 'z');
-    const bool is_short = letter && zip.size() < length;
-    zip.resize(sizeof RateContext::OrigZip, '\0');
-    if (is_short) zip.replace(3, 2, "0A");
-    return zip;
+    if (letter && size < length) std::memcpy(key.data() + 3, "0A", 2);
+    return key;
 }
 
 /// The number of a record's characters that count.
@@ -44,7 +46,7 @@ bool Fits(const RatedShipment& rated, const ZipDiscountRecord& record) {
                is_in(rated.destination.state, record.DestHigh);
     }
     const auto is_within = [&](const char(&zip)[7], const char(&low)[7], const char(&high)[7]) {
-        const std::string key = ZipKey(std::string(zip, strnlen(zip, sizeof zip)), length);
+        const auto key = ZipKey(zip, length);
         return std::memcmp(key.data(), low, length) >= 0 &&
                std::memcmp(key.data(), high, length) <= 0;
     };

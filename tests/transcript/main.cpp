@@ -1,6 +1,6 @@
 // Writes down all that the library makes of the same data, for a comparison between targets: the
-// sample data themselves, the bill of every shipment as text, JSON and a batch's rows, the record
-// afterwards, and the files written for users.
+// sample data themselves, the bill of every shipment as text, JSON and a batch's rows, its
+// explanation, the record afterwards, and the files written for users.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -75,6 +75,17 @@ std::string OutcomeText(const cwt::Outcome& outcome) {
     return text;
 }
 
+/// Writes why the bill says what it says, if the shipment can be read and rated.
+void WriteExplanation(cwt::Session& session, const fs::path& shipment, int request_code) {
+    cwt::Shipment read;
+    if (!cwt::ReadShipmentFile(shipment.string(), read).empty()) return;
+    const cwt::ExplainedOutcome outcome = session.Explain(read, request_code);
+    if (const auto* explained = std::get_if<cwt::ExplainedBill>(&outcome)) {
+        const auto json = cwt::ExplanationJson(explained->bill, explained->explanation);
+        Write(fs::path(shipment).replace_extension(".explained.json"), json.dump(2));
+    }
+}
+
 /// Rates a shipment in a session of its own, and writes what came of it to files beside it. Result:
 /// the text of it.
 std::string Rate(const fs::path& shipment, const fs::path& data, int request_code, Totals& totals) {
@@ -97,6 +108,7 @@ std::string Rate(const fs::path& shipment, const fs::path& data, int request_cod
         totals.AddRow(std::get<cwt::Refusals>(outcome), shipment.filename().string());
     }
     Write(beside(".record"), cwt::RecordText(session.context()));
+    WriteExplanation(session, shipment, request_code);
     return text;
 }
 
@@ -125,7 +137,7 @@ void Print(const fs::path& cwt, const fs::path& shipment) {
     const fs::path before = fs::current_path();
     fs::current_path(shipment.parent_path());
     const std::string file = shipment.filename().string();
-    for (const std::string form : {"", "--json", "--record"}) {
+    for (const std::string form : {"", "--json", "--record", "--explain"}) {
         const std::string out = file + ".printed" + form;
         std::system(
             (cwt.string() + " rate " + file + " " + form + " >" + out + " 2>" + out + ".errors")

@@ -112,9 +112,14 @@ Refusals CheckAmounts(const Bill& bill) {
     return refusals;
 }
 
-std::string GrossNote(const Bill& bill) {
+Cents SumOfLines(const Bill& bill) {
     Cents cents = CentsOf(bill.deficit.charge);
     for (const BillLine& line : bill.lines) cents += CentsOf(line.charge);
+    return cents;
+}
+
+std::string GrossNote(const Bill& bill) {
+    const Cents cents = SumOfLines(bill);
     if (cents == CentsOf(bill.gross)) return {};
     return fmt::format("gross_charge: {} is rounded, the lines add up to {}", bill.gross,
                        AmountOf(cents));

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "bill/money.h"
 #include "shipment/refusal.h"
 
 namespace cwt {
@@ -77,6 +78,9 @@ Bill ReadBill(const RateContext& context, std::vector<std::string> notes);
 /// Refuses amounts that are none: the record holds them in part, or an engine gave no answer that
 /// could be read; and weights that are not those of the lines.
 Refusals CheckAmounts(const Bill& bill);
+
+/// The charges of the lines and the deficit.
+Cents SumOfLines(const Bill& bill);
 
 /// Tells of a gross charge that is not the sum of its lines to the cent, since the library sums in
 /// single precision: above 131,072 dollars. Empty when it is.

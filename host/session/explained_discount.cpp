@@ -81,14 +81,15 @@ void ExplainDiscount(const RatedShipment& rated, Explanation& explanation) {
         .figures = {{"percent", bill.discount_percent}, {"amount", bill.discount_amount}},
         .sources = origin.sources};
     const int64_t percent = CentsOf(bill.discount_percent);
+    const Cents gross = SumOfLines(bill);
     if (origin.has_values || percent != 0) ExplainPercent(rated, place, origin, statement);
-    statement.adds_up = PercentOf(CentsOf(bill.gross), percent) == CentsOf(bill.discount_amount);
+    statement.adds_up = PercentOf(gross, percent) == CentsOf(bill.discount_amount);
     if (!*statement.adds_up) {
         statement.words +=
             fmt::format(" The engine's own amount stands: {}.", bill.discount_amount);
     } else if (percent != 0) {
-        statement.words += fmt::format(" {} x {} / 100 = {}.", bill.gross, bill.discount_percent,
-                                       bill.discount_amount);
+        statement.words += fmt::format(" {} x {} / 100 = {}.", AmountOf(gross),
+                                       bill.discount_percent, bill.discount_amount);
     }
     if (rated.context.NoFlatDiscountFlag == 'Y' && origin.has_values) {
         statement.words += " The tariff set allows no flat percentages.";

@@ -62,26 +62,23 @@ void ExplainLine(const RatedShipment& rated, std::size_t i, Explanation& explana
 
 void ExplainGross(const Bill& bill, Explanation& explanation) {
     Statement statement = {.topic = "gross", .figures = {{"gross_charge", bill.gross}}};
-    Cents sum = 0;
     std::string terms;
-    const auto add = [&](const std::string& charge) {
-        sum += CentsOf(charge);
-        terms += (terms.empty() ? "" : " + ") + charge;
-    };
-    for (const BillLine& line : bill.lines) add(line.charge);
+    for (const BillLine& line : bill.lines) terms += line.charge + " + ";
     if (bill.deficit.weight != 0) {
-        add(bill.deficit.charge);
+        terms += bill.deficit.charge + " + ";
         statement.sources.push_back({.field = "ExtraChargeText"});
     }
+    terms.resize(terms.size() - 3);
+    const Cents sum = SumOfLines(bill);
     statement.adds_up = sum == CentsOf(bill.gross);
-    if (bill.lines.size() == 1 && *statement.adds_up && bill.deficit.weight == 0) {
-        statement.words = fmt::format("The charge of the one line, {}.", bill.gross);
-    } else if (*statement.adds_up) {
-        statement.words = fmt::format("{} = {}.", terms, bill.gross);
+    if (*statement.adds_up) {
+        statement.words = terms == bill.gross
+                              ? fmt::format("The charge of the one line, {}.", terms)
+                              : fmt::format("{} = {}.", terms, bill.gross);
     } else {
         statement.words = fmt::format(
-            "The library's own sum stands, {}; the lines add up to {}. It sums in single "
-            "precision.",
+            "The library's own sum stands: {}. It is rounded to single precision; the lines add up "
+            "to {}, which the engine's discount and net charge are held against.",
             bill.gross, AmountOf(sum));
     }
     statement.sources.push_back({.field = "GrossChargeText"});

@@ -37,14 +37,15 @@ void ExplainLaneMinimum(const RatedShipment& rated, Statement& statement) {
 
 void ExplainNet(const Bill& bill, Explanation& explanation) {
     Statement statement = {.topic = "net", .figures = {{"net_charge", bill.net}}};
-    const Cents less = CentsOf(bill.gross) - CentsOf(bill.discount_amount);
+    const Cents gross = SumOfLines(bill);
+    const Cents less = gross - CentsOf(bill.discount_amount);
     const Cents minimum = CentsOf(bill.minimum);
     statement.adds_up = std::max(less, minimum) == CentsOf(bill.net);
     if (!*statement.adds_up) {
         statement.words = fmt::format("The engine's own net charge stands: {}.", bill.net);
     } else {
         statement.words =
-            fmt::format("{} - {} = {}", bill.gross, bill.discount_amount, AmountOf(less));
+            fmt::format("{} - {} = {}", AmountOf(gross), bill.discount_amount, AmountOf(less));
         if (less < minimum) {
             statement.words += fmt::format(". The minimum of {} holds: {} more.", bill.minimum,
                                            AmountOf(minimum - less));

@@ -5,35 +5,26 @@
 
 #include "session/discount_origin.h"
 #include "session/explained.h"
-#include "session/minimum_charge.h"
 
 namespace cwt {
 namespace {
 
-/// Names the floor to which charges by weight break are raised with a mark. Result: whether there
-/// is one.
-bool NameFloor(const RatedShipment& rated, Statement& statement) {
+/// What raises charges by weight break with a mark; empty when nothing does.
+std::string FloorWords(const RatedShipment& rated, Statement& statement) {
     const RateContext& context = rated.context;
-    if (context.DiscountFloor != 0.0F) {
-        const std::string floor = fmt::format("{:.2f}", double{context.DiscountFloor});
-        statement.words += fmt::format("the discount's floor of {}", floor);
-        statement.figures.push_back({"floor", floor});
-        const DiscountOrigin origin = FindDiscountOrigin(rated, 0);
-        if (origin.has_values) {
-            statement.sources.push_back(origin.floor);
-        } else {
-            statement.sources.push_back({.field = "DiscountFloorText"});
-        }
-        return true;
-    }
-    if (context.ZmcFloor == 0.0F) return false;
-    const std::string floor = fmt::format("{:.2f}", double{context.ZmcFloor});
-    statement.words += fmt::format("the minimum-charge file's floor of {}", floor);
+    const bool of_discount = context.DiscountFloor != 0.0F;
+    const float amount = of_discount ? context.DiscountFloor : context.ZmcFloor;
+    if (amount == 0.0F) return {};
+    const std::string floor = fmt::format("{:.2f}", double{amount});
     statement.figures.push_back({"floor", floor});
-    if (const auto match = FindMinimumCharge(rated)) {
-        statement.sources.push_back(match->source);
+    if (of_discount) {
+        const DiscountOrigin origin = FindDiscountOrigin(rated, 0);
+        statement.sources.push_back(origin.has_values ? origin.floor
+                                                      : Source{.field = "DiscountFloorText"});
+        return fmt::format("The discount's floor of {}", floor);
     }
-    return true;
+    if (rated.lane) statement.sources.push_back(rated.lane->source);
+    return fmt::format("The minimum-charge file's floor of {}", floor);
 }
 
 void ExplainList(const RatedShipment& rated, const char* name, int list,
@@ -45,14 +36,12 @@ void ExplainList(const RatedShipment& rated, const char* name, int list,
     Statement statement = {.topic = "break_charges",
                            .figures = {{"entries", count}, {"raised", raised}}};
     statement.words = fmt::format("{}: the engine's {} charges, in whole dollars. ", name, count);
-    const std::size_t before = statement.words.size();
-    if (NameFloor(rated, statement)) {
-        statement.words += raised == 0
-                               ? ", cut to whole dollars, raises none"
-                               : fmt::format(", cut to whole dollars, has raised {}", raised);
-        statement.words[before] = 'T';
-    } else {
+    const std::string floor = FloorWords(rated, statement);
+    if (floor.empty()) {
         statement.words += "No floor raises them";
+    } else {
+        statement.words += fmt::format("{}, cut to whole dollars, has raised {}", floor,
+                                       raised == 0 ? "none" : std::to_string(raised));
     }
     if (const float minimum = rated.context.ZmcMinimum; minimum > 0) {
         statement.words += fmt::format(

@@ -35,6 +35,22 @@ std::optional<std::size_t> PlaceInList(const RatedShipment& rated) {
     return std::min(*weight_break, sent - 1);
 }
 
+/// Entered values and those of groups reach as many weight breaks as the discount file has columns.
+bool IsCarried(const RateContext& context, std::size_t place) {
+    constexpr char kFromZipRecord = 'Z';
+    return context.DiscountSource == kFromZipRecord ||
+           static_cast<int32_t>(place) < context.DiscBreakCount;
+}
+
+std::string PercentWords(const RatedShipment& rated, std::size_t place) {
+    const std::size_t billed = *rated.engine.BreakOf(rated.bill.billed_weight);
+    const int lowest = rated.engine.breaks[billed];
+    const std::string words = fmt::format(" {} percent is that of weight break {}",
+                                          rated.bill.discount_percent, place + 1);
+    if (billed == place) return fmt::format("{}, {}#>.", words, lowest);
+    return fmt::format("{}, the last of the list, for {}#> behind it.", words, lowest);
+}
+
 /// Says which percentage the bill bears, if it is one of the list.
 void ExplainPercent(const RatedShipment& rated, std::optional<std::size_t> place,
                     const DiscountOrigin& origin, Statement& statement) {
@@ -51,14 +67,13 @@ void ExplainPercent(const RatedShipment& rated, std::optional<std::size_t> place
         const float listed = context.DiscountBreakPercent[i];
         return flat == 0 && Hundredths(listed) == CentsOf(percent);
     };
-    if (place && is_billed(*place)) {
-        const std::size_t billed = *rated.engine.BreakOf(rated.bill.billed_weight);
-        const int lowest = rated.engine.breaks[billed];
-        statement.words +=
-            fmt::format(" {} percent is that of weight break {}", percent, *place + 1);
-        statement.words += billed == *place
-                               ? fmt::format(", {}#>.", lowest)
-                               : fmt::format(", the last of the list, for {}#> behind it.", lowest);
+    if (place && is_billed(*place) && !IsCarried(context, *place)) {
+        statement.words += fmt::format(
+            " It is {} percent at weight break {}, since the discount file has {} weight columns.",
+            percent, *place + 1, +context.DiscBreakCount);
+        statement.sources.push_back(rated.files.Record("DIS", 1, "DisWeightColumns"));
+    } else if (place && is_billed(*place)) {
+        statement.words += PercentWords(rated, *place);
         if (origin.has_values) statement.sources.push_back(origin.percent);
     } else {
         statement.words += fmt::format(

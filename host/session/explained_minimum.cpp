@@ -4,7 +4,6 @@
 
 #include "bill/money.h"
 #include "session/explained.h"
-#include "session/minimum_charge.h"
 
 namespace cwt {
 namespace {
@@ -19,7 +18,7 @@ void ExplainLaneMinimum(const RatedShipment& rated, Statement& statement) {
         statement.words += " The tariff set has no minimum-charge file.";
         return;
     }
-    const auto match = FindMinimumCharge(rated);
+    const std::optional<MinimumChargeMatch>& match = rated.lane;
     if (!match) {
         statement.words += " The shipment falls under no record of the minimum-charge file.";
         return;

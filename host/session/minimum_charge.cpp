@@ -55,26 +55,32 @@ bool Fits(const MinimumCharge& record, const RateContext& context) {
 
 /// The number of the first record of these bytes, which is the one that was taken.
 int NumberOf(const char (&record)[sizeof(MinimumCharge)], const std::filesystem::path& file) {
+    constexpr int kRecordsPerRead = 200;
     std::ifstream stream(file, std::ios::binary);
-    char other[sizeof(MinimumCharge)];
-    for (int number = 1; stream.read(other, sizeof other); ++number) {
-        if (std::memcmp(other, record, sizeof other) == 0) return number;
+    char records[kRecordsPerRead][sizeof(MinimumCharge)];
+    for (int before = 0; stream; before += kRecordsPerRead) {
+        stream.read(records[0], sizeof records);
+        const int arrived = static_cast<int>(stream.gcount() / std::streamsize{sizeof record});
+        for (int i = 0; i < arrived; ++i) {
+            if (std::memcmp(records[i], record, sizeof record) == 0) return before + i + 1;
+        }
     }
     return 0;
 }
 
 }  // namespace
 
-std::optional<MinimumChargeMatch> FindMinimumCharge(const RatedShipment& rated) {
+std::optional<MinimumChargeMatch> FindMinimumCharge(const RateContext& context,
+                                                    const DataFiles& files) {
     // The library leaves the record here that it has compared last.
     MinimumCharge record;
-    std::memcpy(&record, rated.context.ZmcRecord, sizeof record);
-    if (rated.context.ZmcCount <= 0 || !Fits(record, rated.context)) return std::nullopt;
-    const int number = NumberOf(rated.context.ZmcRecord, rated.files.Path("ZMC"));
+    std::memcpy(&record, context.ZmcRecord, sizeof record);
+    if (context.ZmcCount <= 0 || !Fits(record, context)) return std::nullopt;
+    const int number = NumberOf(context.ZmcRecord, files.Path("ZMC"));
     const bool one_way = record.Direction == 'F';
     return MinimumChargeMatch{
         .record = number,
-        .source = number == 0 ? Source{.field = "ZmcRecord"} : rated.files.Record("ZMC", number),
+        .source = number == 0 ? Source{.field = "ZmcRecord"} : files.Record("ZMC", number),
         .words = fmt::format(
             "{} postal codes {}-{} {} {}-{}{}, rate codes {}-{}", one_way ? "from" : "between",
             TextOf(record.FirstLow), TextOf(record.FirstHigh), one_way ? "to" : "and",

@@ -1,10 +1,12 @@
 // The record of a set's minimum-charge file that a rated shipment has fallen under.
 #pragma once
 
+#include <hundredweight/rate_context.h>
+
 #include <optional>
 #include <string>
 
-#include "session/rated_shipment.h"
+#include "session/data_files.h"
 
 namespace cwt {
 
@@ -17,6 +19,7 @@ struct MinimumChargeMatch {
 };
 
 /// Nothing when the shipment falls under none, or the set has no such file.
-std::optional<MinimumChargeMatch> FindMinimumCharge(const RatedShipment& rated);
+std::optional<MinimumChargeMatch> FindMinimumCharge(const RateContext& context,
+                                                    const DataFiles& files);
 
 }  // namespace cwt

@@ -98,7 +98,8 @@ RatedShipment LookAt(const Shipment& shipment, const RateContext& context, const
             .files = files,
             .origin = SettleState("origin", shipment.origin, files, copy),
             .destination = SettleState("destination", shipment.destination, files, copy),
-            .engine = AskForTables(copy)};
+            .engine = AskForTables(copy),
+            .lane = FindMinimumCharge(context, files)};
 }
 
 }  // namespace cwt

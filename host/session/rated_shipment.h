@@ -10,6 +10,7 @@
 #include "bill/bill.h"
 #include "bill/explanation.h"
 #include "session/data_files.h"
+#include "session/minimum_charge.h"
 #include "shipment/shipment.h"
 
 namespace cwt {
@@ -41,6 +42,7 @@ struct RatedShipment {
     SettledState origin;
     SettledState destination;
     EngineTables engine;
+    std::optional<MinimumChargeMatch> lane;  ///< What the minimum-charge file says.
 
     Source Defaults(const std::string& field) const { return files.Record("DEF", 1, field); }
     Source Settings(const std::string& field) const { return files.Record("SET", 1, field); }

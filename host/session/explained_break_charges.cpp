@@ -13,7 +13,7 @@ namespace {
 std::string FloorWords(const RatedShipment& rated, Statement& statement) {
     const RateContext& context = rated.context;
     const bool of_discount = context.DiscountFloor != 0.0F;
-    const float amount = of_discount ? context.DiscountFloor : context.ZmcFloor;
+    const float amount = of_discount ? +context.DiscountFloor : +context.ZmcFloor;
     if (amount == 0.0F) return {};
     const std::string floor = fmt::format("{:.2f}", double{amount});
     statement.figures.push_back({"floor", floor});

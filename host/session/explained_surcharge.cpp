@@ -122,7 +122,7 @@ void ExplainSurcharge(const RatedShipment& rated, Explanation& explanation) {
         statement.words = fmt::format("The {} percentage {}, ", low ? "low" : "high", origin.words);
         statement.sources.push_back(low ? origin.low : origin.high);
         ExplainSide(rated, weight_break, low, statement);
-        const float percent = low ? context.DefFactorLow : context.DefFactorHigh;
+        const float percent = low ? +context.DefFactorLow : +context.DefFactorHigh;
         ExplainAmount(rated, StepsOf(percent), statement);
     }
     statement.sources.push_back({.field = "SurchargeText"});

@@ -75,7 +75,7 @@ EngineTables AskForTables(RateContext& copy) {
         tables.classes.push_back(TextOf(copy.ClassTable[i]));
     }
     for (int32_t i = 0; i < copy.WeightBreakCount; ++i) {
-        tables.breaks.push_back(copy.WeightBreakMin[i]);
+        tables.breaks.push_back(+copy.WeightBreakMin[i]);
     }
     if (!std::ranges::is_sorted(tables.breaks)) tables.breaks.clear();
     return tables;

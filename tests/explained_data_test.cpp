@@ -26,9 +26,10 @@ const Statement& Topic(const Explanation& explanation, const std::string& topic)
     return explanation.front();
 }
 
-/// A record of the minimum-charge file, Atlanta to Chicago, amounts in cents.
-std::string Lane(const std::string& rate_codes, float minimum, float floor) {
-    return "F30000319996000062999" + rate_codes + Bytes(minimum) + Bytes(floor);
+/// A record of the minimum-charge file in one direction, amounts in cents.
+std::string Lane(const std::string& rate_codes, float minimum, float floor,
+                 const std::string& ranges = "30000319996000062999") {
+    return "F" + ranges + rate_codes + Bytes(minimum) + Bytes(floor);
 }
 
 /// Where a part of the second profile, Northeast, lies in its file.
@@ -73,6 +74,9 @@ TEST_F(ExplainedDataTest, WhatTheDataSayIsFollowed) {
          "SAMPLE.ZMC record 2"},
         {lane(Lane("000000999999", 150, 0)), kDiscounted, "{}", "break_charges",
          "No floor raises them. The minimum-charge file's minimum, 150 as filed", "ZmcMinimum"},
+        {lane(Lane("000000999999", 0, 12345, "60000629993000031999")), "03-eight-lines", "{}",
+         "minimum", "record 1: from postal codes 60000-62999 to 30000-31999",
+         "SAMPLE.ZMC record 1"},
         {put("SAMPLE.ZMC", 41, "F"), "10-many-breaks", "{}", "minimum", "record 2: from", ""},
         {groups('4'), kRoad, "{}", "discount",
          "group 2 of the discount file's 4, which its selector '4' takes for points in two states "

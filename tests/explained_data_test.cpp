@@ -124,6 +124,11 @@ TEST_F(ExplainedDataTest, WhatTheDataSayIsFollowed) {
          "SAMPLE.WGT record 7"},
         {[&] {
              surcharge();
+             Put("SAMPLE.DEF", 41, Bytes(-10.125F));
+         },
+         kRoad, "{}", "surcharge", "513.50 x -10.1250 / 100 = -51.99", "SAMPLE.SET record 1"},
+        {[&] {
+             surcharge();
              Put("SAMPLE.SET", 234, "Y");
              fs::remove(directory_ / "SAMPLE.WGT");
          },

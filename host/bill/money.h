@@ -20,9 +20,10 @@ Cents CentsOf(std::string_view amount);
 /// -1250 as "-12.50".
 std::string AmountOf(Cents cents);
 
-/// share / whole of an amount that is not negative; half a cent rounds up, and whole is even.
+/// share / whole of an amount; half a cent rounds away from zero, and whole is even.
 constexpr Cents Portion(Cents amount, int64_t share, int64_t whole) {
-    return (amount * share + whole / 2) / whole;
+    const int64_t product = amount * share;
+    return (product < 0 ? product - whole / 2 : product + whole / 2) / whole;
 }
 
 /// The charge of a weight in pounds at a rate per hundredweight.

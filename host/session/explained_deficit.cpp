@@ -1,6 +1,7 @@
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "bill/money.h"
 #include "session/explained.h"
@@ -20,10 +21,11 @@ bool HasOneRate(const RatedShipment& rated) {
 /// The single-shipment charge of a break in whole dollars, as the engine told it; nothing when it
 /// was raised to a floor, or may have been.
 std::optional<int> SingleCharge(const RatedShipment& rated, int weight) {
-    const auto unmarked_floor = static_cast<int>(rated.context.ZmcMinimum);
+    const float unmarked_floor = std::trunc(+rated.context.ZmcMinimum);
     for (const BreakCharge& charge : rated.bill.single_shipment_charges) {
         if (charge.weight != weight) continue;
-        if (charge.raised_to_floor || charge.amount == unmarked_floor) return std::nullopt;
+        if (charge.raised_to_floor || static_cast<float>(charge.amount) == unmarked_floor)
+            return std::nullopt;
         return charge.amount;
     }
     return std::nullopt;

@@ -20,7 +20,8 @@ int64_t StepsOf(float percent) {
 /// With two decimals, or four where it has them.
 std::string PercentText(int64_t steps) {
     const std::string text =
-        fmt::format("{}.{:04}", steps / kStepsInPercent, steps % kStepsInPercent);
+        fmt::format("{}{}.{:04}", steps < 0 ? "-" : "", std::abs(steps) / kStepsInPercent,
+                    std::abs(steps) % kStepsInPercent);
     return text.ends_with("00") ? text.substr(0, text.size() - 2) : text;
 }
 

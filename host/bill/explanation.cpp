@@ -4,13 +4,12 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <nlohmann/json.hpp>
 #include <string_view>
+
+#include "text/json_writer.h"
 
 namespace cwt {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 constexpr std::size_t kIndent = 16;
 constexpr std::size_t kLineWidth = 88;
@@ -42,27 +41,33 @@ std::string SourceText(const Source& source) {
     return text;
 }
 
-Json SourceJson(const Source& source) {
-    if (!source.shipment.empty()) return {{"shipment", source.shipment}};
-    if (source.file.empty()) return {{"field", source.field}};
-    Json json = {{"file", source.file}, {"record", source.record}};
-    if (!source.field.empty()) json["field"] = source.field;
-    return json;
+void WriteSource(JsonWriter& json, const Source& source) {
+    json.Object([&] {
+        if (!source.shipment.empty()) return json.Key("shipment").Text(source.shipment);
+        if (source.file.empty()) return json.Key("field").Text(source.field);
+        json.Key("file").Text(source.file);
+        json.Key("record").Number(source.record);
+        if (!source.field.empty()) json.Key("field").Text(source.field);
+    });
 }
 
-Json StatementJson(const Statement& statement) {
-    Json figures = Json::object();
-    for (const Figure& figure : statement.figures) {
-        figures[figure.name] =
-            figure.is_whole ? Json(std::atoi(figure.text.c_str())) : Json(figure.text);
-    }
-    Json sources = Json::array();
-    for (const Source& source : statement.sources) sources.push_back(SourceJson(source));
-    return {{"topic", statement.topic},
-            {"words", statement.words},
-            {"figures", std::move(figures)},
-            {"adds_up", statement.adds_up ? Json(*statement.adds_up) : Json(nullptr)},
-            {"sources", std::move(sources)}};
+void WriteStatement(JsonWriter& json, const Statement& statement) {
+    json.Object([&] {
+        json.Key("topic").Text(statement.topic);
+        json.Key("words").Text(statement.words);
+        json.Key("figures").Object([&] {
+            for (const Figure& figure : statement.figures) {
+                json.Key(figure.name);
+                figure.is_whole ? json.Number(std::atoi(figure.text.c_str()))
+                                : json.Text(figure.text);
+            }
+        });
+        json.Key("adds_up");
+        statement.adds_up ? json.Flag(*statement.adds_up) : json.Null();
+        json.Key("sources").Array([&] {
+            for (const Source& source : statement.sources) WriteSource(json, source);
+        });
+    });
 }
 
 }  // namespace
@@ -82,12 +87,14 @@ std::string ExplanationText(const Explanation& explanation) {
     return text;
 }
 
-Json ExplanationJson(const Bill& bill, const Explanation& explanation) {
-    Json statements = Json::array();
-    for (const Statement& statement : explanation) statements.push_back(StatementJson(statement));
-    return {{"schema", "hundredweight/explanation/1"},
-            {"bill", BillJson(bill)},
-            {"statements", std::move(statements)}};
+void WriteJson(JsonWriter& json, const Bill& bill, const Explanation& explanation) {
+    json.Object([&] {
+        json.Key("schema").Text("hundredweight/explanation/1");
+        WriteJson(json.Key("bill"), bill);
+        json.Key("statements").Array([&] {
+            for (const Statement& statement : explanation) WriteStatement(json, statement);
+        });
+    });
 }
 
 }  // namespace cwt

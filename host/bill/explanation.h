@@ -2,7 +2,6 @@
 // where they come from.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <utility>
@@ -49,6 +48,6 @@ using Explanation = std::vector<Statement>;
 std::string ExplanationText(const Explanation& explanation);
 
 /// The bill and its explanation as JSON, of the schema hundredweight/explanation/1.
-nlohmann::ordered_json ExplanationJson(const Bill& bill, const Explanation& explanation);
+void WriteJson(JsonWriter& json, const Bill& bill, const Explanation& explanation);
 
 }  // namespace cwt

@@ -15,6 +15,15 @@ struct RateOptions : Options {
     bool explain = false;
 };
 
+/// Prints a bill, or a bill and its explanation.
+template <class... Written>
+void PrintAsJson(const Written&... written) {
+    std::string text;
+    JsonWriter json(text, JsonWriter::kIndented);
+    WriteJson(json, written...);
+    Print(text + "\n");
+}
+
 int Explain(const RateOptions& options, const Shipment& shipment, Session& session) {
     const ExplainedOutcome outcome = session.Explain(shipment, options.request_code);
     if (const auto* refusals = std::get_if<Refusals>(&outcome)) {
@@ -23,7 +32,7 @@ int Explain(const RateOptions& options, const Shipment& shipment, Session& sessi
     const auto& explained = std::get<ExplainedBill>(outcome);
     SayNotes(session, explained.bill.notes);
     if (options.json) {
-        PrintJson(ExplanationJson(explained.bill, explained.explanation));
+        PrintAsJson(explained.bill, explained.explanation);
     } else {
         Print(BillText(explained.bill) + '\n' + ExplanationText(explained.explanation));
     }
@@ -44,10 +53,7 @@ int Rate(const RateOptions& options) {
     if (options.record) {
         Print(RecordText(session.context()));
     } else if (options.json) {
-        std::string text;
-        JsonWriter json(text, JsonWriter::kIndented);
-        WriteJson(json, bill);
-        Print(text + "\n");
+        PrintAsJson(bill);
     } else {
         Print(BillText(bill));
     }

@@ -22,6 +22,7 @@
 #include "session/messages.h"
 #include "session/session.h"
 #include "shipment/shipment_file.h"
+#include "text/json_writer.h"
 #include "transcript/written_files.h"
 
 namespace {
@@ -81,8 +82,10 @@ void WriteExplanation(cwt::Session& session, const fs::path& shipment, int reque
     if (!cwt::ReadShipmentFile(shipment.string(), read).empty()) return;
     const cwt::ExplainedOutcome outcome = session.Explain(read, request_code);
     if (const auto* explained = std::get_if<cwt::ExplainedBill>(&outcome)) {
-        const auto json = cwt::ExplanationJson(explained->bill, explained->explanation);
-        Write(fs::path(shipment).replace_extension(".explained.json"), json.dump(2));
+        std::string text;
+        cwt::JsonWriter json(text, cwt::JsonWriter::kIndented);
+        cwt::WriteJson(json, explained->bill, explained->explanation);
+        Write(fs::path(shipment).replace_extension(".explained.json"), text);
     }
 }
 

@@ -62,6 +62,7 @@ int Run(int argc, char** argv) {
     cwt::AddInspect(app, exit_code);
     cwt::AddStates(app, exit_code);
     cwt::AddProfiles(app, exit_code);
+    cwt::AddCompare(app, exit_code);
     cwt::AddSample(app, exit_code);
     try {
         app.parse(argc, argv);

@@ -20,6 +20,9 @@ Cents CentsOf(std::string_view amount);
 /// -1250 as "-12.50".
 std::string AmountOf(Cents cents);
 
+/// The text of a number with commas between thousands.
+std::string Grouped(std::string number);
+
 /// share / whole of an amount; half a cent rounds away from zero, and whole is even.
 constexpr Cents Portion(Cents amount, int64_t share, int64_t whole) {
     const int64_t product = amount * share;
@@ -35,5 +38,9 @@ constexpr Cents ChargeOf(int weight, Cents rate) {
 constexpr Cents PercentOf(Cents amount, int64_t hundredths) {
     return Portion(amount, hundredths, 10'000);
 }
+
+/// The share of a part in a base, in hundredths of a percent; nothing when the base is not above
+/// zero.
+std::optional<int64_t> ShareOf(Cents part, Cents base);
 
 }  // namespace cwt

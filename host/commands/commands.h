@@ -34,6 +34,7 @@ void AddBatch(CLI::App& app, int& exit_code);
 void AddStates(CLI::App& app, int& exit_code);
 void AddProfiles(CLI::App& app, int& exit_code);
 void AddInspect(CLI::App& app, int& exit_code);
+void AddCompare(CLI::App& app, int& exit_code);
 void AddSample(CLI::App& app, int& exit_code);
 
 /// A command whose options live as long as it does.

@@ -1,0 +1,76 @@
+#include "comparison/line_reader.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <system_error>
+
+#include "session/messages.h"
+#include "text/path_text.h"
+
+namespace cwt {
+namespace {
+
+constexpr std::size_t kBufferSize = std::size_t{1} << 20;
+constexpr std::size_t kLongestLine = std::size_t{16} << 20;
+
+[[noreturn]] void FailToRead(const std::string& path) {
+    const int reason = errno != 0 ? errno : EIO;
+    throw Broken(path + ": " + std::generic_category().message(reason));
+}
+
+}  // namespace
+
+std::unique_ptr<std::istream> OpenRows(const std::string& path) {
+    errno = 0;
+    auto stream = std::make_unique<std::ifstream>(PathOf(path), std::ios::binary);
+    if (!stream->is_open()) FailToRead(path);
+    return stream;
+}
+
+LineReader::LineReader(const std::string& path)
+    : path_(path), stream_(OpenRows(path)), buffer_(kBufferSize, '\0') {}
+
+bool LineReader::Next(std::string_view& line) {
+    std::size_t searched = 0;
+    for (;;) {
+        const char* const first = buffer_.data() + begin_;
+        const std::size_t size = end_ - begin_;
+        if (const void* const found = std::memchr(first + searched, '\n', size - searched)) {
+            line = {first, static_cast<std::size_t>(static_cast<const char*>(found) - first)};
+            begin_ += line.size() + 1;
+            ++number_;
+            return true;
+        }
+        searched = size;
+        if (Fill()) continue;
+        if (size == 0) return false;
+        ++number_;
+        Break(size + 1, "the last line has no end, so the file was cut");
+    }
+}
+
+bool LineReader::Fill() {
+    std::copy(buffer_.begin() + static_cast<std::ptrdiff_t>(begin_),
+              buffer_.begin() + static_cast<std::ptrdiff_t>(end_), buffer_.begin());
+    end_ -= begin_;
+    begin_ = 0;
+    if (end_ == buffer_.size()) {
+        if (end_ >= kLongestLine) Break(number_ + 1, 1, "a line of more than 16 MiB");
+        buffer_.resize(2 * end_);
+    }
+    errno = 0;
+    stream_->read(buffer_.data() + end_, static_cast<std::streamsize>(buffer_.size() - end_));
+    if (stream_->bad()) FailToRead(path_);
+    end_ += static_cast<std::size_t>(stream_->gcount());
+    return stream_->gcount() > 0;
+}
+
+void LineReader::Break(int64_t line, std::size_t column, const std::string& text) const {
+    throw Broken(fmt::format("{}: line {}, column {}: {}", path_, line, column, text));
+}
+
+}  // namespace cwt

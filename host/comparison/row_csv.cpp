@@ -1,0 +1,241 @@
+// Rows as CSV: a header, and a record a row.
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+#include "bill/money.h"
+#include "comparison/line_reader.h"
+#include "comparison/row_readers.h"
+
+namespace cwt {
+namespace {
+
+constexpr std::size_t kMostLines = 8;
+
+struct Record {
+    std::vector<std::string> fields;
+    std::vector<std::size_t> columns;  ///< Where each begins, in bytes from 1.
+};
+
+/// Reads records, which may go over several lines.
+class RecordReader {
+ public:
+    explicit RecordReader(const std::string& path) : lines_(path) {}
+
+    bool Next(Record& record) {
+        std::string_view line;
+        if (!lines_.Next(line)) return false;
+        first_line_ = lines_.number();
+        if (first_line_ == 1 && line.starts_with("\xEF\xBB\xBF")) line.remove_prefix(3);
+        if (std::ranges::count(line, '"') % 2 != 0) line = Join(std::string(line));
+        if (line.ends_with('\r')) line.remove_suffix(1);
+        Split(line, record);
+        return true;
+    }
+
+    [[noreturn]] void Break(std::size_t column, const std::string& text) const {
+        lines_.Break(first_line_, column, text);
+    }
+
+ private:
+    /// The record with the lines that follow, up to the end of its quotes.
+    std::string_view Join(std::string first) {
+        joined_ = std::move(first);
+        std::string_view line;
+        do {
+            if (!lines_.Next(line) || joined_.size() > kLongestRecord) {
+                Break(1, "quotes that do not end");
+            }
+            joined_.append("\n").append(line);
+        } while (std::ranges::count(line, '"') % 2 == 0);
+        return joined_;
+    }
+
+    void Split(std::string_view line, Record& record) const {
+        record.fields.clear();
+        record.columns.clear();
+        std::size_t at = 0;
+        do {
+            record.columns.push_back(at + 1);
+            record.fields.emplace_back();
+            at = line.substr(at).starts_with('"') ? TakeQuoted(line, at + 1, record.fields.back())
+                                                  : TakePlain(line, at, record.fields.back());
+        } while (at++ < line.size());
+    }
+
+    std::size_t TakePlain(std::string_view line, std::size_t at, std::string& field) const {
+        const std::size_t end = std::min(line.find(',', at), line.size());
+        field = line.substr(at, end - at);
+        if (const std::size_t quote = field.find('"'); quote != field.npos) {
+            Break(at + quote + 1, "a quote within a field that has none around it");
+        }
+        return end;
+    }
+
+    std::size_t TakeQuoted(std::string_view line, std::size_t at, std::string& field) const {
+        for (; at < line.size(); ++at) {
+            if (line[at] != '"') {
+                field += line[at];
+            } else if (line.substr(at + 1).starts_with('"')) {
+                field += line[at++];
+            } else {
+                break;
+            }
+        }
+        if (at + 1 < line.size() && line[at + 1] != ',') {
+            Break(at + 2, "a field goes on behind its quotes");
+        }
+        return at + 1;
+    }
+
+    static constexpr std::size_t kLongestRecord = std::size_t{16} << 20;
+
+    LineReader lines_;
+    int64_t first_line_ = 0;
+    std::string joined_;
+};
+
+enum class Kind { kText, kAmount, kWhole, kWholeOrEmpty, kAmountOrEmpty };
+
+/// A column of a rated row.
+struct Column {
+    const char* name;
+    Kind kind;
+    std::string BatchRow::*text = nullptr;
+    int64_t BatchRow::*number = nullptr;
+};
+
+constexpr Column kColumns[] = {
+    {"tariff", Kind::kText, &BatchRow::tariff},
+    {"tariff_date", Kind::kText, &BatchRow::tariff_date},
+    {"origin_zip", Kind::kText, &BatchRow::origin},
+    {"destination_zip", Kind::kText, &BatchRow::destination},
+    {"deficit_weight", Kind::kWholeOrEmpty, nullptr, &BatchRow::deficit_weight},
+    {"deficit_charge", Kind::kAmountOrEmpty, nullptr, &BatchRow::deficit_charge},
+    {"total_weight", Kind::kWhole, nullptr, &BatchRow::total_weight},
+    {"billed_weight", Kind::kWhole, nullptr, &BatchRow::billed_weight},
+    {"weight_break", Kind::kWholeOrEmpty, nullptr, &BatchRow::weight_break},
+    {"gross_charge", Kind::kAmount, nullptr, &BatchRow::gross},
+    {"discount_percent", Kind::kAmount, nullptr, &BatchRow::discount_percent},
+    {"discount_amount", Kind::kAmount, nullptr, &BatchRow::discount},
+    {"net_charge", Kind::kAmount, nullptr, &BatchRow::net},
+    {"minimum_charge", Kind::kAmount, nullptr, &BatchRow::minimum},
+    {"surcharge", Kind::kAmount, nullptr, &BatchRow::surcharge},
+    {"total_due", Kind::kAmount, nullptr, &BatchRow::due},
+};
+
+std::optional<int64_t> ParseWhole(const std::string& text) {
+    int64_t value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    if (error != std::errc() || stop != end) return std::nullopt;
+    return value;
+}
+
+class CsvRowReader : public RowReader {
+ public:
+    explicit CsvRowReader(const std::string& path) : records_(path) {
+        if (!records_.Next(header_)) return;
+        const auto& names = header_.fields;
+        if (names.size() < 3 || names[0] != "row" || names[1] != "id" || names[2] != "status") {
+            records_.Break(1, "the header of a batch's rows begins with row,id,status");
+        }
+        for (const Column& column : kColumns) places_.push_back(Find(column.name));
+        for (std::size_t i = 1; i <= kMostLines; ++i) {
+            lines_.push_back({Find(fmt::format("class_{}", i)), Find(fmt::format("rated_as_{}", i)),
+                              Find(fmt::format("weight_{}", i)),
+                              Find(fmt::format("charge_{}", i))});
+        }
+        currency_ = Find("currency");
+        reason_ = Find("reason");
+    }
+
+    bool Next(BatchRow& row) override {
+        if (!records_.Next(record_)) return false;
+        if (record_.fields.size() != header_.fields.size()) {
+            records_.Break(1, fmt::format("{} fields where the header has {}",
+                                          record_.fields.size(), header_.fields.size()));
+        }
+        row = {};
+        row.number = Whole(0);
+        row.id = record_.fields[1];
+        const std::optional<RowStatus> status = StatusOf(record_.fields[2]);
+        if (!status) Complain(2, "rated, refused or failed is wanted");
+        row.status = *status;
+        row.reason = record_.fields[reason_];
+        if (row.status == RowStatus::kRated) {
+            ReadBill(row);
+        } else if (row.reason.empty()) {
+            Complain(reason_, "no reason why it is not rated");
+        }
+        return true;
+    }
+
+ private:
+    struct LinePlaces {
+        std::size_t class_code, rated_as, weight, charge;
+    };
+
+    /// A bill's column. Those that were passed on come first and may be called alike.
+    std::size_t Find(const std::string& name) const {
+        const auto& names = header_.fields;
+        const auto found = std::find(names.rbegin(), names.rend(), name);
+        if (found == names.rend()) records_.Break(1, "a batch's rows have a column " + name);
+        return static_cast<std::size_t>(names.rend() - found) - 1;
+    }
+
+    [[noreturn]] void Complain(std::size_t place, const std::string& text) const {
+        records_.Break(record_.columns[place], header_.fields[place] + ": " + text);
+    }
+
+    int64_t Whole(std::size_t place) const {
+        const std::optional<int64_t> value = ParseWhole(record_.fields[place]);
+        if (!value) Complain(place, "a whole number is wanted");
+        return *value;
+    }
+
+    int64_t Amount(std::size_t place) const {
+        const std::optional<int64_t> value = ParseCents(record_.fields[place]);
+        if (!value) Complain(place, "an amount of two decimals is wanted");
+        return *value;
+    }
+
+    void ReadBill(BatchRow& row) const {
+        for (std::size_t i = 0; i < places_.size(); ++i) {
+            const Column& column = kColumns[i];
+            const std::string& field = record_.fields[places_[i]];
+            const bool may_be_empty =
+                column.kind == Kind::kWholeOrEmpty || column.kind == Kind::kAmountOrEmpty;
+            if (column.kind == Kind::kText) {
+                row.*column.text = field;
+            } else if (!may_be_empty || !field.empty()) {
+                const bool amount =
+                    column.kind == Kind::kAmount || column.kind == Kind::kAmountOrEmpty;
+                row.*column.number = amount ? Amount(places_[i]) : Whole(places_[i]);
+            }
+        }
+        if (record_.fields[currency_] != "USD") Complain(currency_, "USD is wanted");
+        for (const LinePlaces& line : lines_) {
+            if (record_.fields[line.class_code].empty()) continue;
+            row.lines.push_back({record_.fields[line.class_code], record_.fields[line.rated_as],
+                                 Whole(line.weight), Amount(line.charge)});
+        }
+        if (row.lines.empty()) Complain(lines_[0].class_code, "no line has a class");
+    }
+
+    RecordReader records_;
+    Record header_, record_;
+    std::vector<std::size_t> places_;  ///< Of the columns.
+    std::vector<LinePlaces> lines_;
+    std::size_t currency_ = 0, reason_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<RowReader> MakeCsvRowReader(const std::string& path) {
+    return std::make_unique<CsvRowReader>(path);
+}
+
+}  // namespace cwt

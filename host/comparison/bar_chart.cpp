@@ -12,7 +12,14 @@ namespace {
 
 // In units of a telephone's pixels.
 constexpr double kWidth = 360, kRowHeight = 22, kBarHeight = 14, kTextBaseline = 15;
-constexpr double kNamesEnd = 112, kBarsBegin = 120, kBarsEnd = 276;
+constexpr double kCharacter = 7, kGap = 8;
+
+/// Room for the longest of some texts.
+double RoomFor(const std::vector<Bar>& bars, std::string Bar::*text) {
+    std::size_t longest = 0;
+    for (const Bar& bar : bars) longest = std::max(longest, (bar.*text).size());
+    return kCharacter * static_cast<double>(longest);
+}
 
 }  // namespace
 
@@ -46,9 +53,12 @@ std::string BarChart(const std::string& id, const std::string& title,
         lowest = std::min(lowest, bar.value);
         highest = std::max(highest, bar.value);
     }
+    const double names_end = RoomFor(bars, &Bar::name);
+    const double bars_begin = names_end + kGap;
+    const double bars_end = kWidth - RoomFor(bars, &Bar::text) - kGap;
     const double range = std::max(static_cast<double>(highest) - static_cast<double>(lowest), 1.0);
     const auto position = [&](int64_t value) {
-        return kBarsBegin + (kBarsEnd - kBarsBegin) *
+        return bars_begin + (bars_end - bars_begin) *
                                 (static_cast<double>(value) - static_cast<double>(lowest)) / range;
     };
     const double height = kRowHeight * static_cast<double>(bars.size());
@@ -64,7 +74,7 @@ std::string BarChart(const std::string& id, const std::string& title,
             "<text x=\"{}\" y=\"{}\" class=\"end\">{}</text>"
             "<rect x=\"{:.1f}\" y=\"{}\" width=\"{:.1f}\" height=\"{}\" class=\"{}\"/>"
             "<text x=\"{}\" y=\"{}\" class=\"end\">{}</text>\n",
-            kNamesEnd, top + kTextBaseline, Escaped(bar.name), std::min(zero, end),
+            names_end, top + kTextBaseline, Escaped(bar.name), std::min(zero, end),
             top + (kRowHeight - kBarHeight) / 2, std::abs(end - zero), kBarHeight,
             bar.value < 0 ? "fell" : "rose", kWidth, top + kTextBaseline, Escaped(bar.text));
         top += kRowHeight;

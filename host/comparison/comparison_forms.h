@@ -51,8 +51,8 @@ FigureTable ClassTable(const Comparison& comparison);
 FigureTable BreakTable(const Comparison& comparison);
 FigureTable LaneTable(const Comparison& comparison, bool rising);
 
-/// "SMPLNATL of 2025-01-06 (1,200 rows)", the most frequent ones, joined by "; ".
-std::string TariffsText(const ComparedSide& side);
+/// "SMPLNATL of 2025-01-06 (1,200 rows)", the most frequent ones.
+std::vector<std::string> TariffTexts(const ComparedSide& side);
 
 /// The unit of a distribution, and how its values are shown.
 struct Measure {

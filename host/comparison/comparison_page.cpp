@@ -28,11 +28,11 @@ h1 { font-size: 1.5rem; margin: 0 0 .5rem; }
 h2 { font-size: 1.15rem; margin: 0 0 .25rem; }
 p { margin: 0 0 .5rem; }
 .note, dt { color: var(--quiet); }
-dl { display: grid; grid-template-columns: max-content 1fr; gap: .25rem 1rem; margin: 0 0 1rem; }
+dl { display: grid; grid-template-columns: minmax(0, max-content) minmax(60%, 1fr);
+  gap: .25rem 1rem; margin: 0 0 1.5rem; }
 dd { margin: 0; overflow-wrap: anywhere; }
-main { display: grid; grid-template-columns: repeat(auto-fit, minmax(min(100%, 32rem), 1fr));
-  gap: 2rem; align-items: start; }
-section { min-width: 0; }
+main { columns: 2 30rem; column-gap: 2rem; }
+section { break-inside: avoid; margin-bottom: 2rem; }
 svg { display: block; width: 100%; max-width: 34rem; margin: .5rem 0 1rem; }
 svg text { font-size: 11px; fill: var(--ink); font-variant-numeric: tabular-nums; }
 svg .end { text-anchor: end; }
@@ -48,13 +48,14 @@ th, td { padding: .2rem .4rem; border-bottom: 1px solid var(--rule); text-align:
 thead th { color: var(--quiet); vertical-align: bottom; }
 th:first-child { text-align: left; }
 caption { position: absolute; width: 1px; height: 1px; overflow: hidden; clip-path: inset(50%); }
-@media (max-width: 30rem) { table { font-size: .75rem; } th, td { padding: .2rem .2rem; } }
+@media (max-width: 36rem) { dl { display: block; } dd { margin: 0 0 .5rem; } table { font-size: .75rem; } th, td { padding: .2rem .2rem; } }
 @media print {
   :root { --paper: #fff; --ink: #000; --quiet: #333; --rule: #999; --rose: #b3471d;
     --fell: #1f6f8b; --bars: #3f5f9e; color-scheme: light; }
   body { padding: 0; max-width: none; font-size: 10pt; }
-  main { display: block; }
-  section { margin-bottom: 1.5rem; }
+  main { columns: auto; }
+  section { break-inside: auto; margin-bottom: 1.5rem; }
+  svg { max-width: 26rem; }
   svg, tr, h2, .note { break-inside: avoid; }
   h2, .note { break-after: avoid; }
   .rose, .fell { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
@@ -132,14 +133,18 @@ std::string SummaryHtml(const Comparison& comparison) {
         "<header>\n<h1>Comparison of freight bills</h1>\n"
         "<p>{} shipments, amounts in US dollars. Of {} that are rated in both, the total due of {} "
         "rose, of {} fell and of {} stayed.</p>\n"
-        "<dl>\n<dt>OLD</dt><dd>{}<br>{}</dd>\n<dt>NEW</dt><dd>{}<br>{}</dd>\n",
+        "<dl>\n",
         count(comparison.rows), count(total.count), count(total.rose), count(total.fell),
-        count(total.count - total.rose - total.fell), Escaped(comparison.of_old.file),
-        Escaped(TariffsText(comparison.of_old)), Escaped(comparison.of_new.file),
-        Escaped(TariffsText(comparison.of_new)));
+        count(total.count - total.rose - total.fell));
     const auto fact = [&](const char* name, const std::string& text) {
         html += fmt::format("<dt>{}</dt><dd>{}</dd>\n", name, text);
     };
+    for (const auto& [side, name] :
+         {std::pair{&comparison.of_old, "OLD"}, {&comparison.of_new, "NEW"}}) {
+        std::string text = Escaped(side->file);
+        for (const std::string& tariff : TariffTexts(*side)) text += "<br>" + Escaped(tariff);
+        fact(name, text);
+    }
     for (const auto& [side, name] : {std::pair{&comparison.of_old, "Rated in OLD only"},
                                      {&comparison.of_new, "Rated in NEW only"}}) {
         if (side->rated_alone == 0) continue;

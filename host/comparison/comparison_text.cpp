@@ -67,17 +67,21 @@ std::string DistributionText(const Measure& measure) {
     return text;
 }
 
+std::string SideText(const char* name, const ComparedSide& side) {
+    std::string text = fmt::format("  {}  {}\n", name, Printable(side.file));
+    for (const std::string& tariff : TariffTexts(side)) {
+        text += fmt::format("       {}\n", Printable(tariff));
+    }
+    return text;
+}
+
 }  // namespace
 
 std::string ComparisonText(const Comparison& comparison) {
     const auto count = [](int64_t number) { return Grouped(fmt::to_string(number)); };
-    std::string text = fmt::format(
-        "COMPARISON          {} shipments, amounts in US dollars\n\n"
-        "  OLD  {}\n       {}\n"
-        "  NEW  {}\n       {}\n",
-        count(comparison.rows), Printable(comparison.of_old.file),
-        Printable(TariffsText(comparison.of_old)), Printable(comparison.of_new.file),
-        Printable(TariffsText(comparison.of_new)));
+    std::string text = fmt::format("COMPARISON          {} shipments, amounts in US dollars\n\n",
+                                   count(comparison.rows)) +
+                       SideText("OLD", comparison.of_old) + SideText("NEW", comparison.of_new);
     text += TableText(StatusTable(comparison));
     for (const auto& [side, name] :
          {std::pair{&comparison.of_old, "OLD"}, {&comparison.of_new, "NEW"}}) {

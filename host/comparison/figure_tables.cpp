@@ -20,7 +20,8 @@ std::string MoneyText(int64_t cents) {
 }
 
 std::string Signed(const std::string& number) {
-    return number.starts_with('-') ? number : "+" + number;
+    const bool is_zero = number.find_first_not_of("0.") == number.npos;
+    return is_zero || number.starts_with('-') ? number : "+" + number;
 }
 
 std::string PercentText(int64_t change, int64_t base) {
@@ -167,20 +168,23 @@ FigureTable LaneTable(const Comparison& comparison, bool rising) {
                       "Rows", TopLanes(comparison, rising, kTopLanes));
 }
 
-std::string TariffsText(const ComparedSide& side) {
+std::vector<std::string> TariffTexts(const ComparedSide& side) {
     constexpr std::size_t kMost = 5;
     std::vector<std::pair<int64_t, std::string>> tariffs;
     for (const auto& [tariff, rows] : side.tariffs) {
         tariffs.emplace_back(-rows, tariff.first + " of " + tariff.second);
     }
     std::ranges::sort(tariffs);
-    std::string text;
+    std::vector<std::string> texts;
     for (std::size_t i = 0; i < std::min(kMost, tariffs.size()); ++i) {
-        text += fmt::format("{}{} ({} rows)", i == 0 ? "" : "; ", tariffs[i].second,
-                            CountText(-tariffs[i].first));
+        texts.push_back(
+            fmt::format("{} ({} rows)", tariffs[i].second, CountText(-tariffs[i].first)));
     }
-    if (tariffs.size() > kMost) text += fmt::format("; {} others", tariffs.size() - kMost);
-    return text.empty() ? "nothing rated" : text;
+    if (tariffs.size() > kMost) {
+        texts.push_back(fmt::format("{} other tariffs", tariffs.size() - kMost));
+    }
+    if (texts.empty()) texts.emplace_back("nothing rated");
+    return texts;
 }
 
 std::vector<Measure> Measures(const Comparison& comparison) {
@@ -196,10 +200,15 @@ std::string ValueText(const Measure& measure, int64_t value) {
 }
 
 std::string BandText(const Measure& measure, const Histogram::Band& band) {
-    if (band.open_below) return "below " + ValueText(measure, band.to);
-    if (band.open_above) return ValueText(measure, band.from) + " and more";
-    if (band.to - band.from == 1) return ValueText(measure, band.from);
-    return ValueText(measure, band.from) + " to " + ValueText(measure, band.to);
+    constexpr int64_t kDollar = 100;
+    const bool whole = measure.decimals == 2 && band.from % kDollar == 0 && band.to % kDollar == 0;
+    const auto text = [&](int64_t value) {
+        return whole ? CountText(value / kDollar) : ValueText(measure, value);
+    };
+    if (band.open_below) return "below " + text(band.to);
+    if (band.open_above) return text(band.from) + " and more";
+    if (band.to - band.from == 1) return text(band.from);
+    return text(band.from) + " to " + text(band.to);
 }
 
 }  // namespace cwt

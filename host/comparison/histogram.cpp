@@ -54,7 +54,7 @@ int64_t Histogram::Percentile(int percent) const {
 
 std::vector<Histogram::Band> Histogram::Bands() const {
     if (size_ == 0) return {};
-    const int64_t low = Percentile(1), high = Percentile(99);
+    const int64_t low = Percentile(5), high = Percentile(95);
     const int64_t width = WidthFor(low, high);
     const int64_t first = FloorTo(low, width), end = FloorTo(high, width) + width;
     std::vector<Band> bands = {{first, first, true, false, 0}};

@@ -27,8 +27,8 @@ class Histogram {
         bool open_below, open_above;
         int64_t count;
     };
-    /// At most 19 bands of the same round width around what lies between the 1st and the 99th
-    /// percentile.
+    /// At most 18 bands: those of one round width that the values from the 5th to the 95th
+    /// percentile lie in, and what is below and above.
     std::vector<Band> Bands() const;
 
  private:

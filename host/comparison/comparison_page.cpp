@@ -45,10 +45,21 @@ table { border-collapse: collapse; width: 100%; font-size: .875rem;
   font-variant-numeric: tabular-nums; }
 th, td { padding: .2rem .4rem; border-bottom: 1px solid var(--rule); text-align: right;
   white-space: nowrap; font-weight: normal; }
-thead th { color: var(--quiet); vertical-align: bottom; }
+thead th { white-space: normal; color: var(--quiet); vertical-align: bottom; }
 th:first-child { text-align: left; }
 caption { position: absolute; width: 1px; height: 1px; overflow: hidden; clip-path: inset(50%); }
-@media (max-width: 36rem) { dl { display: block; } dd { margin: 0 0 .5rem; } table { font-size: .75rem; } th, td { padding: .2rem .2rem; } }
+@media screen and (max-width: 36rem) {
+  dl { display: block; }
+  dd { margin: 0 0 .5rem; }
+  .wide, .wide tbody, .wide tr, .wide th { display: block; }
+  .wide thead { position: absolute; width: 1px; height: 1px; overflow: hidden;
+    clip-path: inset(50%); }
+  .wide th { border: 0; font-weight: bold; padding-left: 0; }
+  .wide tr { border-bottom: 1px solid var(--rule); padding-bottom: .3rem; }
+  .wide td { display: flex; justify-content: space-between; border: 0; padding: 0 0 0 1rem; }
+  .wide td::before { content: attr(data-head); color: var(--quiet); }
+  .wide td:empty { display: none; }
+}
 @media print {
   :root { --paper: #fff; --ink: #000; --quiet: #333; --rule: #999; --rose: #b3471d;
     --fell: #1f6f8b; --bars: #3f5f9e; color-scheme: light; }
@@ -66,20 +77,26 @@ caption { position: absolute; width: 1px; height: 1px; overflow: hidden; clip-pa
 <body>
 )";
 
+/// The roles tell screen readers that it is a table where a narrow screen shows it as a list.
 std::string TableHtml(const FigureTable& table) {
+    constexpr std::size_t kMostColumns = 4;  // That fit a telephone's width.
     std::string html = fmt::format(
         "<div class=\"table\" role=\"region\" tabindex=\"0\" aria-label=\"{0}, table\">"
-        "<table>\n<caption>{0}</caption>\n<thead><tr>",
-        Escaped(table.title));
+        "<table role=\"table\"{1}>\n<caption>{0}</caption>\n"
+        "<thead role=\"rowgroup\"><tr role=\"row\">",
+        Escaped(table.title), table.heads.size() > kMostColumns ? " class=\"wide\"" : "");
     for (const std::string& head : table.heads) {
-        html +=
-            head.empty() ? "<td></td>" : fmt::format("<th scope=\"col\">{}</th>", Escaped(head));
+        html += head.empty()
+                    ? "<td role=\"cell\"></td>"
+                    : fmt::format("<th role=\"columnheader\" scope=\"col\">{}</th>", Escaped(head));
     }
-    html += "</tr></thead>\n<tbody>\n";
+    html += "</tr></thead>\n<tbody role=\"rowgroup\">\n";
     for (const auto& row : table.rows) {
-        html += fmt::format("<tr><th scope=\"row\">{}</th>", Escaped(row[0]));
+        html += fmt::format("<tr role=\"row\"><th role=\"rowheader\" scope=\"row\">{}</th>",
+                            Escaped(row[0]));
         for (std::size_t i = 1; i < row.size(); ++i) {
-            html += fmt::format("<td>{}</td>", Escaped(row[i]));
+            html += fmt::format("<td role=\"cell\" data-head=\"{}\">{}</td>",
+                                Escaped(table.heads[i]), Escaped(row[i]));
         }
         html += "</tr>\n";
     }

@@ -67,7 +67,8 @@ class RowEvents {
     }
     bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
                      const nlohmann::json::exception& /*error*/) {
-        return Fail("this is no JSON in UTF-8, or it ends too early");
+        complaint_ = "this is no JSON in UTF-8, or it ends too early";
+        return false;
     }
 
  private:

@@ -1,6 +1,8 @@
-"""Holds what cwt reads and prints against the schemas: DOCS/schema, and a transcript's directory."""
+"""Holds what cwt reads and prints against the schemas: DOCS/schema TRANSCRIPT CWT."""
+import decimal
 import json
 import pathlib
+import subprocess
 import sys
 
 import jsonschema
@@ -42,9 +44,26 @@ for shipment in sorted(pathlib.Path(sys.argv[2]).glob("*/*.json")):
     else:
         complaints += faults(shipment.with_suffix(".refusal.json"), "hundredweight/refusals/1")
         refusals += 1
-rows = pathlib.Path(sys.argv[2]) / "rows.ndjson"
+transcript = pathlib.Path(sys.argv[2])
+rows = transcript / "rows.ndjson"
 lines = rows.read_text().splitlines()
 for line in lines:
     complaints += faults(rows, "hundredweight/row/1", line)
+
+# The rows as CSV, compared with rows whose bills are a dollar dearer: all rose, and no more.
+dearer, rated = [json.loads(line) for line in lines], 0
+for bill in (row["bill"] for row in dearer if "bill" in row):
+    bill["total_due"] = str(decimal.Decimal(bill["total_due"]) + 1)
+    rated += 1
+new = transcript / "dearer.ndjson"
+new.write_text("".join(json.dumps(row) + "\n" for row in dearer))
+run = subprocess.run([sys.argv[3], "compare", transcript / "rows.csv", new, "--json"], check=True,
+                     capture_output=True, text=True)
+complaints += faults(new, "hundredweight/comparison/1", run.stdout)
+comparison = json.loads(run.stdout)
+both = comparison["rated_in_both"]
+assert both["rose"] == rated and both["total_due"]["change"] == f"{rated}.00", both
+assert both["gross_charge"]["change"] == "0.00" and both["other_weight_break"] == 0, both
+assert comparison["other_reason"] == 0 and comparison["old"]["rated_here_only"]["rows"] == 0
 print(*complaints[:20], f"{bills} bills, {refusals} refusals, {len(lines)} rows", sep="\n")
 sys.exit(1 if complaints or bills < 200 or refusals < 50 or len(lines) <= bills + refusals else 0)

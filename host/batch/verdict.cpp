@@ -14,10 +14,7 @@ Verdict VerdictOf(const Row& row) {
     }
     const auto* const refusals = std::get_if<Refusals>(&row.outcome);
     if (refusals == nullptr) return {"rated", "", "", ""};
-    Verdict verdict = {"refused", "", "", ""};
-    for (const Refusal& refusal : *refusals) {
-        verdict.reason += (verdict.reason.empty() ? "" : "; ") + RefusalText(refusal);
-    }
+    Verdict verdict = {"refused", "", "", ReasonOf(*refusals)};
     if (refusals->empty()) return verdict;
     if (refusals->front().code > 0) verdict.code = fmt::to_string(refusals->front().code);
     verdict.place = refusals->front().place;

@@ -4,16 +4,10 @@
 
 #include "bill/money.h"
 #include "comparison/row_readers.h"
+#include "text/csv.h"
 
 namespace cwt {
 namespace {
-
-std::string Quoted(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == text.npos) return text;
-    std::string quoted = "\"";
-    for (const char c : text) quoted += c == '"' ? "\"\"" : std::string(1, c);
-    return quoted + '"';
-}
 
 std::string WholeOrEmpty(int64_t value) {
     return value == 0 ? "" : fmt::to_string(value);
@@ -65,15 +59,14 @@ std::string PairRow(const BatchRow& old_row, const BatchRow& new_row) {
     const bool old_rated = old_row.status == RowStatus::kRated;
     const bool new_rated = new_row.status == RowStatus::kRated;
     const BatchRow& known = old_rated ? old_row : new_row;
-    std::string text =
-        fmt::format("{},{},{},{},{}", old_row.number, Quoted(old_row.id), Quoted(known.origin),
-                    Quoted(known.destination), WholeOrEmpty(known.total_weight));
+    std::string text = fmt::to_string(old_row.number);
+    const auto add = [&](const std::string& field) { AppendCsvField(text += ',', field); };
+    for (const std::string* field : {&old_row.id, &known.origin, &known.destination}) add(*field);
+    add(WholeOrEmpty(known.total_weight));
     for (const Figure& figure : kFigures) {
         for (const BatchRow* row : {&old_row, &new_row}) {
-            text += ',';
-            if (figure.always || row->status == RowStatus::kRated) {
-                text += Quoted(figure.text(*row));
-            }
+            const bool shown = figure.always || row->status == RowStatus::kRated;
+            add(shown ? figure.text(*row) : "");
         }
     }
     if (!old_rated || !new_rated) return text + ",,\r\n";

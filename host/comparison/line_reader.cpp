@@ -59,7 +59,7 @@ bool LineReader::Fill() {
     end_ -= begin_;
     begin_ = 0;
     if (end_ == buffer_.size()) {
-        if (end_ >= kLongestLine) Break(number_ + 1, 1, "a line of more than 16 MiB");
+        if (end_ >= kLongestLine) BreakLine(number_ + 1, "a line of more than 16 MiB");
         buffer_.resize(2 * end_);
     }
     errno = 0;
@@ -69,8 +69,12 @@ bool LineReader::Fill() {
     return stream_->gcount() > 0;
 }
 
-void LineReader::Break(int64_t line, std::size_t column, const std::string& text) const {
-    throw Broken(fmt::format("{}: line {}, column {}: {}", path_, line, column, text));
+void LineReader::Break(std::size_t column, const std::string& text) const {
+    throw Broken(fmt::format("{}: line {}, column {}: {}", path_, number_, column, text));
+}
+
+void LineReader::BreakLine(int64_t line, const std::string& text) const {
+    throw Broken(fmt::format("{}: line {}: {}", path_, line, text));
 }
 
 }  // namespace cwt

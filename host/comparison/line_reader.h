@@ -21,10 +21,10 @@ class LineReader {
     bool Next(std::string_view& line);
 
     /// Throws Broken for what is wrong in the line that was read last. Columns are bytes, from 1.
-    [[noreturn]] void Break(std::size_t column, const std::string& text) const {
-        Break(number_, column, text);
-    }
-    [[noreturn]] void Break(int64_t line, std::size_t column, const std::string& text) const;
+    [[noreturn]] void Break(std::size_t column, const std::string& text) const;
+
+    /// Throws Broken for what is wrong in a line.
+    [[noreturn]] void BreakLine(int64_t line, const std::string& text) const;
 
     int64_t number() const { return number_; }
 

@@ -8,11 +8,12 @@
 #include "bill/money.h"
 #include "comparison/record_reader.h"
 #include "comparison/row_readers.h"
+#include "shipment/shipment.h"
 
 namespace cwt {
 namespace {
 
-constexpr std::size_t kMostLines = 8;
+using Record = std::vector<std::string>;
 
 enum class Kind { kText, kAmount, kWhole, kWholeOrEmpty, kAmountOrEmpty };
 
@@ -55,9 +56,9 @@ class CsvRowReader : public RowReader {
  public:
     explicit CsvRowReader(const std::string& path) : records_(path) {
         if (!records_.Next(header_)) return;
-        const auto& names = header_.fields;
+        const Record& names = header_;
         if (names.size() < 3 || names[0] != "row" || names[1] != "id" || names[2] != "status") {
-            records_.Break(1, "the header of a batch's rows begins with row,id,status");
+            records_.Break("the header of a batch's rows begins with row,id,status");
         }
         for (const Column& column : kColumns) places_.push_back(Find(column.name));
         for (std::size_t i = 1; i <= kMostLines; ++i) {
@@ -71,17 +72,17 @@ class CsvRowReader : public RowReader {
 
     bool Next(BatchRow& row) override {
         if (!records_.Next(record_)) return false;
-        if (record_.fields.size() != header_.fields.size()) {
-            records_.Break(1, fmt::format("{} fields where the header has {}",
-                                          record_.fields.size(), header_.fields.size()));
+        if (record_.size() != header_.size()) {
+            records_.Break(
+                fmt::format("{} fields where the header has {}", record_.size(), header_.size()));
         }
         row = {};
         row.number = Whole(0);
-        row.id = record_.fields[1];
-        const std::optional<RowStatus> status = StatusOf(record_.fields[2]);
+        row.id = record_[1];
+        const std::optional<RowStatus> status = StatusOf(record_[2]);
         if (!status) Complain(2, "rated, refused or failed is wanted");
         row.status = *status;
-        row.reason = record_.fields[reason_];
+        row.reason = record_[reason_];
         if (row.status == RowStatus::kRated) {
             ReadBill(row);
         } else if (row.reason.empty()) {
@@ -95,26 +96,24 @@ class CsvRowReader : public RowReader {
         std::size_t class_code, rated_as, weight, charge;
     };
 
-    /// A bill's column. Those that were passed on come first and may be called alike.
     std::size_t Find(const std::string& name) const {
-        const auto& names = header_.fields;
-        const auto found = std::find(names.rbegin(), names.rend(), name);
-        if (found == names.rend()) records_.Break(1, "a batch's rows have a column " + name);
-        return static_cast<std::size_t>(names.rend() - found) - 1;
+        const auto found = std::ranges::find(header_, name);
+        if (found == header_.end()) records_.Break("a batch's rows have a column " + name);
+        return static_cast<std::size_t>(found - header_.begin());
     }
 
     [[noreturn]] void Complain(std::size_t place, const std::string& text) const {
-        records_.Break(record_.columns[place], header_.fields[place] + ": " + text);
+        records_.Break(header_[place] + ": " + text);
     }
 
     int64_t Whole(std::size_t place) const {
-        const std::optional<int64_t> value = ParseWhole(record_.fields[place]);
+        const std::optional<int64_t> value = ParseWhole(record_[place]);
         if (!value) Complain(place, "a whole number is wanted");
         return *value;
     }
 
     int64_t Amount(std::size_t place) const {
-        const std::optional<int64_t> value = ParseCents(record_.fields[place]);
+        const std::optional<int64_t> value = ParseCents(record_[place]);
         if (!value) Complain(place, "an amount of two decimals is wanted");
         return *value;
     }
@@ -122,7 +121,7 @@ class CsvRowReader : public RowReader {
     void ReadBill(BatchRow& row) const {
         for (std::size_t i = 0; i < places_.size(); ++i) {
             const Column& column = kColumns[i];
-            const std::string& field = record_.fields[places_[i]];
+            const std::string& field = record_[places_[i]];
             const bool may_be_empty =
                 column.kind == Kind::kWholeOrEmpty || column.kind == Kind::kAmountOrEmpty;
             if (column.kind == Kind::kText) {
@@ -133,10 +132,10 @@ class CsvRowReader : public RowReader {
                 row.*column.number = amount ? Amount(places_[i]) : Whole(places_[i]);
             }
         }
-        if (record_.fields[currency_] != "USD") Complain(currency_, "USD is wanted");
+        if (record_[currency_] != "USD") Complain(currency_, "USD is wanted");
         for (const LinePlaces& line : lines_) {
-            if (record_.fields[line.class_code].empty()) continue;
-            row.lines.push_back({record_.fields[line.class_code], record_.fields[line.rated_as],
+            if (record_[line.class_code].empty()) continue;
+            row.lines.push_back({record_[line.class_code], record_[line.rated_as],
                                  Whole(line.weight), Amount(line.charge)});
         }
         if (row.lines.empty()) Complain(lines_[0].class_code, "no line has a class");

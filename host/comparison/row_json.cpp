@@ -8,14 +8,6 @@
 namespace cwt {
 namespace {
 
-std::string ReasonOf(const Refusals& refusals) {
-    std::string reason;
-    for (const Refusal& refusal : refusals) {
-        reason += (reason.empty() ? "" : "; ") + RefusalText(refusal);
-    }
-    return reason;
-}
-
 /// The lowest weight of the break that a weight lies in.
 int64_t BreakOf(const std::vector<int64_t>& breaks, int64_t weight) {
     int64_t found = 0;

@@ -53,4 +53,12 @@ std::string RefusalText(const Refusal& refusal) {
     return text;
 }
 
+std::string ReasonOf(const Refusals& refusals) {
+    std::string reason;
+    for (const Refusal& refusal : refusals) {
+        reason += (reason.empty() ? "" : "; ") + RefusalText(refusal);
+    }
+    return reason;
+}
+
 }  // namespace cwt

@@ -29,4 +29,7 @@ nlohmann::ordered_json RefusalsJson(const Refusals& refusals, const std::string&
 /// One line: "lines[0].class "71": Invalid Class. (code 105); possible: 500, 400".
 std::string RefusalText(const Refusal& refusal);
 
+/// All of them, parted by "; ".
+std::string ReasonOf(const Refusals& refusals);
+
 }  // namespace cwt

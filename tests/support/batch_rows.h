@@ -89,10 +89,10 @@ inline std::string Lines(const std::vector<Json>& rows) {
     return text;
 }
 
-/// The same rows as CSV, with a column of the sender's own that is called like one of a bill.
+/// The same rows as CSV, with a column of the sender's own.
 inline std::string Csv(const std::vector<Json>& rows) {
     std::string names =
-        "row,id,status,net_charge,currency,tariff,tariff_date,origin_zip,destination_zip";
+        "row,id,status,cost_center,currency,tariff,tariff_date,origin_zip,destination_zip";
     for (int i = 1; i <= 8; ++i)
         names += fmt::format(",class_{0},rated_as_{0},weight_{0},charge_{0}", i);
     names +=

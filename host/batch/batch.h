@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "batch/packing.h"
+#include "files/packing.h"
 #include "batch/row_source.h"
 #include "batch/tally.h"
 #include "session/sources.h"

@@ -4,7 +4,7 @@
 #include <optional>
 #include <stdexcept>
 
-#include "batch/packing.h"
+#include "files/packing.h"
 #include "batch/row_database.h"
 #include "shipment/shipment_file.h"
 #include "text/path_text.h"

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "batch/journal.h"
-#include "batch/packing.h"
+#include "files/packing.h"
 #include "batch/row_source.h"
 
 namespace cwt {

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "batch/block.h"
-#include "batch/packing.h"
+#include "files/packing.h"
 #include "batch/rater.h"
 #include "session/sources.h"
 

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "batch/block.h"
-#include "batch/packing.h"
+#include "files/packing.h"
 #include "batch/row.h"
 #include "batch/tally.h"
 #include "session/session.h"

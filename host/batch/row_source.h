@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "batch/block.h"
-#include "batch/bytes_in.h"
+#include "files/bytes_in.h"
 #include "shipment/shipment_reader.h"
 
 namespace cwt {

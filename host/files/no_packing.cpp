@@ -1,6 +1,6 @@
 #include <stdexcept>
 
-#include "batch/packing.h"
+#include "files/packing.h"
 
 namespace cwt {
 namespace {

@@ -1,4 +1,4 @@
-#include "batch/bytes_in.h"
+#include "files/bytes_in.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -7,7 +7,7 @@
 #include <system_error>
 #include <utility>
 
-#include "batch/packing.h"
+#include "files/packing.h"
 #include "platform/system.h"
 #include "shipment/shipment_file.h"
 #include "text/path_text.h"

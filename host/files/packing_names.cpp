@@ -1,4 +1,4 @@
-#include "batch/packing.h"
+#include "files/packing.h"
 
 namespace cwt {
 

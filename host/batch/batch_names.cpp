@@ -4,8 +4,8 @@
 #include <optional>
 #include <stdexcept>
 
-#include "files/packing.h"
 #include "batch/row_database.h"
+#include "files/packing.h"
 #include "shipment/shipment_file.h"
 #include "text/path_text.h"
 
@@ -45,7 +45,7 @@ Form InputForm(const std::string& name, const std::string& told) {
     const auto form = told.empty() ? FormOfName(name) : FormOf(told);
     if (!form) AskFor(name == kStandardInput ? "standard input" : name, "--from ndjson or csv");
     if (*form == Form::kDatabase) {
-        throw std::runtime_error(name + ": shipments are read from NDJSON or CSV");
+        throw std::runtime_error(name + ": rows are read from NDJSON or CSV");
     }
     return *form;
 }
@@ -61,6 +61,18 @@ Form OutputForm(const std::string& name, const std::string& told, Form otherwise
         throw std::runtime_error(name + ": a database is not packed");
     }
     return *form;
+}
+
+std::string AgainstName(const std::string& output) {
+    std::filesystem::path path = PathOf(output);
+    std::string endings;
+    if (PackingOfName(output) != Packing::kNone) {
+        endings = PathText(path.extension());
+        path.replace_extension();
+    }
+    endings = PathText(path.extension()) + endings;
+    path.replace_extension();
+    return PathText(path) + ".against" + endings;
 }
 
 bool IsWhole(const std::string& output) {

@@ -77,9 +77,9 @@ class KeptOutput : public BatchOutput {
     bool is_whole_ = false;
 };
 
-class OutputFile : public KeptOutput {
+class RowFile : public KeptOutput {
  public:
-    explicit OutputFile(const OutputTerms& terms) : KeptOutput(terms) {
+    explicit RowFile(const OutputTerms& terms) : KeptOutput(terms) {
         const std::optional<Progress>& kept = journal_->kept();
         if (kept) written_ = *kept;
         if (is_whole_) return;
@@ -92,7 +92,7 @@ class OutputFile : public KeptOutput {
         resize_file(partial_, written_.output_size);
     }
 
-    ~OutputFile() override {
+    ~RowFile() override {
         if (file_ != nullptr) std::fclose(file_);
         if (!journal_->kept()) Discard();
     }
@@ -148,9 +148,9 @@ class OutputFile : public KeptOutput {
     std::chrono::milliseconds between_{100};
 };
 
-class OutputDatabase : public KeptOutput {
+class DatabaseFile : public KeptOutput {
  public:
-    OutputDatabase(const OutputTerms& terms, const std::vector<std::string>& passed)
+    DatabaseFile(const OutputTerms& terms, const std::vector<std::string>& passed)
         : KeptOutput(terms) {
         if (!is_whole_) database_.emplace(PathText(partial_), passed);
         if (is_whole_ || database_->IsFinished()) {
@@ -161,7 +161,7 @@ class OutputDatabase : public KeptOutput {
         written_ = kept_;
     }
 
-    ~OutputDatabase() override {
+    ~DatabaseFile() override {
         database_.reset();
         if (kept_.next_row == 1) Discard();
     }
@@ -207,12 +207,12 @@ std::unique_ptr<BatchOutput> MakeStandardOutput() {
 }
 
 std::unique_ptr<BatchOutput> MakeOutputFile(const OutputTerms& terms) {
-    return std::make_unique<OutputFile>(terms);
+    return std::make_unique<RowFile>(terms);
 }
 
 std::unique_ptr<BatchOutput> MakeOutputDatabase(const OutputTerms& terms,
                                                 const std::vector<std::string>& passed) {
-    return std::make_unique<OutputDatabase>(terms, passed);
+    return std::make_unique<DatabaseFile>(terms, passed);
 }
 
 }  // namespace cwt

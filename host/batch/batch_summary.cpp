@@ -2,13 +2,12 @@
 
 #include <fmt/core.h>
 
-#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
-#include <system_error>
 
+#include "files/output_file.h"
 #include "text/path_text.h"
 
 namespace cwt {
@@ -62,14 +61,9 @@ void RequireSummary(const std::string& name) {
 }
 
 void WriteSummary(const std::string& name, const Json& summary) {
-    errno = 0;
-    const fs::path path = PathOf(name), partial = PathOf(name + ".partial");
-    std::ofstream file(partial, std::ios::binary);
-    file << summary.dump(2) << '\n' << std::flush;
-    const int reason = errno;
-    if (!file) throw std::runtime_error(name + ": " + std::generic_category().message(reason));
-    file.close();
-    fs::rename(partial, path);
+    OutputFile file(name, true);
+    file.Write(summary.dump(2) + '\n');
+    file.Finish();
 }
 
 }  // namespace cwt

@@ -8,8 +8,9 @@
 
 #include "batch/batch_names.h"
 #include "batch/batch_summary.h"
-#include "batch/row_database.h"
 #include "commands/commands.h"
+#include "comparison/comparison_forms.h"
+#include "comparison/comparison_run.h"
 #include "platform/system.h"
 #include "session/messages.h"
 #include "text/code_page.h"
@@ -20,7 +21,7 @@ namespace {
 
 struct BatchCommand : Options {
     BatchOptions batch;
-    std::string from, to, part, summary;
+    std::string from, to, part, summary, against, page;
     int timeout = 60;
     bool progress = false, no_progress = false;
 };
@@ -73,25 +74,47 @@ void SayResult(const BatchResult& result, const BatchOptions& options) {
                           *result.stopped_before));
 }
 
-int RunBatchCommand(const BatchCommand& command) {
-    const BatchOptions options = OptionsOf(command);
-    if (!command.summary.empty()) RequireSummary(command.summary);
+/// Rates the rows, and says what came of them. Result: the exit code.
+int RateRows(const BatchOptions& options, const std::string& summary) {
     if (options.resume && IsWhole(options.output)) {
         Say(options.output + ": is whole already, and nothing was rated");
         return kDone;
     }
-    CatchInterrupts();
     try {
         const BatchResult result = RunBatch(options);
         SayResult(result, options);
-        if (!command.summary.empty()) WriteSummary(command.summary, SummaryJson(result));
+        if (!summary.empty()) WriteSummary(summary, SummaryJson(result));
         return ExitCodeOf(result);
     } catch (const std::exception& error) {
-        if (!command.summary.empty()) {
-            WriteSummary(command.summary, FailureSummaryJson(Printable(error.what())));
-        }
+        if (!summary.empty()) WriteSummary(summary, FailureSummaryJson(Printable(error.what())));
         throw;
     }
+}
+
+/// Rates the rows under the other data too, and compares what came of them.
+int RateAgainst(const BatchCommand& command, const BatchOptions& options) {
+    if (options.output.empty() || options.to == Form::kDatabase || options.input == "-") {
+        throw Broken("--against: a file of shipments and -o FILE, NDJSON or CSV, are wanted");
+    }
+    BatchOptions other = options;
+    other.sources.data = PathOf(command.against);
+    other.output = AgainstName(options.output);
+    if (RateRows(other, "") == kBroken) return kBroken;
+    const int exit_code = RateRows(options, command.summary);
+    if (exit_code == kBroken) return kBroken;
+    ComparisonRequest request;
+    request.files = {other.output, options.output, options.to == Form::kCsv ? "csv" : "ndjson"};
+    request.page = command.page;
+    Print(ComparisonText(RunComparison(request)));
+    return exit_code;
+}
+
+int RunBatchCommand(const BatchCommand& command) {
+    const BatchOptions options = OptionsOf(command);
+    if (!command.summary.empty()) RequireSummary(command.summary);
+    CatchInterrupts();
+    return command.against.empty() ? RateRows(options, command.summary)
+                                   : RateAgainst(command, options);
 }
 
 }  // namespace
@@ -138,6 +161,12 @@ void AddBatch(CLI::App& app, int& exit_code) {
     command->add_option("--pass", batch.allowed,
                         "A column of a CSV input to pass on, though its name is nearly that of "
                         "one that is read.");
+    CLI::Option* const against =
+        command->add_option("--against", options->against,
+                            "Rate the rows under this data directory too, to FILE.against before "
+                            "its ending, and compare: it is the old tariff, --data the new one.");
+    command->add_option("--html", options->page, "With --against: write a page with plots.")
+        ->needs(against);
     command->add_option("--summary", options->summary, "Write the summary to this file, as JSON.");
     command->add_flag("--progress", options->progress,
                       "Tell how far it is. Default: when standard error is a terminal.");

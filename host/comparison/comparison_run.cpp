@@ -6,7 +6,7 @@
 
 #include "comparison/comparison_csv.h"
 #include "comparison/comparison_forms.h"
-#include "comparison/output_file.h"
+#include "files/output_file.h"
 #include "session/messages.h"
 #include "text/path_text.h"
 

@@ -3,13 +3,9 @@
 #include <fmt/core.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
-#include <fstream>
-#include <system_error>
 
 #include "session/messages.h"
-#include "text/path_text.h"
 
 namespace cwt {
 namespace {
@@ -17,22 +13,10 @@ namespace {
 constexpr std::size_t kBufferSize = std::size_t{1} << 20;
 constexpr std::size_t kLongestLine = std::size_t{16} << 20;
 
-[[noreturn]] void FailToRead(const std::string& path) {
-    const int reason = errno != 0 ? errno : EIO;
-    throw Broken(path + ": " + std::generic_category().message(reason));
-}
-
 }  // namespace
 
-std::unique_ptr<std::istream> OpenRows(const std::string& path) {
-    errno = 0;
-    auto stream = std::make_unique<std::ifstream>(PathOf(path), std::ios::binary);
-    if (!stream->is_open()) FailToRead(path);
-    return stream;
-}
-
 LineReader::LineReader(const std::string& path)
-    : path_(path), stream_(OpenRows(path)), buffer_(kBufferSize, '\0') {}
+    : path_(path), bytes_(OpenBytes(path)), buffer_(kBufferSize, '\0') {}
 
 bool LineReader::Next(std::string_view& line) {
     std::size_t searched = 0;
@@ -62,11 +46,9 @@ bool LineReader::Fill() {
         if (end_ >= kLongestLine) BreakLine(number_ + 1, "a line of more than 16 MiB");
         buffer_.resize(2 * end_);
     }
-    errno = 0;
-    stream_->read(buffer_.data() + end_, static_cast<std::streamsize>(buffer_.size() - end_));
-    if (stream_->bad()) FailToRead(path_);
-    end_ += static_cast<std::size_t>(stream_->gcount());
-    return stream_->gcount() > 0;
+    const std::size_t count = bytes_->Read({buffer_.data() + end_, buffer_.size() - end_});
+    end_ += count;
+    return count > 0;
 }
 
 void LineReader::Break(std::size_t column, const std::string& text) const {

@@ -2,18 +2,17 @@
 #pragma once
 
 #include <cstdint>
-#include <istream>
 #include <memory>
 #include <string>
 #include <string_view>
 
-namespace cwt {
+#include "files/bytes_in.h"
 
-/// Opens a file of rows. Throws Broken, with the reason, when it cannot.
-std::unique_ptr<std::istream> OpenRows(const std::string& path);
+namespace cwt {
 
 class LineReader {
  public:
+    /// Throws std::runtime_error, with the reason, when the file, packed or not, cannot be read.
     explicit LineReader(const std::string& path);
 
     /// The next line without its LF, valid until the next call. Result: false at the end. A last
@@ -32,7 +31,7 @@ class LineReader {
     bool Fill();
 
     std::string path_;
-    std::unique_ptr<std::istream> stream_;
+    std::unique_ptr<BytesIn> bytes_;
     std::string buffer_;
     std::size_t begin_ = 0, end_ = 0;  ///< Of what is in the buffer and was not handed out.
     int64_t number_ = 0;

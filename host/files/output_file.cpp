@@ -1,12 +1,12 @@
-#include "comparison/output_file.h"
+#include "files/output_file.h"
 
 #include <fmt/core.h>
 
 #include <cerrno>
 #include <random>
+#include <stdexcept>
 #include <system_error>
 
-#include "session/messages.h"
 #include "text/path_text.h"
 
 namespace cwt {
@@ -44,19 +44,19 @@ void OutputFile::Finish() {
     if (!error) return;
     std::error_code ignored;
     fs::remove(working_path_, ignored);
-    throw Broken(PathText(path_) + ": " + error.message());
+    throw std::runtime_error(PathText(path_) + ": " + error.message());
 }
 
 void OutputFile::RequireAbsence() const {
     std::error_code ignored;
     if (!replace_ && fs::exists(fs::symlink_status(path_, ignored))) {
-        throw Broken(PathText(path_) + ": is there already; --force replaces it");
+        throw std::runtime_error(PathText(path_) + ": is there already; --force replaces it");
     }
 }
 
 void OutputFile::Fail() const {
     const int reason = errno != 0 ? errno : EIO;
-    throw Broken(PathText(path_) + ": " + std::generic_category().message(reason));
+    throw std::runtime_error(PathText(path_) + ": " + std::generic_category().message(reason));
 }
 
 }  // namespace cwt

@@ -10,7 +10,8 @@ namespace cwt {
 
 class OutputFile {
  public:
-    /// Throws Broken when the file is there already and may not be replaced, or cannot be written.
+    /// Throws std::runtime_error, like every call, when the file is there already and may not be
+    /// replaced, or cannot be written.
     OutputFile(const std::string& path, bool replace);
     /// Removes what has not been finished.
     ~OutputFile();

@@ -17,7 +17,7 @@ class RowEvents {
     const std::string& complaint() const { return complaint_; }
 
     bool null() {
-        if (IsIgnored() || key_->need == Need::kValueOrNull) return true;
+        if (IsIgnored() || key_->need == Presence::kValueOrNull) return true;
         return Fail("no value");
     }
     bool boolean(bool /*value*/) { return IsIgnored() || Fail("neither true nor false is wanted"); }
@@ -124,7 +124,7 @@ class RowEvents {
     bool IsComplete() {
         const Open& open = levels_.back();
         for (const Key& key : kKeys) {
-            if (key.level != open.level || key.need == Need::kNothing) continue;
+            if (key.level != open.level || key.need == Presence::kNothing) continue;
             if ((open.seen & BitOf(key)) != 0) continue;
             key_ = &key;
             return Fail("missing");

@@ -30,14 +30,14 @@ enum Level : std::uint8_t {
     kNone
 };
 
-enum class Need : std::uint8_t { kValue, kValueOrNull, kNothing };
+enum class Presence : std::uint8_t { kValue, kValueOrNull, kNothing };
 
 /// A key of an object, or, without a name, the entries of a list: a text, an amount, a whole number
 /// or another level.
 struct Key {
     Level level;
     std::string_view name;
-    Need need = Need::kValue;
+    Presence need = Presence::kValue;
     std::string RowDraft::*text = nullptr;
     int64_t RowDraft::*amount = nullptr;
     int64_t RowDraft::*whole = nullptr;
@@ -47,11 +47,11 @@ struct Key {
 inline constexpr Key kKeys[] = {
     {.level = kRow, .name = "schema", .text = &RowDraft::schema},
     {.level = kRow, .name = "row", .whole = &RowDraft::number},
-    {.level = kRow, .name = "id", .need = Need::kValueOrNull, .text = &RowDraft::id},
+    {.level = kRow, .name = "id", .need = Presence::kValueOrNull, .text = &RowDraft::id},
     {.level = kRow, .name = "status", .text = &RowDraft::status_word},
-    {.level = kRow, .name = "bill", .need = Need::kNothing, .opens = kBill},
-    {.level = kRow, .name = "refusals", .need = Need::kNothing, .opens = kRefusals},
-    {.level = kRow, .name = "reason", .need = Need::kNothing, .text = &RowDraft::reason},
+    {.level = kRow, .name = "bill", .need = Presence::kNothing, .opens = kBill},
+    {.level = kRow, .name = "refusals", .need = Presence::kNothing, .opens = kRefusals},
+    {.level = kRow, .name = "reason", .need = Presence::kNothing, .text = &RowDraft::reason},
     {.level = kBill, .name = "schema", .text = &RowDraft::bill_schema},
     {.level = kBill, .name = "currency", .text = &RowDraft::currency},
     {.level = kBill, .name = "tariff", .opens = kTariff},
@@ -67,7 +67,7 @@ inline constexpr Key kKeys[] = {
     {.level = kLine, .name = "rated_as", .text = &RowDraft::line_rated_as},
     {.level = kLine, .name = "weight", .whole = &RowDraft::line_weight},
     {.level = kLine, .name = "charge", .amount = &RowDraft::line_charge},
-    {.level = kBill, .name = "deficit", .need = Need::kValueOrNull, .opens = kDeficit},
+    {.level = kBill, .name = "deficit", .need = Presence::kValueOrNull, .opens = kDeficit},
     {.level = kDeficit, .name = "weight", .whole = &RowDraft::deficit_weight},
     {.level = kDeficit, .name = "charge", .amount = &RowDraft::deficit_charge},
     {.level = kBill, .name = "total_weight", .whole = &RowDraft::total_weight},
@@ -86,7 +86,7 @@ inline constexpr Key kKeys[] = {
     {.level = kBreak, .name = "weight", .whole = &RowDraft::break_weight},
     {.level = kRefusals, .name = "", .opens = kRefusal},
     {.level = kRefusal, .name = "place", .text = &RowDraft::place},
-    {.level = kRefusal, .name = "code", .need = Need::kValueOrNull, .whole = &RowDraft::code},
+    {.level = kRefusal, .name = "code", .need = Presence::kValueOrNull, .whole = &RowDraft::code},
     {.level = kRefusal, .name = "text", .text = &RowDraft::text},
     {.level = kRefusal, .name = "written", .text = &RowDraft::written},
     {.level = kRefusal, .name = "alternatives", .opens = kAlternatives},

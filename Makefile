@@ -3,6 +3,7 @@
 # make test-linux32  the same on 32-bit Linux     make test-win32  the same on 32-bit Windows
 # make test-all      all three, and compares what the three make of the same shipments
 # make fuzz          attacks it with inputs of every kind    make fuzz-minute  for a minute in all
+# make bench         measures what rating by the million costs
 # make win32         packs the library for Windows
 # make lint          checks format and common slips
 # make format        formats the sources          make clean       removes build/, but no sample
@@ -15,6 +16,7 @@ LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 WINE_PACKAGES    = debootstrap xvfb xauth
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
+BENCH_PACKAGES   = libbenchmark-dev
 LINT_PACKAGES    = clang-format clang-tidy
 
 SAMPLE = sample
@@ -22,8 +24,8 @@ SAMPLE = sample
 # The targets share packages, trees and a display.
 .NOTPARALLEL:
 
-.PHONY: rate win32 test test-linux32 test-win32 test-all compare fuzz fuzz-minute lint format clean \
-    packages
+.PHONY: rate win32 test test-linux32 test-win32 test-all compare fuzz fuzz-minute bench lint format \
+    clean packages
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -68,6 +70,12 @@ compare:
 fuzz fuzz-minute:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(LINUX32_PACKAGES) $(FUZZ_PACKAGES)
 	@scripts/fuzz.sh $(if $(filter fuzz-minute,$@),--minute)
+
+# BENCH_ROWS, a million unless set, is how long the run is whose memory is looked at.
+bench:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(BENCH_PACKAGES)
+	@HWT_TARGET=rows_benchmark scripts/build.sh release -DHWT_BENCH=ON
+	@build/release/bin/rows_benchmark
 
 lint:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINT_PACKAGES)

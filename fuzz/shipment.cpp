@@ -1,6 +1,7 @@
-// A shipment as people write it in JSON, and their spellings of postal codes and classes.
+// Shipments as people write them in JSON and CSV, and their spellings of postal codes and classes.
 #include "harness.h"
 #include "shipment/shipment_json.h"
+#include "shipment/shipment_reader.h"
 #include "shipment/spelling.h"
 
 using namespace hundredweight::fuzz;
@@ -28,6 +29,27 @@ void CheckSpelling(const std::string& written) {
     Require(cwt::SpellClass(class_code) == class_code, "a class is put right once");
 }
 
+/// Every byte of a table behind its header is in one row, and every row is read or refused.
+void CheckTable(std::string_view text) {
+    const std::string header = "id,origin_zip,destination_zip,class_1,weight_1,own,tariff\n";
+    const auto reader = cwt::MakeCsvReader(header, {});
+    try {
+        cwt::MakeCsvReader(text, {});
+    } catch (const std::runtime_error&) {
+        // As a header it is mostly none.
+    }
+    while (!text.empty()) {
+        const std::size_t end = reader->RowEnd(text, true);
+        Require(end > 0 && end <= text.size(), "a row ends behind where it begins");
+        const std::size_t early = reader->RowEnd(text.substr(0, end), false);
+        Require(early == text.npos || early == end, "a row ends where it ends in part");
+        cwt::Shipment shipment;
+        std::vector<std::string> passed;
+        Printed(reader->Read(text.substr(0, end), shipment, passed), shipment);
+        text.remove_prefix(end);
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
@@ -40,6 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     Require(Printed(refusals, first) == Printed(cwt::ReadShipmentJson(text, second), second),
             "a shipment reads alike twice");
     CheckSpelling(std::string(text));
+    CheckTable(text);
     if (!refusals.empty()) return 0;
     Require(!first.lines.empty() && first.lines.size() <= cwt::kMostLines,
             "a shipment has 1 to 8 lines");

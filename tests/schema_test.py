@@ -4,6 +4,7 @@ import json
 import pathlib
 import subprocess
 import sys
+import tempfile
 
 import jsonschema
 
@@ -55,11 +56,18 @@ dearer, rated = [json.loads(line) for line in lines], 0
 for bill in (row["bill"] for row in dearer if "bill" in row):
     bill["total_due"] = str(decimal.Decimal(bill["total_due"]) + 1)
     rated += 1
-new = transcript / "dearer.ndjson"
-new.write_text("".join(json.dumps(row) + "\n" for row in dearer))
-run = subprocess.run([sys.argv[3], "compare", transcript / "rows.csv", new, "--json"], check=True,
-                     capture_output=True, text=True)
-complaints += faults(new, "hundredweight/comparison/1", run.stdout)
+cwt = sys.argv[3]
+with tempfile.TemporaryDirectory() as directory:
+    new = pathlib.Path(directory) / "dearer.ndjson"
+    new.write_text("".join(json.dumps(row) + "\n" for row in dearer))
+    run = subprocess.run([cwt, "compare", transcript / "rows.csv", new, "--json"], check=True,
+                         capture_output=True, text=True)
+    complaints += faults(new, "hundredweight/comparison/1", run.stdout)
+    summary = pathlib.Path(directory) / "summary.json"
+    shipments = str(transcript / "batch.in.ndjson")
+    for arguments in ([shipments], [shipments, "--engine", "none"]):
+        subprocess.run([cwt, "batch", *arguments, "--summary", summary], capture_output=True)
+        complaints += faults(summary, "hundredweight/summary/1")
 comparison = json.loads(run.stdout)
 both = comparison["rated_in_both"]
 assert both["rose"] == rated and both["total_due"]["change"] == f"{rated}.00", both

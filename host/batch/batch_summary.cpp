@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -24,7 +25,7 @@ double RowsPerSecond(const BatchResult& result) {
 
 /// With a decimal, since more of it says nothing.
 double Rounded(double number) {
-    return static_cast<double>(static_cast<std::int64_t>(number * 10 + 0.5)) / 10;
+    return std::round(number * 10) / 10;
 }
 
 }  // namespace

@@ -20,8 +20,8 @@ void RateRow(Session& session, const RowForms& forms, std::string_view text, Row
     if (!refusals.empty()) {
         row.outcome = std::move(refusals);
     } else {
-        std::visit([&](auto&& outcome) { row.outcome = std::move(outcome); },
-                   session.Rate(shipment, kNoRequestCode));
+        Outcome outcome = session.Rate(shipment, kNoRequestCode);
+        std::visit([&](auto& what) { row.outcome = std::move(what); }, outcome);
     }
     Finish(forms.writer, row, answer);
 }

@@ -45,7 +45,7 @@ Comparison RunComparison(const ComparisonRequest& request) {
         csv.emplace(request.csv, request.replace);
         csv->Write(PairHeader());
     }
-    const Comparison comparison =
+    Comparison comparison =
         CompareRows(request.files, [&](const BatchRow& old_row, const BatchRow& new_row) {
             if (csv && (request.all || Changed(old_row, new_row))) {
                 csv->Write(PairRow(old_row, new_row));

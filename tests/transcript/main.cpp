@@ -149,6 +149,21 @@ void Print(const fs::path& cwt, const fs::path& shipment) {
     fs::current_path(before);
 }
 
+/// Lets the command rate rows, in both forms of text.
+void PrintBatch(const fs::path& cwt, const fs::path& directory) {
+    const fs::path before = fs::current_path();
+    fs::current_path(directory);
+    std::string rows;
+    hundredweight::samples::WriteGeneratedRows(kGenerated,
+                                               [&](const std::string& row) { rows += row; });
+    Write("batch.in.ndjson", rows);
+    for (const std::string out : {"batch.ndjson", "batch.csv"}) {
+        std::system((cwt.string() + " batch batch.in.ndjson -o " + out + " 2>batch.said").c_str());
+    }
+    fs::remove("batch.said");  // It tells the seconds.
+    fs::current_path(before);
+}
+
 void WriteTranscript(const fs::path& directory, const fs::path& cwt) {
     if (fs::exists(directory) && !fs::exists(directory / kMark)) {
         throw std::runtime_error("the directory is there and is no transcript");
@@ -175,6 +190,7 @@ void WriteTranscript(const fs::path& directory, const fs::path& cwt) {
     Write(directory / "rows.ndjson", totals.ndjson.text);
     Write(directory / "rows.csv", totals.csv.text);
     RateTogether(rated, directory);
+    PrintBatch(cwt, directory);
     hundredweight::transcript::WriteUserFiles(directory);
     std::printf("%d shipments rated, %zu kinds of refusal\n", totals.rated, totals.refusals.size());
     if (totals.rated < 200 || totals.refusals.size() < 10) {

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -60,6 +61,18 @@ class BatchTest : public testing::Test {
         return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
     }
 
+    /// Rates the rows, and notes how long that takes, by which others are stopped before they end.
+    void RateWhole(const std::string& arguments) {
+        const auto begin = std::chrono::steady_clock::now();
+        ASSERT_EQ(Run(arguments), 1) << Content("said");
+        seconds_ = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    }
+
+    /// What sends a signal after a share of that time.
+    std::string Timeout(const char* signal, double share) const {
+        return fmt::format("timeout -s {} {:.3f} ", signal, share * seconds_);
+    }
+
     static void ExpectSaid(const std::string& text) {
         const std::string said = Content("said");
         EXPECT_NE(said.find(text), std::string::npos) << said;
@@ -75,6 +88,7 @@ class BatchTest : public testing::Test {
     }
 
     const fs::path before_, directory_;
+    double seconds_ = 0;
 };
 
 TEST_F(BatchTest, RowsAreThoseOfOneSessionHoweverTheyAreSpread) {
@@ -134,12 +148,12 @@ TEST_F(BatchTest, KilledRunsEndWithTheSameBytes) {
         if (name == "out.ndjson.gz" && Run("rows.ndjson --part 1/5000 -o x.ndjson.gz") == 2)
             continue;
         const std::string whole = "whole-" + name;
-        ASSERT_EQ(Run("rows.ndjson -o " + whole), 1) << Content("said");
+        RateWhole("rows.ndjson -o " + whole);
         int kills = 0;
         for (int exit_code = 0; exit_code != 1;) {
-            const std::string seconds = fmt::format("0.{:03}", 50 + random() % 700);
+            const double share = 0.1 + static_cast<double>(random() % 800) / 1000;
             exit_code = Run("rows.ndjson --resume --jobs 2 -o " + name,
-                            kills < 6 ? "timeout -s KILL " + seconds + " " : "");
+                            kills < 6 ? Timeout("KILL", share) : "");
             ASSERT_TRUE(exit_code == 1 || exit_code == 137) << exit_code << Content("said");
             kills += exit_code == 137 ? 1 : 0;
             EXPECT_EQ(fs::exists(name), exit_code == 1);
@@ -152,9 +166,9 @@ TEST_F(BatchTest, KilledRunsEndWithTheSameBytes) {
 
 TEST_F(BatchTest, AnInterruptAndAFullDiskLeaveWhatCanBeGoneOnWith) {
     WriteRows(4000);
-    ASSERT_EQ(Run("rows.ndjson -o whole.ndjson --summary summary.json"), 1);
+    RateWhole("rows.ndjson -o whole.ndjson --summary summary.json");
     EXPECT_EQ(nlohmann::json::parse(Content("summary.json"))["rows"], 4000);
-    EXPECT_EQ(Run("rows.ndjson -o out.ndjson --progress", "timeout -s INT 0.3 "), 124);
+    EXPECT_EQ(Run("rows.ndjson -o out.ndjson --progress", Timeout("INT", 0.5)), 124);
     ExpectSaid("with --resume goes on");
     ExpectSaid(" rows/s");
     EXPECT_EQ(Run("rows.ndjson -o out.ndjson"), 2);
@@ -230,7 +244,8 @@ TEST_F(BatchTest, WhatAPartnerDoesToARowIsThatRowsAlone) {
 
 TEST_F(BatchTest, ARunIsNotGoneOnWithUnderOtherTerms) {
     WriteRows(3000);
-    ASSERT_EQ(Run("rows.ndjson -o out.ndjson", "timeout -s INT 0.4 "), 124);
+    RateWhole("rows.ndjson -o whole.ndjson");
+    ASSERT_EQ(Run("rows.ndjson -o out.ndjson", Timeout("INT", 0.5)), 124);
     const auto refuse = [](const std::string& arguments, const char* complaint) {
         EXPECT_EQ(Run(arguments + " -o out.ndjson --resume"), 2) << arguments;
         ExpectSaid(complaint);

@@ -189,7 +189,7 @@ TEST_F(ComparisonTest, WhatIsNoOutputOfABatchIsToldWithLineAndColumn) {
         ExpectBroken(file + " " + file, complaint);
     }
     ExpectBroken(Path("none.csv") + " " + Path("none.csv"), "No such file");
-    ExpectBroken(Written("rows.txt", good) + " " + Path("rows.txt"), "--from ndjson or --from csv");
+    ExpectBroken(Written("rows.txt", good) + " " + Path("rows.txt"), "--from ndjson or csv");
 }
 
 TEST_F(ComparisonTest, FilesAreWrittenWholeAndReplacedOnlyWhenThatIsAskedFor) {

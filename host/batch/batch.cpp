@@ -76,6 +76,7 @@ class Batch {
 
     BatchResult Run() {
         SkipToBegin();
+        if (output_->is_whole()) return ResultOfWhole();
         crew_ = MakeCrew({options_.sources,
                           {source_.reader(), *form_},
                           packing_,
@@ -86,7 +87,8 @@ class Batch {
         while (FeedAndTake()) line.Show(progress_.tally, input_bytes_);
         BatchResult result;
         if (IsInterrupted()) {
-            result.stopped_before = output_->Stop();
+            progress_ = output_->Stop();
+            result.stopped_before = progress_.next_row;
         } else {
             output_->Finish();
         }
@@ -97,6 +99,18 @@ class Batch {
     }
 
  private:
+    /// The run had ended, unless its input has grown since.
+    BatchResult ResultOfWhole() {
+        if (source_.Next(slice_.end)) {
+            throw std::runtime_error(fmt::format("--resume: {} is whole, and {} has more rows now",
+                                                 options_.output, options_.input));
+        }
+        options_.say(options_.output + ": is whole already, and nothing was rated");
+        BatchResult result;
+        result.tally = progress_.tally;
+        return result;
+    }
+
     /// Leaves out what another slice, or an earlier run, sees to.
     void SkipToBegin() {
         if (const auto& passed = source_.reader().passed(); !passed.empty()) {
@@ -111,7 +125,9 @@ class Batch {
                             options_.input, progress_.next_row));
         }
         if (is_begun) {
-            options_.say(fmt::format("going on at row {}", progress_.next_row));
+            if (!output_->is_whole()) {
+                options_.say(fmt::format("going on at row {}", progress_.next_row));
+            }
         } else if (slice_.begin == 1) {
             if (const std::string header = form_->Header(); !header.empty()) {
                 output_->Write(Pack(packing_, header));

@@ -75,10 +75,4 @@ std::string AgainstName(const std::string& output) {
     return PathText(path) + ".against" + endings;
 }
 
-bool IsWhole(const std::string& output) {
-    namespace fs = std::filesystem;
-    return fs::exists(PathOf(output)) && !fs::exists(PathOf(output + ".partial")) &&
-           !fs::exists(PathOf(output + ".journal"));
-}
-
 }  // namespace cwt

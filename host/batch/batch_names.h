@@ -15,7 +15,4 @@ Form OutputForm(const std::string& name, const std::string& told, Form otherwise
 /// What the same rows under other data go to: "bills.against.csv" beside "bills.csv".
 std::string AgainstName(const std::string& output);
 
-/// Whether an output is there, and no run is under way that would make it.
-bool IsWhole(const std::string& output);
-
 }  // namespace cwt

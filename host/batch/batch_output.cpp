@@ -31,7 +31,12 @@ class StandardOutput : public BatchOutput {
         }
     }
 
+    void Note(Progress progress) override { written_ = std::move(progress); }
+    Progress Stop() override { return written_; }
     void Finish() override {}
+
+ private:
+    Progress written_;
 };
 
 fs::path WithEnding(fs::path path, const char* ending) {
@@ -43,25 +48,28 @@ class KeptOutput : public BatchOutput {
  public:
     explicit KeptOutput(const OutputTerms& terms)
         : path_(terms.path), partial_(WithEnding(terms.path, ".partial")) {
+        is_whole_ = exists(path_);
         const fs::path journal = WithEnding(path_, ".journal");
-        // Killed at its very end, a run has left nothing but its journal to remove.
-        is_whole_ = terms.resume && exists(path_) && exists(journal) && !exists(partial_);
-        if (exists(path_) && !is_whole_) {
-            throw std::runtime_error(PathText(path_) + ": is there already");
+        if (is_whole_ && (!terms.resume || exists(partial_) || !exists(journal))) {
+            throw std::runtime_error(
+                PathText(path_) + ": is there already" +
+                (terms.resume ? ", and not by the run that would be gone on with" : ""));
         }
-        if (!terms.resume && (exists(partial_) || exists(journal))) {
+        if (!terms.resume && exists(partial_)) {
             throw std::runtime_error(fmt::format(
                 "{}: a run was begun and has not ended; --resume goes on with it, or remove that "
-                "file and {}",
-                PathText(partial_), PathText(journal.filename())));
+                "file",
+                PathText(partial_)));
         }
-        journal_.emplace(journal, terms.run);
+        const bool is_new = !is_whole_ && !exists(partial_);
+        journal_.emplace(journal, terms.run, is_new);
     }
+
+    bool is_whole() const override { return is_whole_; }
 
  protected:
     void GiveName() {
-        if (!is_whole_) fs::rename(partial_, path_);
-        journal_->Remove();
+        fs::rename(partial_, path_);
         is_whole_ = true;
     }
 
@@ -82,12 +90,13 @@ class RowFile : public KeptOutput {
     explicit RowFile(const OutputTerms& terms) : KeptOutput(terms) {
         const std::optional<Progress>& kept = journal_->kept();
         if (kept) written_ = *kept;
-        if (is_whole_) return;
+        if (is_whole_) {
+            RequireSize(path_);
+            return;
+        }
         file_ = std::fopen(partial_.string().c_str(), "ab");
         if (file_ == nullptr) Fail();
-        if (file_size(partial_) < written_.output_size) {
-            throw std::runtime_error(PathText(partial_) + ": is shorter than its journal says");
-        }
+        RequireSize(partial_);
         // What came after it was kept last goes.
         resize_file(partial_, written_.output_size);
     }
@@ -114,13 +123,12 @@ class RowFile : public KeptOutput {
         between_ = std::min(2 * between_, kLongest);
     }
 
-    std::uint64_t Stop() override {
+    Progress Stop() override {
         Keep();
-        return written_.next_row;
+        return written_;
     }
 
     void Finish() override {
-        if (is_whole_) return GiveName();
         Keep();
         if (std::fclose(std::exchange(file_, nullptr)) != 0) Fail();
         GiveName();
@@ -134,6 +142,13 @@ class RowFile : public KeptOutput {
         if (!SyncFile(file_)) Fail();
         journal_->Keep(written_);
         kept_at_ = Clock::now();
+    }
+
+    /// What is longer was written after it was kept last.
+    void RequireSize(const fs::path& path) const {
+        const std::uintmax_t size = file_size(path);
+        if (is_whole_ ? size == written_.output_size : size >= written_.output_size) return;
+        throw std::runtime_error(PathText(path) + ": is not of the size that its journal says");
     }
 
     [[noreturn]] void Fail() const {
@@ -154,7 +169,7 @@ class DatabaseFile : public KeptOutput {
         : KeptOutput(terms) {
         if (!is_whole_) database_.emplace(PathText(partial_), passed);
         if (is_whole_ || database_->IsFinished()) {
-            kept_ = journal_->kept().value();
+            kept_ = journal_->kept().value_or(Progress());
         } else if (const std::string state = database_->State(); !state.empty()) {
             kept_ = Progress::FromText(state);
         }
@@ -177,7 +192,7 @@ class DatabaseFile : public KeptOutput {
         if (++blocks_ % kBlocks == 0) Keep();
     }
 
-    std::uint64_t Stop() override { return kept_.next_row; }
+    Progress Stop() override { return kept_; }
 
     void Finish() override {
         if (database_ && !database_->IsFinished()) {

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "batch/journal.h"
-#include "files/packing.h"
 #include "batch/row_source.h"
+#include "files/packing.h"
 
 namespace cwt {
 
@@ -25,14 +25,17 @@ class BatchOutput {
     /// How far the run that goes on had come.
     virtual Progress begun() const { return {}; }
 
+    /// Whether that run had ended.
+    virtual bool is_whole() const { return false; }
+
     /// Writes the rows of a block, or what stands before the first one.
     virtual void Write(std::string_view bytes) = 0;
 
     /// After each block: what was written may be kept for good, with how far that is.
     virtual void Note(Progress /*progress*/) {}
 
-    /// Keeps what can be kept of a run that stops here. Result: the first row that is not.
-    virtual std::uint64_t Stop() { return 1; }
+    /// Keeps what can be kept of a run that stops here. Result: how far that is.
+    virtual Progress Stop() = 0;
 
     /// After the last block.
     virtual void Finish() = 0;
@@ -46,9 +49,9 @@ struct OutputTerms {
     nlohmann::ordered_json run;  ///< What the rows depend on besides the input.
 };
 
-/// A file, whole only when it has its name: until then it is called FILE.partial, with
-/// FILE.journal beside it. Throws std::runtime_error when it is there already, or was begun and is
-/// not gone on with.
+/// A file, whole only when it has its name: until then it is called FILE.partial. FILE.journal
+/// beside it says what run it is of. Throws std::runtime_error when it is there already, or was
+/// begun and is not gone on with.
 std::unique_ptr<BatchOutput> MakeOutputFile(const OutputTerms& terms);
 
 /// The same as a database, with these columns passed on.

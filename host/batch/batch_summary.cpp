@@ -51,8 +51,16 @@ Json FailureSummaryJson(const std::string& reason) {
     return {{"schema", kSchema}, {"complete", false}, {"failure", reason}};
 }
 
-void RequireSummary(const std::string& name) {
-    const fs::path path = PathOf(name);
+void RequireSummary(const std::string& name, const BatchOptions& options) {
+    const fs::path path = weakly_canonical(absolute(PathOf(name)));
+    for (const std::string& other : {options.input, options.output, options.output + ".partial",
+                                     options.output + ".journal"}) {
+        if (other.empty() || path != weakly_canonical(absolute(PathOf(other)))) continue;
+        throw std::runtime_error(name + ": is a file of the rows, and cannot be the summary too");
+    }
+    if (!is_directory(path.parent_path())) {
+        throw std::runtime_error(name + ": its directory is not there");
+    }
     if (!exists(path)) return;
     std::ifstream file(path, std::ios::binary);
     const Json old = Json::parse(file, nullptr, false);

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
+#include "files/digest.h"
 #include "platform/system.h"
 #include "session/tariff_set.h"
 #include "text/path_text.h"
@@ -28,7 +29,7 @@ bool IsOfABatch(std::string_view name) {
 }
 
 std::string StateOf(const fs::path& file) {
-    return fmt::format("{} {}", file_size(file), last_write_time(file).time_since_epoch().count());
+    return fmt::format("{} bytes {:016x}", file_size(file), FileDigest(file));
 }
 
 }  // namespace

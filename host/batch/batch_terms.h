@@ -8,7 +8,7 @@
 
 namespace cwt {
 
-/// The options that rows depend on, the columns of a CSV input, and size and time of each file of
+/// The options that rows depend on, the columns of a CSV input, and size and digest of each file of
 /// the data directory; not of files that, by their names, a batch reads or writes, nor of those
 /// that its standard streams go to.
 nlohmann::ordered_json TermsOf(const BatchOptions& options, const std::string& header);

@@ -59,20 +59,21 @@ void RequireSameTerms(const Json& before, const Json& now) {
             for (const auto& [file, state] : files.items()) {
                 if (old.value(file, Json()) == value.value(file, Json())) continue;
                 throw std::runtime_error(fmt::format(
-                    "--resume: {} has changed since the run was begun, and bills of two tariffs "
-                    "must not stand in one file",
+                    "--resume: {} is not what it was when the run was begun, and bills of two "
+                    "tariffs must not stand in one file",
                     file));
             }
         }
     }
 }
 
-Journal::Journal(const std::filesystem::path& path, const Json& terms) : path_(path) {
+Journal::Journal(const std::filesystem::path& path, const Json& terms, bool anew) : path_(path) {
     file_.reset(std::fopen(path.string().c_str(), "a+b"));
     if (!file_) Fail();
     if (!LockFile(file_.get())) {
         throw std::runtime_error(PathText(path) + ": another run is at work on this output");
     }
+    if (anew) std::filesystem::resize_file(path_, 0);
     if (!ReadKept(terms)) Append(terms.dump());
 }
 

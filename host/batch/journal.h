@@ -28,9 +28,9 @@ struct Progress {
 /// file is this process's while the journal lives.
 class Journal {
  public:
-    /// Creates the journal, or goes on with the one that is there. Throws std::runtime_error when
-    /// another run has it, or other terms, whose difference it names.
-    Journal(const std::filesystem::path& path, const nlohmann::ordered_json& terms);
+    /// Goes on with the journal that is there, or begins it, or begins it anew. Throws
+    /// std::runtime_error when another run has it, or other terms, whose difference it names.
+    Journal(const std::filesystem::path& path, const nlohmann::ordered_json& terms, bool anew);
 
     /// What was kept last; nothing when there is none yet.
     const std::optional<Progress>& kept() const { return kept_; }

@@ -1,8 +1,8 @@
 #include "batch/row_source.h"
 
-#include <cstring>
 #include <stdexcept>
 
+#include "files/digest.h"
 #include "platform/system.h"
 
 namespace cwt {
@@ -12,23 +12,6 @@ constexpr std::size_t kMostRows = 256;
 constexpr std::size_t kMostText = std::size_t{1} << 20;
 constexpr std::size_t kLongestRow = ShipmentReader::kLongestRow;
 constexpr std::size_t kChunk = std::size_t{1} << 18;
-
-/// Takes a row into a digest by which a run that goes on knows the rows that were rated before.
-std::uint64_t Digest(std::uint64_t digest, std::string_view row) {
-    constexpr std::uint64_t kPrime = 0x9E3779B97F4A7C15;
-    const auto mix = [&](std::uint64_t word) {
-        digest = (digest ^ word) * kPrime;
-        digest ^= digest >> 29;
-    };
-    mix(row.size());
-    while (!row.empty()) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, row.data(), std::min(row.size(), sizeof word));
-        mix(word);
-        row.remove_prefix(std::min(row.size(), sizeof word));
-    }
-    return digest;
-}
 
 }  // namespace
 

@@ -22,6 +22,11 @@ std::string Unpadded(std::string amount) {
     return amount;
 }
 
+/// The library writes what rounds to nothing from below as -0.00.
+std::string WithoutEmptyMinus(const std::string& amount) {
+    return amount == "-0.00" ? "0.00" : amount;
+}
+
 /// The class that a line was rated at, when a profile has put it in the place of the entered one.
 std::string RatedClass(const RateContext& context, std::size_t line) {
     if (context.LineClassMark[line][0] != '*') return TextOf(context.LineClass[line]);
@@ -68,7 +73,7 @@ Bill ReadBill(const RateContext& context, std::vector<std::string> notes) {
     bill.gross = TextOf(context.GrossChargeText);
     bill.discount_percent = Unpadded(TextOf(context.DiscountPctText));
     bill.discount_amount = Unpadded(TextOf(context.DiscountAmountText));
-    bill.surcharge = TextOf(context.SurchargeText);
+    bill.surcharge = WithoutEmptyMinus(TextOf(context.SurchargeText));
     bill.minimum = Unpadded(TextOf(context.MinChargeText));
     bill.net = Unpadded(TextOf(context.NetChargeText));
     const Cents due = CentsOf(bill.net) + CentsOf(bill.surcharge);

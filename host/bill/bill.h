@@ -83,7 +83,7 @@ Refusals CheckAmounts(const Bill& bill);
 Cents SumOfLines(const Bill& bill);
 
 /// Tells of a gross charge that is not the sum of its lines to the cent, since the library sums in
-/// single precision: above 131,072 dollars. Empty when it is.
+/// single precision, which tells from some ten thousand dollars on. Empty when it is.
 std::string GrossNote(const Bill& bill);
 
 /// The bill as text, lines ending in LF.

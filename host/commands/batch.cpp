@@ -76,17 +76,16 @@ void SayResult(const BatchResult& result, const BatchOptions& options) {
 
 /// Rates the rows, and says what came of them. Result: the exit code.
 int RateRows(const BatchOptions& options, const std::string& summary) {
-    if (options.resume && IsWhole(options.output)) {
-        Say(options.output + ": is whole already, and nothing was rated");
-        return kDone;
-    }
+    const auto write = [&](const nlohmann::ordered_json& json) {
+        if (!summary.empty()) WriteSummary(summary, json);
+    };
     try {
         const BatchResult result = RunBatch(options);
         SayResult(result, options);
-        if (!summary.empty()) WriteSummary(summary, SummaryJson(result));
+        write(SummaryJson(result));
         return ExitCodeOf(result);
     } catch (const std::exception& error) {
-        if (!summary.empty()) WriteSummary(summary, FailureSummaryJson(Printable(error.what())));
+        write(FailureSummaryJson(Printable(error.what())));
         throw;
     }
 }
@@ -96,22 +95,34 @@ int RateAgainst(const BatchCommand& command, const BatchOptions& options) {
     if (options.output.empty() || options.to == Form::kDatabase || options.input == "-") {
         throw Broken("--against: a file of shipments and -o FILE, NDJSON or CSV, are wanted");
     }
+    if (!options.resume && !command.page.empty() && exists(PathOf(command.page))) {
+        throw Broken(command.page + ": is there already");
+    }
     BatchOptions other = options;
     other.sources.data = PathOf(command.against);
     other.output = AgainstName(options.output);
-    if (RateRows(other, "") == kBroken) return kBroken;
-    const int exit_code = RateRows(options, command.summary);
-    if (exit_code == kBroken) return kBroken;
+    for (const BatchOptions& side : {other, options}) {
+        Say("rating under " + PathText(side.sources.data));
+        const int exit_code = RateRows(side, command.summary);
+        if (exit_code == kBroken) return kBroken;
+    }
     ComparisonRequest request;
-    request.files = {other.output, options.output, options.to == Form::kCsv ? "csv" : "ndjson"};
+    request.files = {other.output, options.output, options.to == Form::kCsv ? "csv" : "ndjson",
+                     PathText(other.sources.data), PathText(options.sources.data)};
     request.page = command.page;
-    Print(ComparisonText(RunComparison(request)));
-    return exit_code;
+    request.replace = options.resume;
+    const Comparison comparison = RunComparison(request);
+    Print(ComparisonText(comparison));
+    const auto& rated = comparison.statuses[0];
+    return rated[0] == comparison.rows ? kDone : kRefused;
 }
 
 int RunBatchCommand(const BatchCommand& command) {
     const BatchOptions options = OptionsOf(command);
-    if (!command.summary.empty()) RequireSummary(command.summary);
+    if (!command.summary.empty()) {
+        RequireSummary(command.summary, options);
+        WriteSummary(command.summary, FailureSummaryJson("the run has not ended"));
+    }
     CatchInterrupts();
     return command.against.empty() ? RateRows(options, command.summary)
                                    : RateAgainst(command, options);

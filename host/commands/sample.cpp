@@ -60,7 +60,7 @@ void AddSample(CLI::App& app, int& exit_code) {
     command
         ->add_option("--shipments", options->shipments,
                      "Instead, print so many shipments on the sample tariffs, as rows of NDJSON; "
-                     "about one in five is refused. They are the same on every machine.")
+                     "about three in ten are refused. They are the same on every machine.")
         ->check(CLI::Range(1, kMostShipments));
     command->add_flag("--force", options->force,
                       "Replace the sample's files, PROFILE.FIL included; others stay.");

@@ -10,6 +10,10 @@
 namespace cwt {
 namespace {
 
+std::string WithData(const std::string& file, const std::string& data) {
+    return data.empty() ? file : file + ", rated under " + data;
+}
+
 /// The first three characters of a postal code. Mexican codes, which are five digits and an M, keep
 /// their M: other points have the same digits.
 std::string Area(const std::string& postal_code) {
@@ -50,7 +54,7 @@ int64_t TenthsOfPercent(int64_t change, int64_t base) {
 }
 
 std::string PathOfBoth(const ComparedFiles& files) {
-    return files.old_path + " and " + files.new_path;
+    return files.old_path + " and " + WithData(files.new_path, files.new_data);
 }
 
 void AddRated(Comparison& comparison, const BatchRow& old_row, const BatchRow& new_row) {
@@ -126,8 +130,8 @@ Comparison CompareRows(const ComparedFiles& files, const ForEachPair& show) {
     const auto old_reader = MakeRowReader(files.old_path, files.form);
     const auto new_reader = MakeRowReader(files.new_path, files.form);
     Comparison comparison;
-    comparison.of_old.file = files.old_path;
-    comparison.of_new.file = files.new_path;
+    comparison.of_old.file = WithData(files.old_path, files.old_data);
+    comparison.of_new.file = WithData(files.new_path, files.new_data);
     BatchRow old_row, new_row;
     int64_t last = 0;
     for (;;) {

@@ -83,6 +83,7 @@ struct Comparison {
 struct ComparedFiles {
     std::string old_path, new_path;
     std::string form;  ///< "ndjson" or "csv"; empty: as each file's name ends.
+    std::string old_data = {}, new_data = {};  ///< What they were rated under, where that is known.
 };
 
 /// Whether anything that is compared differs.

@@ -43,7 +43,7 @@ void NoteCutFloor(const Shipment& shipment, Notes& notes) {
 void NoteUnreachedBreak(const Shipment& shipment, const RateContext& context, Notes& notes) {
     if (!shipment.surcharge || shipment.surcharge->break_index < context.WeightBreakCount) return;
     notes.push_back(fmt::format(
-        "surcharge: the tariff has {} weight breaks, so low_percent is taken at every weight",
+        "surcharge: the tariff set has {} weight breaks, so low_percent is taken at every weight",
         +context.WeightBreakCount));
 }
 

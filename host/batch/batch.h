@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "files/packing.h"
 #include "batch/row_source.h"
 #include "batch/tally.h"
+#include "files/packing.h"
 #include "session/sources.h"
 
 namespace cwt {

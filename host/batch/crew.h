@@ -8,8 +8,8 @@
 #include <string>
 
 #include "batch/block.h"
-#include "files/packing.h"
 #include "batch/rater.h"
+#include "files/packing.h"
 #include "session/sources.h"
 
 namespace cwt {

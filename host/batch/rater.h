@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "batch/block.h"
-#include "files/packing.h"
 #include "batch/row.h"
 #include "batch/tally.h"
+#include "files/packing.h"
 #include "session/session.h"
 #include "shipment/shipment_reader.h"
 

@@ -50,7 +50,12 @@ class KeptOutput : public BatchOutput {
         : path_(terms.path), partial_(WithEnding(terms.path, ".partial")) {
         is_whole_ = exists(path_);
         const fs::path journal = WithEnding(path_, ".journal");
-        if (is_whole_ && (!terms.resume || exists(partial_) || !exists(journal))) {
+        if (is_whole_ && exists(partial_)) {
+            throw std::runtime_error(fmt::format(
+                "{}: is there already, and {} is of a run that has not ended; remove one of them",
+                PathText(path_), PathText(partial_.filename())));
+        }
+        if (is_whole_ && (!terms.resume || !exists(journal))) {
             throw std::runtime_error(
                 PathText(path_) + ": is there already" +
                 (terms.resume ? ", and not by the run that would be gone on with" : ""));

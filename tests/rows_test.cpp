@@ -176,13 +176,15 @@ TEST(Rows, AHeaderThatWouldLoseAColumnIsRefused) {
     } cases[] = {
         {"\xEF\xBB\xBF" + wanted + "\r\n", {}, ""},
         {wanted + ", carrier ,date,weight,zip,city,class,cost_center,origin_county,profit,Service,"
-                  "destination_date,discount,state,rate,\"a;b\"",
+                  "destination_date,state,rate,\"a;b\"",
          {},
          "carrier|date|weight|zip|city|class|cost_center|origin_county|profit|Service|"
-         "destination_date|discount|state|rate|a;b"},
+         "destination_date|state|rate|a;b"},
         {wanted + ",discont_percent", {}, "\"discount_percent\" is most likely meant"},
         {wanted + ",discont_percent", {"discont_percent"}, "discont_percent"},
         {wanted + ",Discount %", {}, "\"discount_percent\""},
+        {wanted + ",discount", {}, "\"discount_percent\""},
+        {wanted + ",floor", {}, "\"discount_floor\""},
         {wanted + ",dest_state", {}, "\"destination_state\""},
         {wanted + ",Id", {}, "\"id\""},
         {wanted + ",tarfif", {}, "\"tariff\""},

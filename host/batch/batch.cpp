@@ -48,10 +48,11 @@ std::unique_ptr<RowForm> MakeForm(Form form, const std::vector<std::string>& pas
 }
 
 std::unique_ptr<BatchOutput> MakeOutput(const BatchOptions& options, const RowSource& source,
-                                        const std::vector<std::string>& passed) {
+                                        const std::vector<std::string>& passed, DataWatch& data) {
     if (options.output.empty()) return MakeStandardOutput();
     const OutputTerms terms{PathOf(options.output), options.resume,
-                            TermsOf(options, source.header())};
+                            TermsOf(options, source.header(), data),
+                            [&data] { data.RequireUnchanged(); }};
     if (options.to == Form::kDatabase) return MakeOutputDatabase(terms, passed);
     return MakeOutputFile(terms);
 }
@@ -71,7 +72,8 @@ class Batch {
           source_(options.input, options.from, options.allowed),
           form_(MakeForm(options.to, source_.reader().passed())),
           packing_(PackingOfName(options.output)),
-          output_(MakeOutput(options, source_, source_.reader().passed())),
+          data_(options.sources),
+          output_(MakeOutput(options, source_, source_.reader().passed(), data_)),
           progress_(output_->begun()) {}
 
     BatchResult Run() {
@@ -81,7 +83,8 @@ class Batch {
                           {source_.reader(), *form_},
                           packing_,
                           options_.jobs,
-                          options_.timeout});
+                          options_.timeout,
+                          [this] { data_.RequireUnchanged(); }});
         ProgressLine line(options_.progress, InputSize(options_.input), progress_.tally.rows());
         const std::uint64_t rows_before = progress_.tally.rows();
         while (FeedAndTake()) line.Show(progress_.tally, input_bytes_);
@@ -90,7 +93,9 @@ class Batch {
             progress_ = output_->Stop();
             result.stopped_before = progress_.next_row;
         } else {
+            data_.RequireUnchanged();
             output_->Finish();
+            SayRowsOfLines();
         }
         result.tally = progress_.tally;
         result.rows_here = progress_.tally.rows() - rows_before;
@@ -168,6 +173,14 @@ class Batch {
         }
     }
 
+    /// A quote too many makes rows into one, which is as well-formed as a cell of several lines.
+    void SayRowsOfLines() {
+        const auto& [rows, first] = source_.rows_of_lines();
+        if (rows == 0) return;
+        options_.say(fmt::format("note: {} {} of several lines, the first is row {}", rows,
+                                 rows == 1 ? "row is" : "rows are", first));
+    }
+
     void SayOnce(const std::string& said) {
         if (said.empty() || is_said_) return;
         is_said_ = true;
@@ -186,6 +199,7 @@ class Batch {
     RowSource source_;
     const std::unique_ptr<RowForm> form_;
     const Packing packing_;
+    DataWatch data_;
     const std::unique_ptr<BatchOutput> output_;
     Progress progress_;  ///< What is written.
     std::unique_ptr<Crew> crew_;

@@ -63,6 +63,17 @@ Form OutputForm(const std::string& name, const std::string& told, Form otherwise
     return *form;
 }
 
+std::vector<std::string> FilesOfOutput(const std::string& output) {
+    if (output.empty()) return {};
+    return {output, output + ".partial", output + ".journal"};
+}
+
+bool IsSameFile(const std::string& a, const std::string& b) {
+    std::error_code error;
+    return std::filesystem::equivalent(PathOf(a), PathOf(b), error) ||
+           weakly_canonical(absolute(PathOf(a))) == weakly_canonical(absolute(PathOf(b)));
+}
+
 std::string AgainstName(const std::string& output) {
     std::filesystem::path path = PathOf(output);
     std::string endings;

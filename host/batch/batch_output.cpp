@@ -47,7 +47,7 @@ fs::path WithEnding(fs::path path, const char* ending) {
 class KeptOutput : public BatchOutput {
  public:
     explicit KeptOutput(const OutputTerms& terms)
-        : path_(terms.path), partial_(WithEnding(terms.path, ".partial")) {
+        : path_(terms.path), partial_(WithEnding(terms.path, ".partial")), confirm_(terms.confirm) {
         is_whole_ = exists(path_);
         const fs::path journal = WithEnding(path_, ".journal");
         if (is_whole_ && exists(partial_)) {
@@ -86,6 +86,7 @@ class KeptOutput : public BatchOutput {
     }
 
     const fs::path path_, partial_;
+    const std::function<void()> confirm_;
     std::optional<Journal> journal_;
     bool is_whole_ = false;
 };
@@ -143,6 +144,7 @@ class RowFile : public KeptOutput {
     using Clock = std::chrono::steady_clock;
 
     void Keep() {
+        confirm_();
         errno = 0;
         if (!SyncFile(file_)) Fail();
         journal_->Keep(written_);
@@ -211,6 +213,7 @@ class DatabaseFile : public KeptOutput {
 
  private:
     void Keep() {
+        confirm_();
         database_->Commit(written_.Text());
         kept_ = written_;
     }

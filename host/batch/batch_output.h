@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
@@ -47,6 +48,8 @@ struct OutputTerms {
     std::filesystem::path path;
     bool resume = false;
     nlohmann::ordered_json run;  ///< What the rows depend on besides the input.
+    /// Called before rows are kept for good; throws when they may not be.
+    std::function<void()> confirm;
 };
 
 /// A file, whole only when it has its name: until then it is called FILE.partial. FILE.journal

@@ -7,7 +7,9 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
+#include <vector>
 
+#include "batch/batch_names.h"
 #include "files/output_file.h"
 #include "text/path_text.h"
 
@@ -53,9 +55,10 @@ Json FailureSummaryJson(const std::string& reason) {
 
 void RequireSummary(const std::string& name, const BatchOptions& options) {
     const fs::path path = weakly_canonical(absolute(PathOf(name)));
-    for (const std::string& other : {options.input, options.output, options.output + ".partial",
-                                     options.output + ".journal"}) {
-        if (other.empty() || path != weakly_canonical(absolute(PathOf(other)))) continue;
+    std::vector<std::string> others = FilesOfOutput(options.output);
+    others.push_back(options.input);
+    for (const std::string& other : others) {
+        if (!IsSameFile(name, other)) continue;
         throw std::runtime_error(name + ": is a file of the rows, and cannot be the summary too");
     }
     if (!is_directory(path.parent_path())) {

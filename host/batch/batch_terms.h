@@ -5,12 +5,12 @@
 #include <string>
 
 #include "batch/batch.h"
+#include "batch/data_watch.h"
 
 namespace cwt {
 
-/// The options that rows depend on, the columns of a CSV input, and size and digest of each file of
-/// the data directory; not of files that, by their names, a batch reads or writes, nor of those
-/// that its standard streams go to.
-nlohmann::ordered_json TermsOf(const BatchOptions& options, const std::string& header);
+/// The options that rows depend on, the columns of a CSV input, and the state of the data.
+nlohmann::ordered_json TermsOf(const BatchOptions& options, const std::string& header,
+                               const DataWatch& data);
 
 }  // namespace cwt

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -40,6 +41,8 @@ struct CrewTerms {
     Packing packing;
     unsigned jobs;
     std::chrono::seconds timeout;  ///< For one row.
+    /// Called when a session has been loaded, at the start or later; may throw.
+    std::function<void()> when_loaded;
 };
 
 std::unique_ptr<Crew> MakeCrew(const CrewTerms& terms);

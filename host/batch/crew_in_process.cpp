@@ -8,7 +8,9 @@ namespace {
 
 class CrewInProcess : public Crew {
  public:
-    explicit CrewInProcess(const CrewTerms& terms) : terms_(terms), session_(terms.sources) {}
+    explicit CrewInProcess(const CrewTerms& terms) : terms_(terms), session_(terms.sources) {
+        terms_.when_loaded();
+    }
 
     bool HasRoom() const override { return blocks_.empty(); }
     void Give(Block block) override { blocks_.push_back(std::move(block)); }

@@ -1,4 +1,5 @@
 #include <fmt/core.h>
+#include <hundredweight/rate_context.h>
 
 #include <algorithm>
 #include <deque>
@@ -10,6 +11,7 @@
 #include "batch/crew_messages.h"
 #include "platform/worker_process.h"
 #include "session/messages.h"
+#include "text/path_text.h"
 
 namespace cwt {
 namespace {
@@ -39,12 +41,20 @@ struct Task {
     }
 };
 
+/// The same data wherever a partner changes the directory to, as far as the record has room for
+/// their path.
+Sources Fixed(Sources sources) {
+    const auto path = absolute(sources.data).lexically_normal();
+    if (PathText(path).size() + 1 < sizeof RateContext::DataDir) sources.data = path;
+    return sources;
+}
+
 /// What a worker does.
 void Work(const CrewTerms& terms, Foreman& foreman) {
     const auto reason = [](const std::exception& error) { return std::string(error.what()); };
     std::optional<Session> session;
     try {
-        session.emplace(terms.sources);
+        session.emplace(Fixed(terms.sources));
     } catch (const std::exception& error) {
         return foreman.Send({kNoSession, reason(error)});
     }
@@ -96,9 +106,14 @@ class CrewOfProcesses : public Crew {
         constexpr std::chrono::milliseconds kLongest(100);
         if (answers_.empty()) {
             std::vector<WorkerProcess*> processes;
-            for (Worker& worker : workers_) processes.push_back(worker.process.get());
+            for (Worker& worker : workers_) {
+                processes.push_back(worker.process.get());
+                // Time in which nobody looked, since the input was slow, say, does not count.
+                worker.since += Clock::now() - looked_;
+            }
             WorkerProcess::Await(processes, kLongest);
             for (Worker& worker : workers_) See(worker);
+            looked_ = Clock::now();
             HandOut();
         }
         if (answers_.empty()) return std::nullopt;
@@ -148,8 +163,9 @@ class CrewOfProcesses : public Crew {
         while (auto message = worker.process->Receive()) {
             switch (message->kind) {
                 case kReady:
-                    worker.is_ready = true;
+                    worker.is_ready = is_loaded_ = true;
                     worker.since = Clock::now();
+                    terms_.when_loaded();
                     if (said_.empty()) said_ = message->bytes;
                     break;
                 case kNoSession:
@@ -165,22 +181,30 @@ class CrewOfProcesses : public Crew {
             Replace(worker, "a partner library has ended the process, by " + end);
         } else if (IsLate(worker)) {
             worker.process->End();
-            Replace(worker, fmt::format("no answer in {} seconds", terms_.timeout.count()));
+            const std::string reason =
+                fmt::format("no answer in {} seconds", LimitOf(worker).count());
+            if (!worker.is_ready) throw Broken(reason + ", at its start");
+            Replace(worker, reason);
         }
     }
 
+    std::chrono::seconds LimitOf(const Worker& worker) const {
+        constexpr std::chrono::seconds kForStart(60);
+        return worker.is_ready ? terms_.timeout : std::max(terms_.timeout, kForStart);
+    }
+
     bool IsLate(Worker& worker) const {
-        if (!worker.is_ready || worker.tasks.empty()) return false;
+        if (worker.is_ready && worker.tasks.empty()) return false;
         if (const std::uint32_t step = worker.process->step(); step != worker.step) {
             worker.step = step;
             worker.since = Clock::now();
         }
-        // Without a step it waits to be read.
-        return worker.step > 0 && Clock::now() - worker.since > terms_.timeout;
+        return Clock::now() - worker.since > LimitOf(worker);
     }
 
     void Note(Worker& worker, Answer answer) {
         is_answered_ = true;
+        blameless_ends_ = 0;
         worker.since = Clock::now();
         Task task = std::move(worker.tasks.front());
         worker.tasks.pop_front();
@@ -192,7 +216,7 @@ class CrewOfProcesses : public Crew {
 
     /// Starts a new process in the place of one that is lost, or is not to be relied on.
     void Replace(Worker& worker, const std::string& reason) {
-        if (!worker.is_ready) throw Broken(reason + ", at its start");
+        if (!worker.is_ready && !is_loaded_) throw Broken(reason + ", at its start");
         const std::uint32_t step = worker.process->step();
         Start(worker);
         std::deque<Task> tasks = std::exchange(worker.tasks, {});
@@ -206,7 +230,7 @@ class CrewOfProcesses : public Crew {
     /// The row that was worked on is tried alone; one that was alone has failed.
     void Blame(Task* task, std::uint32_t step, const std::string& reason) {
         constexpr std::size_t kMostInVain = 16;
-        if (task != nullptr && task->alone) {
+        if (task != nullptr && step > 0 && task->alone) {
             const std::uint32_t place = *task->alone;
             auto& known = task->job.known;
             known[place] = FailRow(terms_.forms, task->RowText(place),
@@ -220,7 +244,7 @@ class CrewOfProcesses : public Crew {
             if (step > task->job.known.size() + 1) is_answered_ = true;
             task->alone = step - 1;
         } else if (++blameless_ends_ > kMostInVain) {
-            throw Broken(reason + ", between two rows");
+            throw Broken(reason + ", again and again, at its start or between two rows");
         }
     }
 
@@ -229,8 +253,10 @@ class CrewOfProcesses : public Crew {
     std::deque<Task> waiting_;
     std::deque<Answer> answers_;
     std::string said_;
-    bool is_answered_ = false;  ///< Some row was rated or refused.
-    std::size_t blameless_ends_ = 0;
+    bool is_loaded_ = false;          ///< Some worker has had a session.
+    bool is_answered_ = false;        ///< Some row was rated or refused.
+    std::size_t blameless_ends_ = 0;  ///< Of workers that worked on no row, since the last answer.
+    Clock::time_point looked_ = Clock::now();
 };
 
 }  // namespace

@@ -67,6 +67,10 @@ bool RowSource::NextRow(std::string_view& row) {
     row = rest.substr(0, length);
     begin_ += length;
     digest_ = Digest(digest_, row);
+    const std::size_t line = row.find('\n');
+    if (line != row.npos && line + 1 < row.size() && rows_of_lines_.rows++ == 0) {
+        rows_of_lines_.first = row_;
+    }
     ++row_;
     return true;
 }

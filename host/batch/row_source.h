@@ -28,6 +28,12 @@ class RowSource {
     /// The header of a CSV input, empty for another.
     const std::string& header() const { return header_; }
 
+    /// How many rows so far were of more than one line, as cells in quotes may be.
+    struct RowsOfLines {
+        std::uint64_t rows = 0, first = 0;
+    };
+    const RowsOfLines& rows_of_lines() const { return rows_of_lines_; }
+
     /// Leaves out rows up to this one. Result: their digest, as Block has it. Throws
     /// std::runtime_error when there are not that many.
     std::uint64_t SkipTo(std::uint64_t row);
@@ -49,6 +55,7 @@ class RowSource {
     bool is_at_end_ = false;
     std::uint64_t row_ = 1;  ///< The next one.
     std::uint64_t digest_ = 0;
+    RowsOfLines rows_of_lines_;
 };
 
 }  // namespace cwt

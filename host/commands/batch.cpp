@@ -51,6 +51,11 @@ BatchOptions OptionsOf(const BatchCommand& command) {
     if (options.part && standard_input) {
         throw Broken("--part: the rows of standard input cannot be counted beforehand");
     }
+    for (const std::string& file : FilesOfOutput(options.output)) {
+        if (file != options.output && IsSameFile(options.input, file)) {
+            throw Broken(options.input + ": the run writes this file, and cannot read it too");
+        }
+    }
     options.sources =
         FindSources(command, standard_input ? "." : absolute(PathOf(options.input)).parent_path());
     options.progress = command.progress || (!command.no_progress && IsTerminal(stderr));

@@ -3,11 +3,12 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <string>
 
 namespace cwt {
 
 /// From here on an interrupt (Ctrl-C) or a request to end is noted, and a write to a pipe that
-/// nobody reads fails, instead of ending the program.
+/// nobody reads, or beyond the size that files may have, fails, instead of ending the program.
 void CatchInterrupts();
 
 /// Whether the program was asked to stop since.
@@ -17,6 +18,9 @@ bool IsTerminal(std::FILE* stream);
 
 /// Whether standard output or standard error goes to this file.
 bool IsStandardStream(const std::filesystem::path& file);
+
+/// A text that another content of a file changes: its place on the disk, size and times of change.
+std::string ChangeMark(const std::filesystem::path& file);
 
 /// Has what was written to a file on its disk. False when that fails, with errno.
 bool SyncFile(std::FILE* file);

@@ -90,6 +90,12 @@ bool IsNearly(const std::string& written, const std::string& known) {
            IsOneSlipApart(written, known);
 }
 
+/// Whether a name is half of one that changes charges: "discount", "floor", "surcharge".
+bool IsHalf(const std::string& written, const ShipmentColumn& column) {
+    const bool is_of_terms = column.object == "discount" || column.object == "surcharge";
+    return is_of_terms && (written == Plain(column.object) || written == Plain(column.key));
+}
+
 const ShipmentColumn* Find(std::string_view name) {
     const auto found = std::ranges::find(Columns(), name, &ShipmentColumn::name);
     return found == Columns().end() ? nullptr : &*found;
@@ -98,7 +104,7 @@ const ShipmentColumn* Find(std::string_view name) {
 void RequireNotNearlyKnown(const std::string& name) {
     const std::string written = Plain(name);
     for (const ShipmentColumn& column : Columns()) {
-        if (!IsNearly(written, Plain(column.name))) continue;
+        if (!IsNearly(written, Plain(column.name)) && !IsHalf(written, column)) continue;
         throw std::runtime_error(
             fmt::format("the column \"{}\" would not be read; \"{}\" is most likely meant",
                         Printable(name), column.name));

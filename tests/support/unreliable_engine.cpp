@@ -1,5 +1,6 @@
 // The reference engine, but for origin cities that make it do what partners should not.
 #include <hundredweight/engine_interface.h>
+#include <pthread.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -25,6 +26,8 @@ extern "C" int32_t HWT_CALL Tolvex_RateShipment2Ex(void* handle, EngineRateRecor
                                                    void* block) {
     if (IsCity(*record, "Crash")) std::raise(SIGKILL);
     if (IsCity(*record, "Exit")) std::exit(0);
+    if (IsCity(*record, "Unwind")) pthread_exit(nullptr);
+    if (IsCity(*record, "Wander") && chdir("/") != 0) return -1;
     if (IsCity(*record, "Hang")) sleep(3600);
     // Not its fault: it goes well with the next process.
     if (IsCity(*record, "Tired") && ++requests > 3) std::raise(SIGKILL);

@@ -22,7 +22,7 @@ void CatchInterrupts() {
         sigaction(signal, nullptr, &before);
         if (before.sa_handler != SIG_IGN) sigaction(signal, &action, nullptr);
     }
-    std::signal(SIGPIPE, SIG_IGN);
+    for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
 }
 
 bool IsInterrupted() {
@@ -43,6 +43,15 @@ bool IsStandardStream(const std::filesystem::path& file) {
         }
     }
     return false;
+}
+
+std::string ChangeMark(const std::filesystem::path& file) {
+    struct stat status = {};
+    if (stat(file.c_str(), &status) != 0) return {};
+    const auto text = [](auto number) { return std::to_string(number) + ' '; };
+    return text(status.st_dev) + text(status.st_ino) + text(status.st_size) +
+           text(status.st_mtim.tv_sec) + text(status.st_mtim.tv_nsec) +
+           text(status.st_ctim.tv_sec) + text(status.st_ctim.tv_nsec);
 }
 
 bool SyncFile(std::FILE* file) {

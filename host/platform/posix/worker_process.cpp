@@ -74,9 +74,10 @@ std::atomic<std::uint32_t>* NewStep() {
     return new (memory) Step(0);
 }
 
-/// Goes on as the worker, which sees to nothing but its two pipes.
+/// Goes on as the worker, which sees to nothing but its two pipes. What a partner throws, or ends
+/// the thread by, goes no further up: the objects there are the first process's.
 [[noreturn]] void Work(int from, int to, std::atomic<std::uint32_t>& step,
-                       const std::function<void(Foreman&)>& work) {
+                       const std::function<void(Foreman&)>& work) noexcept {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     // An interrupt from the keyboard goes to all processes; the first of them decides.
     for (const int signal : {SIGINT, SIGHUP}) std::signal(signal, SIG_IGN);

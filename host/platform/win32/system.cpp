@@ -33,6 +33,12 @@ bool IsStandardStream(const std::filesystem::path& /*file*/) {
     return false;  // Nothing tells.
 }
 
+std::string ChangeMark(const std::filesystem::path& file) {
+    std::error_code error;
+    const auto time = std::filesystem::last_write_time(file, error).time_since_epoch().count();
+    return std::to_string(std::filesystem::file_size(file, error)) + ' ' + std::to_string(time);
+}
+
 bool SyncFile(std::FILE* file) {
     return std::fflush(file) == 0 && _commit(_fileno(file)) == 0;
 }

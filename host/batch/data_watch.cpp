@@ -1,0 +1,99 @@
+#include "batch/data_watch.h"
+
+#include <fmt/core.h>
+
+#include <filesystem>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+
+#include "files/digest.h"
+#include "platform/system.h"
+#include "session/messages.h"
+#include "session/tariff_set.h"
+#include "text/path_text.h"
+
+namespace cwt {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool IsOfABatch(std::string_view name) {
+    constexpr std::string_view kEndings[] = {".ndjson", ".jsonl",   ".csv",     ".json",
+                                             ".html",   ".gz",      ".zst",     ".sqlite",
+                                             ".db",     ".partial", ".journal", ".partial-journal",
+                                             ".log"};
+    for (const std::string_view ending : kEndings) {
+        if (name.ends_with(ending)) return true;
+    }
+    return false;
+}
+
+/// What the set needs of what cannot be read is a matter of its load.
+std::string StateOf(const fs::path& file) {
+    try {
+        return fmt::format("{} bytes {:016x}", file_size(file), FileDigest(file));
+    } catch (const std::runtime_error&) {
+        return "cannot be read";
+    }
+}
+
+/// A bare name is looked for where the program's own libraries are.
+bool IsPath(const std::string& partner) {
+    return PathOf(partner).has_parent_path();
+}
+
+}  // namespace
+
+DataWatch::DataWatch(Sources sources) : sources_(std::move(sources)), marks_(Look()) {
+    for (const auto& [name, mark] : marks_) {
+        files_[name] = StateOf(PathOf(name));
+        is_converted_ = is_converted_ || PathOf(name).filename() == "PROFILE.ZSA";
+    }
+}
+
+/// A rating puts profiles of the earlier layout into today's, once.
+bool DataWatch::MayChange(const std::string& name) const {
+    return !is_converted_ && PathText(PathOf(name).filename()).starts_with("PROFILE.");
+}
+
+DataWatch::Texts DataWatch::Look() const {
+    Texts marks;
+    const auto mark = [&](const fs::path& file) { marks[PathText(file)] = ChangeMark(file); };
+    for (const fs::directory_entry& entry : fs::directory_iterator(sources_.data)) {
+        if (IsOfABatch(PathText(entry.path().filename())) || !entry.is_regular_file()) continue;
+        if (!IsStandardStream(entry.path())) mark(entry.path());
+    }
+    if (const auto discounts = TariffSet(sources_).DiscountsElsewhere(); !discounts.empty()) {
+        mark(discounts);
+    }
+    for (const std::string& partner : {sources_.engine, sources_.service_guide}) {
+        if (IsPath(partner) && fs::exists(PathOf(partner))) mark(PathOf(partner));
+    }
+    return marks;
+}
+
+void DataWatch::RequireUnchanged() {
+    const Texts marks = Look();
+    if (marks == marks_) return;
+    const auto fail = [&](const std::string& name, const char* what) {
+        if (MayChange(name)) return;
+        throw Broken(fmt::format(
+            "{}: {} since the run began, and bills of two tariffs must not stand in one output",
+            name, what));
+    };
+    for (const auto& [name, state] : files_) {
+        const auto found = marks.find(name);
+        if (found == marks.end()) {
+            fail(name, "is gone");
+        } else if (found->second != marks_.at(name) && StateOf(PathOf(name)) != state) {
+            fail(name, "has changed");
+        }
+    }
+    for (const auto& [name, mark] : marks) {
+        if (!files_.contains(name)) fail(name, "has come");
+    }
+    marks_ = marks;
+}
+
+}  // namespace cwt

@@ -158,9 +158,10 @@ void PrintBatch(const fs::path& cwt, const fs::path& directory) {
                                                [&](const std::string& row) { rows += row; });
     Write("batch.in.ndjson", rows);
     for (const std::string out : {"batch.ndjson", "batch.csv"}) {
-        std::system((cwt.string() + " batch batch.in.ndjson -o " + out + " 2>batch.said").c_str());
+        std::system((cwt.string() + " batch batch.in.ndjson -o " + out + " 2>batch.log").c_str());
+        fs::remove(out + ".journal");  // It tells where the data are.
     }
-    fs::remove("batch.said");  // It tells the seconds.
+    fs::remove("batch.log");  // It tells the seconds.
     fs::current_path(before);
 }
 

@@ -71,11 +71,11 @@ fuzz fuzz-minute:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(LINUX32_PACKAGES) $(FUZZ_PACKAGES)
 	@scripts/fuzz.sh $(if $(filter fuzz-minute,$@),--minute)
 
-# BENCH_ROWS, a million unless set, is how long the run is whose memory is looked at.
+# BENCH names what is measured, and how: "batch --rows 10000000", say.
 bench:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(BENCH_PACKAGES)
-	@HWT_TARGET=rows_benchmark scripts/build.sh release -DHWT_BENCH=ON
-	@build/release/bin/rows_benchmark
+	@HWT_TARGET=hundredweight_benchmark scripts/build.sh release -DHWT_BENCH=ON
+	@build/release/bin/hundredweight_benchmark --out build/bench $(BENCH)
 
 lint:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINT_PACKAGES)

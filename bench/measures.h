@@ -1,0 +1,16 @@
+// What is measured: a file for each part of the product. Each works in the current directory.
+#pragma once
+
+#include "pairs.h"
+
+namespace hundredweight::bench {
+
+/// How far a run goes.
+struct Extent {
+    int rows = 1000000;
+};
+
+/// Rows of batches, explanations and their memory, through the command.
+void MeasureRows(Table& table, const Extent& extent);
+
+}  // namespace hundredweight::bench

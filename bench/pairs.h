@@ -1,0 +1,66 @@
+// Times as ratios: what is measured and what it is measured against take turns in one run.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace hundredweight::bench {
+
+/// What one of a pair does, as often as its state asks.
+using Work = std::function<void(benchmark::State&)>;
+
+/// Makes a Work of what is done at a time.
+template <typename Function>
+Work Repeatedly(Function function) {
+    return [function](benchmark::State& state) {
+        for ([[maybe_unused]] auto _ : state) function();
+    };
+}
+
+/// What is told of a thread, or of the processes that it waits for too.
+enum class Clock { kThread, kWall };
+
+enum class Goal { kAtMost, kAtLeast };
+
+struct Pair {
+    std::string what;
+    std::string against;
+    double goal = 0;  ///< Of the ratio; 0: none, the row shows how another grows.
+    Goal side = Goal::kAtMost;
+    Clock clock = Clock::kThread;
+    std::string curve = "";  ///< The curve that the ratio is a point of, when it is one, and
+    double size = 0;         ///< where: how much data there are.
+};
+
+struct Spread {
+    double low = 0, median = 0, high = 0;
+};
+
+/// A pair's outcome. Times are of one A and one B, in nanoseconds.
+struct Row {
+    Pair pair;
+    Spread ratio;
+    double a = 0, b = 0;
+};
+
+/// The rows of a run, in their order.
+class Table {
+ public:
+    /// Measures a against b and prints the row.
+    void Measure(const Pair& pair, const Work& a, const Work& b);
+    /// A ratio of other things than times.
+    void Add(const Pair& pair, double a, double b);
+
+    std::string Markdown() const;
+    std::string Json() const;
+
+ private:
+    void Keep(Row row);
+
+    std::vector<Row> rows_;
+};
+
+}  // namespace hundredweight::bench

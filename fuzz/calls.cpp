@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <type_traits>
 
 namespace hundredweight::fuzz {
 namespace {
@@ -51,14 +52,23 @@ void LoadHostDiscounts(RateContext& context, Values& values) {
     LoadDiscounts(&context, table.get(), values.Byte() % 3);
 }
 
+template <class Result>
+void NoteResult(Result (*function)(RateContext*), RateContext& context) {
+    if constexpr (std::is_void_v<Result>) {
+        function(&context);
+    } else {
+        NoteOutcome(static_cast<int32_t>(function(&context)));
+    }
+}
+
 struct Function {
     const char* name;
     void (*call)(RateContext&, Values&);
 };
 
-#define RECORD_CALL(name)                                             \
-    {                                                                 \
-#name, [](RateContext & context, Values&) { name(&context); } \
+#define RECORD_CALL(name)                                                        \
+    {                                                                            \
+#name, [](RateContext & context, Values&) { NoteResult(name, context); } \
     }
 
 constexpr Function kFunctions[] = {
@@ -78,7 +88,8 @@ constexpr Function kFunctions[] = {
      }},
     {"GetProfileKey",
      [](RateContext& context, Values& values) {
-         GetProfileKey(&context, values.Number(), Buffer(sizeof context.Profile.ProfileName));
+         NoteOutcome(
+             GetProfileKey(&context, values.Number(), Buffer(sizeof context.Profile.ProfileName)));
      }},
     RECORD_CALL(GetProfileRecord),
     RECORD_CALL(GetProfileSize),
@@ -86,14 +97,17 @@ constexpr Function kFunctions[] = {
     RECORD_CALL(GetService),
     {"GetStateCode",
      [](RateContext& context, Values& values) {
-         GetStateCode(&context, Buffer(values.Text()), Buffer(2), Buffer(1), Buffer(1));
+         NoteOutcome(
+             GetStateCode(&context, Buffer(values.Text()), Buffer(2), Buffer(1), Buffer(1)));
      }},
     RECORD_CALL(GetTerminals),
     {"GetTolvexAddresses", [](RateContext& context, Values&) { BindEngine(context); }},
     RECORD_CALL(GetTolvexBse),
     RECORD_CALL(GetTolvexTariffName),
     {"GetZipcIndex",
-     [](RateContext& context, Values& values) { GetZipcIndex(&context, Buffer(values.Text())); }},
+     [](RateContext& context, Values& values) {
+         NoteOutcome(GetZipcIndex(&context, Buffer(values.Text())));
+     }},
     RECORD_CALL(InitializeSGdll),
     RECORD_CALL(InitializeTolvexdll),
     {"LoadDiscounts", LoadHostDiscounts},
@@ -102,19 +116,23 @@ constexpr Function kFunctions[] = {
     {"OpenAllFiles",
      [](RateContext& context, Values&) {
          int32_t found = 0;
-         OpenAllFiles(&context, &found);
+         NoteOutcome(OpenAllFiles(&context, &found));
      }},
     {"OpenLevelFile",
-     [](RateContext& context, Values& values) { OpenLevelFile(&context, Buffer(values.Text())); }},
+     [](RateContext& context, Values& values) {
+         NoteOutcome(OpenLevelFile(&context, Buffer(values.Text())));
+     }},
     {"RateShipment",
-     [](RateContext& context, Values& values) { RateShipment(&context, values.Number(), 0); }},
+     [](RateContext& context, Values& values) {
+         NoteOutcome(RateShipment(&context, values.Number(), 0));
+     }},
     RECORD_CALL(ReadCOZFile),
     RECORD_CALL(ReadDefFile),
     RECORD_CALL(ReadDiscFile),
     {"ReadFendroOpt",
      [](RateContext&, Values& values) {
          const Buffer path(FileName(values));
-         ReadFendroOpt(path, Buffer(sizeof(OptionRecord)), Buffer(values.Text()));
+         NoteOutcome(ReadFendroOpt(path, Buffer(sizeof(OptionRecord)), Buffer(values.Text())));
      }},
     RECORD_CALL(ReadProfileFile),
     RECORD_CALL(ReadWgtFile),
@@ -124,14 +142,16 @@ constexpr Function kFunctions[] = {
      }},
     {"SplitPath", [](RateContext&, Values& values) { SplitPath(Buffer(values.Text())); }},
     {"TolvexGetStateCode",
-     [](RateContext&, Values& values) { TolvexGetStateCode(Buffer(values.Text()), Buffer(2)); }},
-    {"ValidWeight",
-     [](RateContext& context, Values& values) { ValidWeight(&context, values.Number()); }},
+     [](RateContext&, Values& values) {
+         NoteOutcome(TolvexGetStateCode(Buffer(values.Text()), Buffer(2)));
+     }},
+    {"ValidWeight", [](RateContext& context,
+                       Values& values) { NoteOutcome(ValidWeight(&context, values.Number())); }},
     {"VerClass",
      [](RateContext& context, Values& values) {
          const Buffer text(values.Text());
          const int32_t line = values.Number();
-         VerClass(&context, text, line, values.Byte() % 2);
+         NoteOutcome(VerClass(&context, text, line, values.Byte() % 2));
      }},
     RECORD_CALL(VerDestZip),
     RECORD_CALL(VerOrigZip),
@@ -139,7 +159,7 @@ constexpr Function kFunctions[] = {
     {"VerWeight",
      [](RateContext& context, Values& values) {
          const Buffer text = Buffer::Filled(values.Bytes(sizeof context.LineWeight[0]));
-         VerWeight(&context, text, values.Number());
+         NoteOutcome(VerWeight(&context, text, values.Number()));
      }},
     RECORD_CALL(WriteAccFile),
     RECORD_CALL(WriteDefFile),
@@ -168,6 +188,7 @@ void MakeCalls(Record& record, std::string_view content) {
     for (int made = 0; made < kMostCalls && !values.empty(); ++made) {
         kFunctions[values.Byte() % std::size(kFunctions)].call(*record, values);
         record.CheckGuard();
+        record.NoteFields();
     }
 }
 

@@ -21,6 +21,11 @@ namespace hundredweight::fuzz {
 /// Ends the program with a finding unless a fact holds.
 void Require(bool holds, const char* fact);
 
+/// Adds to the outcome of the inputs run since it was last taken: results, texts shown, records.
+void NoteOutcome(std::string_view bytes);
+void NoteOutcome(int32_t result);
+uint64_t TakeOutcome();
+
 /// Rates what is in a record as a shipment of its own.
 int32_t RateAnew(RateContext* context);
 
@@ -78,11 +83,15 @@ class Record {
     template <class Call>
     int32_t CallTwice(const char* fact, Call call) {
         const int32_t result = call(context_);
+        NoteOutcome(result);
+        NoteFields();
         const std::string before(block_.get(), kBlockSize);
         Require(call(context_) == result, fact);
         RequireSame(before, fact);
         return result;
     }
+    /// Notes what is in the record, but for pointers, handles and paths.
+    void NoteFields() const;
     /// Requires that the texts that the load of a set, or a rating, leaves end in their fields.
     void CheckSetTexts() const;
     void CheckRatedTexts() const;

@@ -48,6 +48,7 @@ void SetUpTurns() {
 /// The parts that are measured, by name.
 const std::map<std::string, void (*)(Table&, const Extent&)> kParts = {
     {"batch", MeasureRows},
+    {"start", MeasureStart},
 };
 
 }  // namespace

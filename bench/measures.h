@@ -13,4 +13,7 @@ struct Extent {
 /// Rows of batches, explanations and their memory, through the command.
 void MeasureRows(Table& table, const Extent& extent);
 
+/// One shipment through the command.
+void MeasureStart(Table& table, const Extent& extent);
+
 }  // namespace hundredweight::bench

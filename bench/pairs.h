@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace hundredweight::bench {
@@ -15,7 +16,7 @@ using Work = std::function<void(benchmark::State&)>;
 /// Makes a Work of what is done at a time.
 template <typename Function>
 Work Repeatedly(Function function) {
-    return [function](benchmark::State& state) {
+    return [function = std::move(function)](benchmark::State& state) mutable {
         for ([[maybe_unused]] auto _ : state) function();
     };
 }

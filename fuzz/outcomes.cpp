@@ -69,8 +69,9 @@ extern "C" std::size_t LLVMFuzzerMutate(uint8_t* data, std::size_t size, std::si
     constexpr std::size_t kMostBytes = 16;
     const std::size_t at = Below(size + 1);
     const std::size_t room = Below(2) == 0 ? size - at : max_size - at;
-    const std::size_t count = std::min(1 + Below(kMostBytes), room);
-    std::generate_n(data + at, count, AnyByte);
+    const std::size_t count = std::min(1 + Below(Below(4) == 0 ? max_size : kMostBytes), room);
+    const bool zeros = Below(4) == 0;
+    std::generate_n(data + at, count, [&] { return zeros ? uint8_t{0} : AnyByte(); });
     return Below(8) == 0 ? at + count : std::max(size, at + count);
 }
 

@@ -1,9 +1,12 @@
 // cwt: rates shipments and shows tariff sets from the command line.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <iterator>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "commands/commands.h"
@@ -49,6 +52,25 @@ std::string Complaint(const CLI::App& app, const CLI::ParseError& error) {
            extras.front() + "\"" + (nearest.empty() ? "" : ", did you mean " + nearest[0] + "?");
 }
 
+struct Command {
+    std::string_view name;
+    void (*add)(CLI::App& app, int& exit_code);
+};
+
+constexpr Command kCommands[] = {
+    {"rate", cwt::AddRate},       {"check", cwt::AddCheck},   {"batch", cwt::AddBatch},
+    {"inspect", cwt::AddInspect}, {"states", cwt::AddStates}, {"profiles", cwt::AddProfiles},
+    {"compare", cwt::AddCompare}, {"sample", cwt::AddSample},
+};
+
+/// Only the command that is named, when one is: to set up the others takes longer than to rate a
+/// shipment.
+void AddCommands(CLI::App& app, std::string_view named, int& exit_code) {
+    const auto* const found = std::ranges::find(kCommands, named, &Command::name);
+    if (found != std::end(kCommands)) return found->add(app, exit_code);
+    for (const Command& command : kCommands) command.add(app, exit_code);
+}
+
 int Run(int argc, char** argv) {
     CLI::App app("Rates less-than-truckload shipments.", "cwt");
     app.set_version_flag("--version", HWT_VERSION);
@@ -56,14 +78,7 @@ int Run(int argc, char** argv) {
     app.require_subcommand(1);
     app.allow_windows_style_options(false);  // "/data" is a directory on every system.
     int exit_code = cwt::kDone;
-    cwt::AddRate(app, exit_code);
-    cwt::AddCheck(app, exit_code);
-    cwt::AddBatch(app, exit_code);
-    cwt::AddInspect(app, exit_code);
-    cwt::AddStates(app, exit_code);
-    cwt::AddProfiles(app, exit_code);
-    cwt::AddCompare(app, exit_code);
-    cwt::AddSample(app, exit_code);
+    AddCommands(app, argc > 1 ? argv[1] : "", exit_code);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -244,11 +244,8 @@ Json FailureOf(const std::string& file, int32_t code, const std::string& message
 /// The first thing that is broken about a set; null when nothing is.
 Json FindFailure(TariffSet& set, int32_t code, const std::vector<SetFile>& files) {
     try {
-        set.RequireReadableFiles();
-        if (code == 0) {
-            set.RequireWholeTables();
-            code = set.LoadTerms();
-        }
+        set.RequireSound(files, code);
+        if (code == 0) code = set.LoadTerms();
         const std::filesystem::path profiles = set.ProfileFile();
         if (code == 0 && !profiles.empty()) RequireWholeProfiles(profiles);
     } catch (const Broken& broken) {
@@ -268,8 +265,7 @@ Json Inspect(const Sources& sources, const InspectionScope& scope) {
         RateContext& context = set.context();
         context.UseEngine = scope.engine ? 1 : 0;
         const int32_t code = set.Load();
-        const std::vector<SetFile> files =
-            ListSetFiles(Listing(sources.data), sources.set, context);
+        const std::vector<SetFile> files = set.Files();
         const Json failure = FindFailure(set, code, files);
         const bool dated = OpenLevelFile(&context, (sources.set + ".LVL").c_str()) == 1;
         inspection = {{"schema", "hundredweight/set/1"},

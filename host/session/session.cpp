@@ -47,14 +47,11 @@ Refusal Alternatives(const RateContext& context) {
 Session::Session(const Sources& sources)
     : sources_(sources), set_(sources), engine_(sources.engine), context_(&set_.context()) {
     int32_t code = set_.Load();
-    set_.RequireReadableFiles();
-    if (code == 0) {
-        set_.RequireWholeTables();
-        code = set_.LoadTerms();
-    }
+    const std::vector<SetFile> files = set_.Files();
+    set_.RequireSound(files, code);
+    if (code == 0) code = set_.LoadTerms();
     if (code != 0) {
-        const std::string extension =
-            FileOfCode(code, ListSetFiles(Listing(sources_.data), sources_.set, *context_));
+        const std::string extension = FileOfCode(code, files);
         const std::string name = extension.empty() ? "" : sources_.set + "." + extension;
         throw Broken(fmt::format("{}: {}", PathText(sources_.data / name), Describe(code)));
     }

@@ -4,7 +4,6 @@
 #include <hundredweight/exports.h>
 
 #include "session/messages.h"
-#include "session/set_files.h"
 #include "text/field_text.h"
 #include "text/path_text.h"
 
@@ -61,12 +60,16 @@ int32_t TariffSet::LoadTerms() {
     return 0;
 }
 
-void TariffSet::RequireReadableFiles() const {
-    const Listing listing(sources_.data);
-    for (const SetFile& file : ListSetFiles(listing, sources_.set, *context_)) {
+void TariffSet::RequireSound(const std::vector<SetFile>& files, int32_t failure) const {
+    for (const SetFile& file : files) {
         if (file.need != Need::kNotRead && !file.path.empty()) RequireReadable(file.path);
     }
     if (const auto discounts = DiscountsElsewhere(); !discounts.empty()) RequireReadable(discounts);
+    for (const SetFile& file : files) {
+        if (failure != 0 || file.need == Need::kNotRead || !file.is_table || !file.size) continue;
+        if (file.stray_bytes() == 0) continue;
+        RequireWholeRecords(file.path, static_cast<std::size_t>(file.record_size));
+    }
 }
 
 std::filesystem::path TariffSet::DiscountsElsewhere() const {
@@ -79,13 +82,6 @@ std::filesystem::path TariffSet::DiscountsElsewhere() const {
     } catch (const Broken&) {
         // In a directory that may not be listed the library finds the exact name alone.
         return exists(current / name, error) ? current / name : std::filesystem::path();
-    }
-}
-
-void TariffSet::RequireWholeTables() const {
-    for (const SetFile& file : ListSetFiles(Listing(sources_.data), sources_.set, *context_)) {
-        if (file.need == Need::kNotRead || !file.is_table || !file.size) continue;
-        RequireWholeRecords(file.path, static_cast<std::size_t>(file.record_size));
     }
 }
 

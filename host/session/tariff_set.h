@@ -4,7 +4,9 @@
 #include <hundredweight/rate_context.h>
 
 #include <memory>
+#include <vector>
 
+#include "session/set_files.h"
 #include "session/sources.h"
 
 namespace cwt {
@@ -34,12 +36,14 @@ class TariffSet {
     /// The file of the profiles; an empty path when there is none.
     std::filesystem::path ProfileFile() const { return Listing(sources_.data).Find("PROFILE.FIL"); }
 
-    /// Throws Broken for a file that is there but cannot be read: the library takes it for one that
-    /// is not there, and would go on without it.
-    void RequireReadableFiles() const;
+    /// The set's files, by the settings in the record.
+    std::vector<SetFile> Files() const {
+        return ListSetFiles(Listing(sources_.data), sources_.set, *context_);
+    }
 
-    /// Throws Broken for a table that ends within a record.
-    void RequireWholeTables() const;
+    /// Throws Broken for a file that is there but cannot be read, which the library takes for one
+    /// that is not, and, of a set whose load had no failure, for a table that ends within a record.
+    void RequireSound(const std::vector<SetFile>& files, int32_t failure) const;
 
  private:
     Sources sources_;

@@ -1,79 +1,71 @@
 #include "reference/engine/answer.h"
 
 #include <algorithm>
-#include <iterator>
+#include <cstring>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
 
-#include "reference/engine/alternatives.h"
 #include "reference/text/columns.h"
 
 namespace hundredweight::reference {
 namespace {
 
-void PutZeroPadded(std::span<char> column, std::string_view text) {
-    PutRight(column, text, '0');
-}
-
 void WriteLines(EngineRateRecord& record, const BreakRating& charges) {
     for (std::size_t i = 0; i < kLineCount; ++i) {
-        PutZeroPadded(record.ClassLines[i].Rate, AmountText(charges.lines[i].rate));
-        PutZeroPadded(record.ClassLines[i].Charge, AmountText(charges.lines[i].charge));
+        PutAmount(record.ClassLines[i].Rate, charges.lines[i].rate, '0');
+        PutAmount(record.ClassLines[i].Charge, charges.lines[i].charge, '0');
     }
-    PutZeroPadded(record.ExtraRate, AmountText(charges.deficit.rate));
-    PutZeroPadded(record.ExtraWeight, std::to_string(charges.deficit_weight));
-    PutZeroPadded(record.ExtraCharge, AmountText(charges.deficit.charge));
+    PutAmount(record.ExtraRate, charges.deficit.rate, '0');
+    PutNumber(record.ExtraWeight, charges.deficit_weight, '0');
+    PutAmount(record.ExtraCharge, charges.deficit.charge, '0');
 }
 
 void WriteTotals(EngineRateRecord& record, const Rating& rating) {
-    PutZeroPadded(record.TotalWeight, std::to_string(rating.total_weight));
-    PutZeroPadded(record.BilledWeight, std::to_string(rating.charges.billed_weight));
-    PutRight(record.RateCode, rating.lane ? rating.lane->scale : "");
-    PutZeroPadded(record.MinChargeFirst, AmountText(rating.lane ? rating.lane->minimum : 0));
-    PutZeroPadded(record.MinChargeSecond, AmountText(rating.lane ? rating.lane->arbitrary : 0));
-    PutRight(record.DiscountPercent, AmountText(rating.discount_percent));
-    PutRight(record.DiscountAmount, AmountText(rating.discount));
-    PutRight(record.NetCharge, AmountText(rating.net));
+    const Lane lane = rating.lane ? *rating.lane : Lane{};
+    PutNumber(record.TotalWeight, rating.total_weight, '0');
+    PutNumber(record.BilledWeight, rating.charges.billed_weight, '0');
+    PutRight(record.RateCode,
+             rating.lane ? rating.tariff->ScaleCode(lane.scale).View() : std::string_view{});
+    PutAmount(record.MinChargeFirst, lane.minimum, '0');
+    PutAmount(record.MinChargeSecond, lane.arbitrary, '0');
+    PutAmount(record.DiscountPercent, rating.discount_percent, ' ');
+    PutAmount(record.DiscountAmount, rating.discount, ' ');
+    PutAmount(record.NetCharge, rating.net, ' ');
 }
 
 /// Completes the state and city of a point that was placed.
 void WritePoint(std::span<char> state, std::span<char> city, char& service_code,
-                const RateBase& base, const RequestPoint& requested) {
-    const Point* point = FindPoint(base, requested);
-    service_code = point ? point->service : ' ';
+                const RateBase& base, const RequestPoint& requested, const Point* point) {
+    service_code = point ? point->Service() : ' ';
     if (point) {
-        PutLeft(state, point->state);
-        PutLeft(city, point->city);
+        PutLeft(state, point->State());
+        PutLeft(city, point->City());
     } else if (requested.state.empty()) {
-        PutLeft(state, base.StateOf(requested.postal_code));
+        PutLeft(state, base.states.Find(requested.prefix));
     }
 }
 
-struct BreakEntryColumns {
-    char kind;
-    std::int32_t weight;
-    std::int32_t dollars;
-    std::int32_t rate;  ///< Negative for a break that is not in use.
-};
-
 /// The "MC" entry of each break with its least net charge, then the "SS" one with its gross charge.
-void WriteBreakEntries(EngineRateRecord& record, const std::vector<BreakEntry>& entries) {
+void WriteBreakEntries(EngineRateRecord& record, std::span<const BreakEntry> entries) {
     std::ranges::fill(record.RateTable, '\0');
     std::ranges::fill(record.BreakKinds, ' ');
-    std::vector<BreakEntryColumns> rows;
+    std::memset(record.BreakWeights, 0, sizeof record.BreakWeights);
+    std::memset(record.BreakAmounts, 0, sizeof record.BreakAmounts);
+    std::size_t place = 0;
     for (const BreakEntry& entry : entries) {
-        const auto rate = entry.in_use ? static_cast<std::int32_t>(entry.rate) : -1;
-        rows.push_back({'1', entry.weight, WholeDollars(entry.net), rate});
-        rows.push_back({'S', entry.weight, WholeDollars(entry.gross), rate});
+        // Negative for a break that is not in use.
+        const std::int32_t rate = entry.in_use ? static_cast<std::int32_t>(entry.rate) : -1;
+        for (const auto& [kind, amount] : {std::pair('1', entry.net), {'S', entry.gross}}) {
+            record.BreakKinds[place] = kind;
+            record.BreakWeights[place] = entry.weight;
+            record.BreakAmounts[place] = WholeDollars(amount);
+            std::memcpy(record.RateTable + place * sizeof rate, &rate, sizeof rate);
+            ++place;
+        }
     }
-    rows.resize(std::size(record.BreakKinds), {' ', 0, 0, 0});
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        record.BreakKinds[i] = rows[i].kind;
-        record.BreakWeights[i] = rows[i].weight;
-        record.BreakAmounts[i] = rows[i].dollars;
-        std::copy_n(reinterpret_cast<const char*>(&rows[i].rate), sizeof rows[i].rate,
-                    record.RateTable + i * sizeof rows[i].rate);
-    }
-    const auto count = std::min(2 * entries.size(), rows.size());
-    record.BreakEntryCount = static_cast<std::int16_t>(count);
+    record.BreakEntryCount = static_cast<std::int16_t>(place);
 }
 
 }  // namespace
@@ -81,7 +73,7 @@ void WriteBreakEntries(EngineRateRecord& record, const std::vector<BreakEntry>& 
 void WriteTables(EngineTablesSection& section, const Tariff& tariff) {
     section = {};
     for (std::size_t i = 0; i < tariff.classes.size(); ++i) {
-        std::ranges::copy(tariff.classes[i], section.ClassCodes[i]);
+        std::ranges::copy(tariff.classes[i].View(), section.ClassCodes[i]);
     }
     for (std::size_t i = 0; i < tariff.breaks.size(); ++i) {
         section.WeightBreaks[i] = tariff.breaks[i];
@@ -115,14 +107,15 @@ void WriteAnswer(EngineRateRecord& record, const RateBase& base, const RateReque
     PutLeft(record.Status, rating.status == Status::kNone ? "" : StatusCode(rating.status));
     WriteLines(record, rating.charges);
     WriteTotals(record, rating);
-    WriteBreakEntries(record, rating.break_entries);
+    WriteBreakEntries(record, std::span(rating.break_entries).first(rating.break_entry_count));
     record.Tables = {};
     if (rating.tariff) WriteTables(record.Tables, *rating.tariff);
     record.OrigServiceCode = record.DestServiceCode = ' ';
     if (!rating.lane) return;
-    WritePoint(record.OrigState, record.OrigCity, record.OrigServiceCode, base, request.origin);
-    WritePoint(record.DestState, record.DestCity, record.DestServiceCode, base,
-               request.destination);
+    WritePoint(record.OrigState, record.OrigCity, record.OrigServiceCode, base, request.origin,
+               rating.points.origin.point);
+    WritePoint(record.DestState, record.DestCity, record.DestServiceCode, base, request.destination,
+               rating.points.destination.point);
 }
 
 }  // namespace hundredweight::reference

@@ -84,7 +84,7 @@ void Rate(const RateBase& base, EngineRateRecord& record, EngineResultBlock& blo
     const RateRequest request = ReadRequest(record);
     const Rating rating = RateShipment(base, request);
     WriteAnswer(record, base, request, rating);
-    block.NoAlternatives = CountAlternatives(base, request, rating.status) == 0;
+    block.NoAlternatives = CountAlternatives(rating.points, rating.status) == 0;
     block.Verdict = 0;
 }
 
@@ -159,15 +159,16 @@ EfcRecord* HWT_CALL Tolvex_GetEffectiveTableEx(void* handle, EfcRecord* buffer, 
     EfcRecord* const none = nullptr;
     if (!buffer || index < 0) return none;
     return WithRateBase(handle, none, [&](const RateBase& base) {
-        if (static_cast<std::size_t>(index) >= base.tariffs.size()) return none;
-        WriteEffectiveTable(*buffer, base.tariffs[static_cast<std::size_t>(index)]);
+        const auto place = static_cast<std::size_t>(index);
+        if (place >= base.Tariffs().size()) return none;
+        WriteEffectiveTable(*buffer, base.Tariffs()[place]);
         return buffer;
     });
 }
 
 int32_t HWT_CALL Tolvex_GetEffectiveTableSizeEx(void* handle) {
     return WithRateBase(handle, 0, [](const RateBase& base) {
-        return static_cast<std::int32_t>(base.tariffs.size());
+        return static_cast<std::int32_t>(base.Tariffs().size());
     });
 }
 
@@ -185,7 +186,7 @@ char* HWT_CALL Tolvex_GetErrorStringEx(void* handle, char* buffer) {
 int32_t HWT_CALL Tolvex_GetStateEx(void* handle, char* state, const char* postal_code) {
     if (!state || !postal_code) return 0;
     return WithRateBase(handle, 0, [&](const RateBase& base) {
-        const auto found = base.StateOf({postal_code, strnlen(postal_code, 7)});
+        const auto found = base.states.Find(PostalPrefix({postal_code, strnlen(postal_code, 7)}));
         if (found.empty()) return 0;
         std::ranges::copy(found, state);
         return 1;

@@ -1,7 +1,5 @@
 // The text files of the rate base.
 #include <algorithm>
-#include <iterator>
-#include <sstream>
 
 #include "reference/engine/rate_base.h"
 #include "reference/text/columns.h"
@@ -10,38 +8,53 @@
 namespace hundredweight::reference {
 namespace {
 
-constexpr std::size_t kMostTableEntries = 20;  // Classes or weight breaks of a tariff.
+constexpr std::int32_t kNoRate = -1;
 
-std::vector<std::string> Words(const std::string& text) {
-    std::istringstream stream(text);
-    return {std::istream_iterator<std::string>(stream), {}};
+/// Visits the words between blanks of any kind.
+template <typename Visit>
+void ForEachWord(std::string_view text, Visit visit) {
+    constexpr std::string_view kBlanks = " \t\n\v\f\r";
+    for (std::size_t end = 0;;) {
+        const auto start = text.find_first_not_of(kBlanks, end);
+        if (start == text.npos) return;
+        end = std::min(text.find_first_of(kBlanks, start), text.size());
+        visit(text.substr(start, end - start));
+    }
 }
 
-std::string ReadState(const std::string& text) {
-    Require(text.size() == 2, "'" + text + "' is no state");
+std::string_view ReadState(std::string_view text) {
+    Require(text.size() == 2, "'", text, "' is no state");
     return text;
 }
 
-Cents ReadAmount(const std::string& text) {
-    return Required(AmountValue(text), "'" + text + "' is no amount");
+std::int32_t ReadAmount(std::string_view text) {
+    return static_cast<std::int32_t>(Required(AmountValue(text), "'", text, "' is no amount"));
 }
 
-Tariff ReadTariff(const Fields& fields) {
+void ReadClasses(std::string_view text, Tariff& tariff) {
+    ForEachWord(text, [&](std::string_view word) {
+        Require(word.size() <= 3, "class '", word, "' is too long");
+        tariff.classes.emplace_back(word);
+    });
+}
+
+void ReadBreaks(std::string_view text, Tariff& tariff) {
+    ForEachWord(text, [&](std::string_view word) {
+        const auto weight = Required(DigitsValue(word), "'", word, "' is no weight");
+        Require(weight > (tariff.breaks.empty() ? 0 : tariff.breaks.back()),
+                "weight breaks must ascend");
+        tariff.breaks.push_back(weight);
+    });
+}
+
+Tariff ReadTariff(Fields fields) {
     Tariff tariff;
     tariff.name = fields[0];
     Require(tariff.name.size() == 8, "a tariff name has eight characters");
     tariff.effective_date =
-        Required(DateValue(fields[1]), "'" + fields[1] + "' is no date MM-DD-YYYY");
-    tariff.classes = Words(fields[2]);
-    for (const auto& class_code : tariff.classes) {
-        Require(class_code.size() <= 3, "class '" + class_code + "' is too long");
-    }
-    for (const auto& word : Words(fields[3])) {
-        const auto weight = Required(DigitsValue(word), "'" + word + "' is no weight");
-        Require(weight > (tariff.breaks.empty() ? 0 : tariff.breaks.back()),
-                "weight breaks must ascend");
-        tariff.breaks.push_back(weight);
-    }
+        Required(DateValue(fields[1]), "'", fields[1], "' is no date MM-DD-YYYY");
+    ReadClasses(fields[2], tariff);
+    ReadBreaks(fields[3], tariff);
     Require(!tariff.classes.empty() && tariff.classes.size() <= kMostTableEntries,
             "a tariff has 1 to 20 classes");
     Require(!tariff.breaks.empty() && tariff.breaks.size() <= kMostTableEntries &&
@@ -50,57 +63,84 @@ Tariff ReadTariff(const Fields& fields) {
     return tariff;
 }
 
-Tariff& KnownTariff(RateBase& base, const std::string& name) {
-    const auto found = std::ranges::find(base.tariffs, name, &Tariff::name);
-    Require(found != base.tariffs.end(), "tariff '" + name + "' is not on file");
-    return *found;
+Tariff& KnownTariff(RateBase& base, std::string_view name) {
+    Tariff* const tariff = base.FindTariff(name);
+    Require(tariff != nullptr, "tariff '", name, "' is not on file");
+    return *tariff;
 }
 
-void AddRates(RateBase& base, const Fields& fields) {
+/// The scale's number, a new one without rates unless it has one.
+std::uint32_t AddScale(Tariff& tariff, std::string_view code) {
+    const std::uint32_t scale = tariff.scales.Add(ShortText(code).Key());
+    const std::size_t rates_each = tariff.classes.size() * tariff.breaks.size();
+    if (tariff.classes_rated.size() < tariff.scales.Size()) {
+        tariff.classes_rated.push_back(0);
+        tariff.rates.insert(tariff.rates.end(), rates_each, kNoRate);
+    }
+    return scale;
+}
+
+void AddRates(RateBase& base, Fields fields) {
     Tariff& tariff = KnownTariff(base, fields[0]);
     Require(!fields[1].empty() && fields[1].size() <= 6, "a scale has 1 to 6 characters");
     const auto class_index = tariff.ClassIndex(fields[2]);
-    Require(class_index != Tariff::npos, "class '" + fields[2] + "' is not in the tariff");
-    auto& scale = tariff.scales[fields[1]];
-    scale.resize(tariff.classes.size());
-    Require(scale[class_index].empty(), "the class has its rates already");
-    for (const auto& word : Words(fields[3])) scale[class_index].push_back(ReadAmount(word));
-    Require(scale[class_index].size() == tariff.breaks.size(), "one rate per weight break");
+    Require(class_index != Tariff::npos, "class '", fields[2], "' is not in the tariff");
+    const std::uint32_t scale = AddScale(tariff, fields[1]);
+    const std::size_t row = scale * tariff.classes.size() + class_index;
+    std::int32_t* const rates = tariff.rates.data() + row * tariff.breaks.size();
+    Require(rates[0] == kNoRate, "the class has its rates already");
+    std::size_t count = 0;
+    ForEachWord(fields[3], [&](std::string_view word) {
+        const std::int32_t rate = ReadAmount(word);
+        if (count < tariff.breaks.size()) rates[count] = rate;
+        ++count;
+    });
+    Require(count == tariff.breaks.size(), "one rate per weight break");
+    ++tariff.classes_rated[scale];
 }
 
-Lane ReadLane(RateBase& base, const Fields& fields) {
-    const Tariff& tariff = KnownTariff(base, fields[0]);
-    const auto scale = tariff.scales.find(fields[3]);
-    Require(scale != tariff.scales.end(), "scale '" + fields[3] + "' has no rates");
-    Require(std::ranges::none_of(scale->second, &BreakRates::empty),
-            "scale '" + fields[3] + "' lacks a class");
-    return {tariff.name,  ReadPrefixes(fields[1]), ReadPrefixes(fields[2]),
-            scale->first, ReadAmount(fields[4]),   ReadAmount(fields[5])};
+std::uint32_t KnownScale(const Tariff& tariff, std::string_view code) {
+    const auto scale =
+        code.size() <= ShortText::kMost ? tariff.scales.Find(ShortText(code).Key()) : std::nullopt;
+    Require(scale.has_value(), "scale '", code, "' has no rates");
+    Require(tariff.classes_rated[*scale] == tariff.classes.size(), "scale '", code,
+            "' lacks a class");
+    return *scale;
 }
 
-Point ReadPoint(const Fields& fields) {
+void AddLane(RateBase& base, Fields fields) {
+    Tariff& tariff = KnownTariff(base, fields[0]);
+    Lane lane;
+    lane.scale = KnownScale(tariff, fields[3]);
+    const PrefixRange origin = ReadPrefixes(fields[1]);
+    const PrefixRange destination = ReadPrefixes(fields[2]);
+    lane.minimum = ReadAmount(fields[4]);
+    lane.arbitrary = ReadAmount(fields[5]);
+    tariff.lanes.Add(origin, destination, lane);
+}
+
+void AddPoint(RateBase& base, Fields fields) {
     Require(!fields[1].empty() && fields[1].size() <= 17, "a city has 1 to 17 characters");
     Require(fields[3].size() == 1, "a service code is one character");
-    return {fields[0], fields[1], ReadState(fields[2]), fields[3].front()};
+    base.points.Add(fields[0], {fields[1], ReadState(fields[2]), fields[3].front()});
 }
 
 }  // namespace
 
 RateBase ReadRateBase(const std::string& directory) {
     RateBase base;
-    ForEachRow(directory, "tolvex-tariffs.txt", 4, [&](const Fields& fields) {
+    ForEachRow(directory, "tolvex-tariffs.txt", 4, [&](Fields fields) {
         Require(!base.FindTariff(fields[0]), "the tariff is on file already");
-        base.tariffs.push_back(ReadTariff(fields));
+        base.Add(ReadTariff(fields));
     });
-    ForEachRow(directory, "tolvex-rates.txt", 4,
-               [&](const Fields& fields) { AddRates(base, fields); });
-    ForEachRow(directory, "tolvex-lanes.txt", 6,
-               [&](const Fields& fields) { base.lanes.push_back(ReadLane(base, fields)); });
-    ForEachRow(directory, "tolvex-points.txt", 4,
-               [&](const Fields& fields) { base.points.push_back(ReadPoint(fields)); });
-    ForEachRow(directory, "tolvex-states.txt", 2, [&](const Fields& fields) {
-        base.states.push_back({ReadPrefixes(fields[0]), ReadState(fields[1])});
+    ForEachRow(directory, "tolvex-rates.txt", 4, [&](Fields fields) { AddRates(base, fields); });
+    ForEachRow(directory, "tolvex-lanes.txt", 6, [&](Fields fields) { AddLane(base, fields); });
+    ForEachRow(directory, "tolvex-points.txt", 4, [&](Fields fields) { AddPoint(base, fields); });
+    ForEachRow(directory, "tolvex-states.txt", 2, [&](Fields fields) {
+        const PrefixRange range = ReadPrefixes(fields[0]);
+        base.states.Add(range, ReadState(fields[1]));
     });
+    base.Build();
     return base;
 }
 

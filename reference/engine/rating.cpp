@@ -1,9 +1,8 @@
 #include "reference/engine/rating.h"
 
 #include <algorithm>
-#include <optional>
+#include <span>
 
-#include "reference/engine/alternatives.h"
 #include "reference/text/columns.h"
 
 namespace hundredweight::reference {
@@ -11,17 +10,29 @@ namespace {
 
 constexpr std::int32_t kHighestTotalWeight = 999'999;  // Pounds: six digits.
 
-/// A line in use with the rates of its class, the request's factor applied.
+/// A line in use and the rates of its class.
 struct RatableLine {
     std::size_t number = 0;
     std::int32_t weight = 0;
-    BreakRates rates;
+    std::span<const std::int32_t> rates;
 };
-using RatableLines = std::vector<RatableLine>;
 
-BreakRates Factored(BreakRates rates, std::int32_t factor) {
-    for (Cents& rate : rates) rate = Portion(rate, factor, 10'000);
-    return rates;
+struct RatableLines {
+    std::array<RatableLine, kLineCount> lines;
+    std::size_t count = 0;
+    std::int32_t factor = 0;  ///< Times 10000, of all rates.
+
+    std::span<const RatableLine> InUse() const { return std::span(lines).first(count); }
+    Cents RateOf(const RatableLine& line, std::size_t weight_break) const {
+        return Portion(line.rates[weight_break], factor, 10'000);
+    }
+    std::int32_t TotalWeight() const;
+};
+
+std::int32_t RatableLines::TotalWeight() const {
+    std::int32_t total = 0;
+    for (const RatableLine& line : InUse()) total += line.weight;
+    return total;
 }
 
 Status CheckTariff(const Tariff* tariff, const RateRequest& request) {
@@ -31,43 +42,37 @@ Status CheckTariff(const Tariff* tariff, const RateRequest& request) {
 }
 
 Status CheckPoints(const RateBase& base, const Lane* lane, const RateRequest& request) {
-    if (base.StateOf(request.origin.postal_code).empty()) return Status::kUnknownOrigin;
-    if (base.StateOf(request.destination.postal_code).empty()) return Status::kUnknownDestination;
+    if (base.states.Find(request.origin.prefix).empty()) return Status::kUnknownOrigin;
+    if (base.states.Find(request.destination.prefix).empty()) return Status::kUnknownDestination;
     return lane ? Status::kNone : Status::kNoLane;
 }
 
 Status ReadLines(const Tariff& tariff, const Lane& lane, const RateRequest& request,
                  RatableLines& ratable) {
     if (!request.factor) return Status::kFactorNotValid;
-    const auto& scale = tariff.scales.at(lane.scale);
+    ratable.factor = *request.factor;
     for (std::size_t i = 0; i < kLineCount; ++i) {
         const RequestLine& line = request.lines[i];
         if (!line.weight) return Status::kWeightNotValid;
         if (*line.weight == 0) continue;
         const auto class_index = tariff.ClassIndex(line.class_code);
         if (class_index == Tariff::npos) return Status::kUnknownClass;
-        ratable.push_back({i, *line.weight, Factored(scale[class_index], *request.factor)});
+        ratable.lines[ratable.count++] = {i, *line.weight, tariff.RatesOf(lane.scale, class_index)};
     }
-    return ratable.empty() ? Status::kWeightNotValid : Status::kNone;
-}
-
-std::int32_t TotalWeight(const RatableLines& lines) {
-    std::int32_t total = 0;
-    for (const RatableLine& line : lines) total += line.weight;
-    return total;
+    return ratable.count == 0 ? Status::kWeightNotValid : Status::kNone;
 }
 
 /// Rates the lines at a break that the total weight may fall short of: the deficit is billed at the
 /// lowest class rate.
 BreakRating RateAtBreak(const RatableLines& lines, const Tariff& tariff, std::size_t weight_break) {
     BreakRating rating;
-    const std::int32_t total = TotalWeight(lines);
+    const std::int32_t total = lines.TotalWeight();
     rating.weight_break = weight_break;
     rating.billed_weight = std::max(total, tariff.breaks[weight_break]);
     rating.deficit_weight = rating.billed_weight - total;
-    Cents lowest_rate = lines.front().rates[weight_break];
-    for (const RatableLine& line : lines) {
-        const Cents rate = line.rates[weight_break];
+    Cents lowest_rate = lines.RateOf(lines.lines.front(), weight_break);
+    for (const RatableLine& line : lines.InUse()) {
+        const Cents rate = lines.RateOf(line, weight_break);
         rating.lines[line.number] = {rate, ChargeOf(line.weight, rate)};
         rating.gross += rating.lines[line.number].charge;
         lowest_rate = std::min(lowest_rate, rate);
@@ -80,7 +85,7 @@ BreakRating RateAtBreak(const RatableLines& lines, const Tariff& tariff, std::si
 }
 
 BreakRating CheapestRating(const RatableLines& lines, const Tariff& tariff) {
-    const std::size_t own_break = tariff.BreakIndex(TotalWeight(lines));
+    const std::size_t own_break = tariff.BreakIndex(lines.TotalWeight());
     const BreakRating actual = RateAtBreak(lines, tariff, own_break);
     if (own_break + 1 == tariff.breaks.size()) return actual;
     const BreakRating deficit = RateAtBreak(lines, tariff, own_break + 1);
@@ -88,20 +93,21 @@ BreakRating CheapestRating(const RatableLines& lines, const Tariff& tariff) {
 }
 
 Cents NetCharge(Cents gross, Cents discount, const Lane& lane) {
-    return std::max(gross - discount, lane.minimum + lane.arbitrary);
+    return std::max(gross - discount, Cents{lane.minimum} + lane.arbitrary);
 }
 
-std::vector<BreakEntry> BreakEntries(const BreakRates& rates, const Tariff& tariff,
-                                     const Lane& lane, const DiscountList& discounts) {
-    std::vector<BreakEntry> entries;
-    for (std::size_t i = 0; i < tariff.breaks.size(); ++i) {
-        BreakEntry entry{.weight = tariff.breaks[i], .rate = rates[i]};
+void RateBreakEntries(const RatableLines& lines, const Tariff& tariff,
+                      const DiscountList& discounts, Rating& rating) {
+    rating.break_entry_count = std::min(tariff.breaks.size(), rating.break_entries.size());
+    for (std::size_t i = 0; i < rating.break_entry_count; ++i) {
+        BreakEntry& entry = rating.break_entries[i];
+        entry.weight = tariff.breaks[i];
+        entry.rate = lines.RateOf(lines.lines.front(), i);
         entry.gross = ChargeOf(entry.weight, entry.rate);
-        entry.net = NetCharge(entry.gross, DiscountOf(entry.gross, discounts.PercentAt(i)), lane);
-        entry.in_use = !discounts.cut || i < discounts.breaks.size();
-        entries.push_back(entry);
+        entry.net =
+            NetCharge(entry.gross, DiscountOf(entry.gross, discounts.PercentAt(i)), *rating.lane);
+        entry.in_use = !discounts.IsCut() || i < discounts.count;
     }
-    return entries;
 }
 
 bool FitsColumns(const Rating& rating) {
@@ -128,8 +134,7 @@ Rating RateShipment(const RateBase& base, const RateRequest& request) {
     if (status != Status::kNone) return Refused(status, rating.tariff);
     const Tariff& tariff = *rating.tariff;
 
-    rating.lane =
-        base.FindLane(tariff.name, request.origin.postal_code, request.destination.postal_code);
+    rating.lane = tariff.lanes.Find(request.origin.prefix, request.destination.prefix);
     status = CheckPoints(base, rating.lane, request);
     if (status != Status::kNone) return Refused(status, &tariff);
     const Lane& lane = *rating.lane;
@@ -137,7 +142,7 @@ Rating RateShipment(const RateBase& base, const RateRequest& request) {
     RatableLines lines;
     status = ReadLines(tariff, lane, request, lines);
     if (status != Status::kNone) return Refused(status, &tariff);
-    rating.total_weight = TotalWeight(lines);
+    rating.total_weight = lines.TotalWeight();
     rating.charges = CheapestRating(lines, tariff);
     if (rating.charges.billed_weight > kHighestTotalWeight) {
         return Refused(Status::kWeightNotValid, &tariff);
@@ -146,9 +151,10 @@ Rating RateShipment(const RateBase& base, const RateRequest& request) {
     rating.discount_percent = request.discounts.PercentAt(rating.charges.weight_break);
     rating.discount = DiscountOf(rating.charges.gross, rating.discount_percent);
     rating.net = NetCharge(rating.charges.gross, rating.discount, lane);
-    rating.break_entries = BreakEntries(lines.front().rates, tariff, lane, request.discounts);
+    RateBreakEntries(lines, tariff, request.discounts, rating);
     if (!FitsColumns(rating)) return Refused(Status::kAmountTooLarge, &tariff);
-    rating.status = CheckCities(base, request);
+    rating.points = {Place(base, request.origin), Place(base, request.destination)};
+    rating.status = CheckCities(request, rating.points);
     return rating;
 }
 

@@ -3,8 +3,8 @@
 
 #include <array>
 #include <cstddef>
-#include <vector>
 
+#include "reference/engine/alternatives.h"
 #include "reference/engine/money.h"
 #include "reference/engine/rate_base.h"
 #include "reference/engine/request.h"
@@ -27,6 +27,9 @@ struct BreakRating {
     Cents gross = 0;
 };
 
+/// The answer has no room for those of more breaks.
+inline constexpr std::size_t kMostBreakEntries = 15;
+
 /// What a weight break would charge for its lowest weight, at the class of the first line.
 struct BreakEntry {
     std::int32_t weight = 0;
@@ -45,7 +48,9 @@ struct Rating {
     PercentHundredths discount_percent = 0;
     Cents discount = 0;
     Cents net = 0;
-    std::vector<BreakEntry> break_entries;
+    std::array<BreakEntry, kMostBreakEntries> break_entries;
+    std::size_t break_entry_count = 0;
+    PlacedPoints points;  ///< Of a shipment that was rated.
 };
 
 Rating RateShipment(const RateBase& base, const RateRequest& request);

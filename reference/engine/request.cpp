@@ -13,9 +13,9 @@ constexpr PercentHundredths kEndOfBreaks = 9999;
 
 RequestPoint ReadPoint(std::span<const char> postal_code, std::span<const char> state,
                        std::span<const char> city) {
-    RequestPoint point{std::string(ColumnText(postal_code)), std::string(ColumnText(state)),
-                       std::string(ColumnText(city))};
+    RequestPoint point{ColumnText(postal_code), ColumnText(state), ColumnText(city)};
     point.city_chosen = point.city != "None of the above" && point.state != "**";
+    point.prefix = PostalPrefix(point.postal_code);
     return point;
 }
 
@@ -32,20 +32,23 @@ std::optional<std::int32_t> ReadFactor(std::span<const char> column) {
     return factor == 0 ? std::nullopt : factor;
 }
 
+PercentHundredths ReadPercent(std::span<const char> column) {
+    const auto value = DigitsValue(ColumnText(column)).value_or(0);
+    return value <= kHighestPercent ? value : 0;
+}
+
 DiscountList ReadDiscounts(const EngineRateRecord& record) {
-    std::vector<PercentHundredths> values;
-    for (const auto& column : record.DiscountLine.Values) {
-        const auto value = DigitsValue(ColumnText(column)).value_or(0);
-        values.push_back(value <= kHighestPercent ? value : 0);
-    }
     DiscountList list;
-    const auto end = std::find(values.begin() + 1, values.end(), kEndOfBreaks);
-    list.breaks.assign(values.begin() + 1, end);
-    list.cut = end != values.end();
+    const auto& columns = record.DiscountLine.Values;
+    while (list.count < list.breaks.size()) {
+        const PercentHundredths value = ReadPercent(columns[1 + list.count]);
+        if (value == kEndOfBreaks) break;
+        list.breaks[list.count++] = value;
+    }
     if (record.DiscountsSent == 'Y') {
-        list.flat = values.front();
+        list.flat = ReadPercent(columns[0]);
     } else {
-        std::ranges::fill(list.breaks, 0);
+        list.breaks.fill(0);
     }
     return list;
 }
@@ -54,7 +57,7 @@ DiscountList ReadDiscounts(const EngineRateRecord& record) {
 
 PercentHundredths DiscountList::PercentAt(std::size_t weight_break) const {
     if (flat != 0) return flat;
-    return breaks.empty() ? 0 : breaks[std::min(weight_break, breaks.size() - 1)];
+    return count == 0 ? 0 : breaks[std::min(weight_break, count - 1)];
 }
 
 RateRequest ReadRequest(const EngineRateRecord& record) {
@@ -64,8 +67,8 @@ RateRequest ReadRequest(const EngineRateRecord& record) {
     request.origin = ReadPoint(record.OrigZip, record.OrigState, record.OrigCity);
     request.destination = ReadPoint(record.DestZip, record.DestState, record.DestCity);
     for (std::size_t i = 0; i < kLineCount; ++i) {
-        request.lines[i] = {std::string(ColumnText(record.ClassLines[i].ClassCode)),
-                            ReadWeight(record.ClassLines[i].Weight)};
+        const EngineClassLine& line = record.ClassLines[i];
+        request.lines[i] = {ColumnText(line.ClassCode), ReadWeight(line.Weight)};
     }
     request.factor = ReadFactor(record.Factor);
     request.discounts = ReadDiscounts(record);

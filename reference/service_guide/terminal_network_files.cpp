@@ -7,33 +7,33 @@
 namespace hundredweight::reference {
 namespace {
 
-void AddTerminal(TerminalNetwork& network, const Fields& fields) {
+void AddTerminal(TerminalNetwork& network, Fields fields) {
     for (std::size_t i = 0; i < fields.size(); ++i) {
-        Require(fields[i].size() <= kTerminalWidths[i], "'" + fields[i] + "' is too long");
+        Require(fields[i].size() <= kTerminalWidths[i], "'", fields[i], "' is too long");
     }
-    Terminal terminal{fields};
+    Terminal terminal{{fields.begin(), fields.end()}};
     Require(!terminal.Code().empty(), "a terminal has a code");
     Require(!network.FindTerminal(terminal.Code()), "the terminal is on file already");
     network.terminals.push_back(std::move(terminal));
 }
 
-std::string ReadTerminalCode(const TerminalNetwork& network, const std::string& text) {
-    Require(network.FindTerminal(text) != nullptr, "terminal '" + text + "' is not on file");
-    return text;
+std::string ReadTerminalCode(const TerminalNetwork& network, std::string_view text) {
+    Require(network.FindTerminal(text) != nullptr, "terminal '", text, "' is not on file");
+    return std::string(text);
 }
 
-ServedArea ReadArea(const TerminalNetwork& network, const Fields& fields) {
+ServedArea ReadArea(const TerminalNetwork& network, Fields fields) {
     Require(fields[2].size() == 1, "a service code is one character");
     return {ReadPrefixes(fields[0]), ReadTerminalCode(network, fields[1]), fields[2].front()};
 }
 
-std::string ReadDays(const std::string& text) {
+std::string ReadDays(std::string_view text) {
     const bool digits = DigitsValue(text).has_value() && text.size() <= 2;
-    Require(digits || text.empty(), "'" + text + "' is no number of days");
-    return text.size() == 1 ? "0" + text : text;
+    Require(digits || text.empty(), "'", text, "' is no number of days");
+    return std::string(text.size() == 1 ? "0" : "").append(text);
 }
 
-TransitDays ReadTransitDays(const TerminalNetwork& network, const Fields& fields) {
+TransitDays ReadTransitDays(const TerminalNetwork& network, Fields fields) {
     Require(!fields[2].empty(), "the standard days are missing");
     return {{ReadTerminalCode(network, fields[0]), ReadTerminalCode(network, fields[1])},
             ReadDays(fields[2]),
@@ -46,10 +46,10 @@ TransitDays ReadTransitDays(const TerminalNetwork& network, const Fields& fields
 TerminalNetwork ReadTerminalNetwork(const std::string& directory) {
     TerminalNetwork network;
     ForEachRow(directory, "servgd-terminals.txt", kTerminalWidths.size(),
-               [&](const Fields& fields) { AddTerminal(network, fields); });
+               [&](Fields fields) { AddTerminal(network, fields); });
     ForEachRow(directory, "servgd-points.txt", 3,
-               [&](const Fields& fields) { network.areas.push_back(ReadArea(network, fields)); });
-    ForEachRow(directory, "servgd-transit.txt", 5, [&](const Fields& fields) {
+               [&](Fields fields) { network.areas.push_back(ReadArea(network, fields)); });
+    ForEachRow(directory, "servgd-transit.txt", 5, [&](Fields fields) {
         network.transit_days.push_back(ReadTransitDays(network, fields));
     });
     return network;

@@ -1,13 +1,16 @@
 #include "reference/text/columns.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace hundredweight::reference {
 namespace {
 
 constexpr bool IsDigit(char c) {
     return c >= '0' && c <= '9';
+}
+
+constexpr bool IsBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r';
 }
 
 constexpr char Lowered(char c) {
@@ -17,9 +20,9 @@ constexpr char Lowered(char c) {
 }  // namespace
 
 std::string_view Trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    return text;
 }
 
 std::string_view ColumnText(std::span<const char> column) {
@@ -38,9 +41,21 @@ void PutRight(std::span<char> column, std::string_view text, char padding) {
     std::ranges::copy(text, column.subspan(blanks).begin());
 }
 
-std::string AmountText(Cents amount) {
-    const auto cents = std::to_string(amount % 100);
-    return std::to_string(amount / 100) + (cents.size() < 2 ? ".0" : ".") + cents;
+void PutNumber(std::span<char> column, std::int64_t number, char padding) {
+    auto place = column.end();
+    do {
+        *--place = static_cast<char>('0' + number % 10);
+        number /= 10;
+    } while (number > 0);
+    std::fill(column.begin(), place, padding);
+}
+
+void PutAmount(std::span<char> column, Cents amount, char padding) {
+    const auto cents = column.last(2);
+    cents[0] = static_cast<char>('0' + amount / 10 % 10);
+    cents[1] = static_cast<char>('0' + amount % 10);
+    column[column.size() - 3] = '.';
+    PutNumber(column.first(column.size() - 3), amount / 100, padding);
 }
 
 bool IsDigits(std::string_view text) {
@@ -48,19 +63,20 @@ bool IsDigits(std::string_view text) {
 }
 
 std::optional<std::int32_t> DigitsValue(std::string_view text) {
-    if (text.empty() || text.size() > 9 || !IsDigits(text)) return std::nullopt;
+    if (text.empty() || text.size() > 9) return std::nullopt;
     std::int32_t value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
+    for (const char c : text) {
+        if (!IsDigit(c)) return std::nullopt;
+        value = 10 * value + (c - '0');
+    }
     return value;
 }
 
 std::optional<Cents> AmountValue(std::string_view text) {
-    const auto point = text.find('.');
-    if (point == std::string_view::npos || point > 4 || text.size() != point + 3) {
-        return std::nullopt;
-    }
-    const auto dollars = DigitsValue(text.substr(0, point));
-    const auto cents = DigitsValue(text.substr(point + 1));
+    // One to four digits, the point, two digits.
+    if (text.size() < 4 || text.size() > 7 || text[text.size() - 3] != '.') return std::nullopt;
+    const auto dollars = DigitsValue(text.substr(0, text.size() - 3));
+    const auto cents = DigitsValue(text.substr(text.size() - 2));
     if (!dollars || !cents) return std::nullopt;
     return Cents{*dollars} * 100 + *cents;
 }

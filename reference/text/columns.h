@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "reference/engine/money.h"
@@ -20,8 +19,10 @@ std::string_view ColumnText(std::span<const char> column);
 void PutLeft(std::span<char> column, std::string_view text);
 /// Right-aligned and padded; the text must fit.
 void PutRight(std::span<char> column, std::string_view text, char padding = ' ');
-/// "123.45"
-std::string AmountText(Cents amount);
+/// A number that is not negative, right-aligned and padded; it must fit.
+void PutNumber(std::span<char> column, std::int64_t number, char padding);
+/// The same with two decimals: "123.45".
+void PutAmount(std::span<char> column, Cents amount, char padding);
 
 bool IsDigits(std::string_view text);
 /// Value of a text of one to nine digits and nothing else.

@@ -10,23 +10,27 @@ constexpr bool IsCapital(char c) {
     return c >= 'A' && c <= 'Z';
 }
 
+Prefix PrefixOf(const char* characters) {
+    const auto byte = [&](int i) { return Prefix{static_cast<unsigned char>(characters[i])}; };
+    return byte(0) << 16 | byte(1) << 8 | byte(2);
+}
+
 }  // namespace
 
-PrefixRange ReadPrefixes(const std::string& text) {
+PrefixRange ReadPrefixes(std::string_view text) {
     const bool one = text.size() == 3;
-    Require(one || (text.size() == 7 && text[3] == '-'), "'" + text + "' is no range of prefixes");
-    PrefixRange range{text.substr(0, 3), text.substr(one ? 0 : 4)};
-    Require(range.low <= range.high, "'" + text + "' runs backwards");
+    Require(one || (text.size() == 7 && text[3] == '-'), "'", text, "' is no range of prefixes");
+    const PrefixRange range{PrefixOf(text.data()), PrefixOf(text.data() + (one ? 0 : 4))};
+    Require(range.low <= range.high, "'", text, "' runs backwards");
     return range;
 }
 
-std::string_view PostalPrefix(std::string_view postal_code) {
-    if (postal_code.size() < 3) return {};
-    const auto prefix = postal_code.substr(0, 3);
+Prefix PostalPrefix(std::string_view postal_code) {
+    if (postal_code.size() < 3) return kNoPrefix;
     const bool digits = postal_code.size() == 5 && IsDigits(postal_code);
-    const bool letters = IsCapital(prefix[0]) && IsDigits(prefix.substr(1, 1)) &&
-                         IsCapital(prefix[2]) && postal_code.size() <= 6;
-    return digits || letters ? prefix : std::string_view{};
+    const bool letters = IsCapital(postal_code[0]) && IsDigits(postal_code.substr(1, 1)) &&
+                         IsCapital(postal_code[2]) && postal_code.size() <= 6;
+    return digits || letters ? PrefixOf(postal_code.data()) : kNoPrefix;
 }
 
 }  // namespace hundredweight::reference

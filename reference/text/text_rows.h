@@ -3,22 +3,33 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
-#include <vector>
+#include <string_view>
 
 namespace hundredweight::reference {
 
-using Fields = std::vector<std::string>;
+/// Views of a line, which hold until the next one is read.
+using Fields = std::span<const std::string_view>;
 
-/// Throws std::runtime_error with the reason when the condition does not hold.
-inline void Require(bool condition, const std::string& reason) {
-    if (!condition) throw std::runtime_error(reason);
+/// Throws std::runtime_error with the reason, put together from its parts.
+template <typename... Parts>
+[[noreturn]] void Refuse(const Parts&... parts) {
+    std::string reason;
+    (reason.append(parts), ...);
+    throw std::runtime_error(reason);
 }
 
-template <typename Value>
-Value Required(std::optional<Value> value, const std::string& reason) {
-    Require(value.has_value(), reason);
+/// Refuses when the condition does not hold.
+template <typename... Parts>
+void Require(bool condition, const Parts&... reason) {
+    if (!condition) Refuse(reason...);
+}
+
+template <typename Value, typename... Parts>
+Value Required(std::optional<Value> value, const Parts&... reason) {
+    Require(value.has_value(), reason...);
     return *value;
 }
 
@@ -27,6 +38,6 @@ Value Required(std::optional<Value> value, const std::string& reason) {
 /// std::runtime_error when it cannot be read; one from a row gets file and line put before its
 /// reason.
 void ForEachRow(const std::string& directory, const char* name, std::size_t field_count,
-                const std::function<void(const Fields&)>& read_row);
+                const std::function<void(Fields)>& read_row);
 
 }  // namespace hundredweight::reference

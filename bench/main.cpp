@@ -49,6 +49,7 @@ void SetUpTurns() {
 const std::map<std::string, void (*)(Table&, const Extent&)> kParts = {
     {"batch", MeasureRows},
     {"start", MeasureStart},
+    {"engine", MeasureEngine},
 };
 
 }  // namespace

@@ -15,5 +15,7 @@ void MeasureRows(Table& table, const Extent& extent);
 
 /// One shipment through the command.
 void MeasureStart(Table& table, const Extent& extent);
+/// The reference engine: ratings and starts, by the size of its rate base.
+void MeasureEngine(Table& table, const Extent& extent);
 
 }  // namespace hundredweight::bench

@@ -7,10 +7,14 @@
 namespace cwt {
 namespace {
 
+constexpr const char* kSampleSize = "sample";
+constexpr const char* kCarrierSize = "carrier";
+
 struct SampleOptions {
     std::string directory;
     bool force = false;
     int shipments = 0;
+    std::string size = kSampleSize;
 };
 
 /// Prints shipments of the sample tariffs, a row each.
@@ -39,7 +43,9 @@ int Sample(const SampleOptions& options) {
             throw Broken(PathText(there) +
                          ": is there already; --force replaces the sample's files");
         }
-        hundredweight::samples::WriteSampleData(directory);
+        using hundredweight::samples::Size;
+        hundredweight::samples::WriteSampleData(
+            directory, options.size == kCarrierSize ? Size::kCarrier : Size::kSample);
     } catch (const std::filesystem::filesystem_error& error) {
         throw Broken(PathText(error.path1()) + ": " + error.code().message());
     }
@@ -57,11 +63,19 @@ void AddSample(CLI::App& app, int& exit_code) {
         "DIRECTORY", options->directory,
         "Where to; created when missing. One that has any of the files is refused.");
     constexpr int kMostShipments = 1000000000;
+    CLI::Option* const size =
+        command
+            ->add_option("--size", options->size,
+                         "How much data: a sample's, or a carrier's, with a national tariff of "
+                         "800,000 lanes and 250 MB in all.")
+            ->check(CLI::IsMember({kSampleSize, kCarrierSize}))
+            ->capture_default_str();
     command
         ->add_option("--shipments", options->shipments,
                      "Instead, print so many shipments on the sample tariffs, as rows of NDJSON; "
                      "about three in ten are refused. They are the same on every machine.")
-        ->check(CLI::Range(1, kMostShipments));
+        ->check(CLI::Range(1, kMostShipments))
+        ->excludes(size);
     command->add_flag("--force", options->force,
                       "Replace the sample's files, PROFILE.FIL included; others stay.");
 }

@@ -39,6 +39,13 @@ void LaneTable::Add(PrefixRange origin, PrefixRange destination, Lane lane) {
 }
 
 void LaneTable::Build() {
+    // A file in the order of its areas is sorted then.
+    const auto origins = origins_.Renumber();
+    const auto destinations = destinations_.Renumber();
+    for (Lane& lane : lanes_) {
+        lane.origin = origins[lane.origin];
+        lane.destination = destinations[lane.destination];
+    }
     origins_.Build();
     destinations_.Build();
     if (!std::ranges::is_sorted(lanes_, {}, PlaceOf)) std::ranges::sort(lanes_, {}, PlaceOf);

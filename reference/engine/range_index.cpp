@@ -1,5 +1,7 @@
 #include "reference/engine/range_index.h"
 
+#include <utility>
+
 namespace hundredweight::reference {
 namespace {
 
@@ -13,6 +15,21 @@ PrefixRange RangeOf(Numbering::Key key) {
 
 RangeIndex::Number RangeIndex::Add(PrefixRange range) {
     return numbers_.Add(Numbering::Key{range.low} << kHalf | range.high);
+}
+
+std::vector<RangeIndex::Number> RangeIndex::Renumber() {
+    std::vector<Numbering::Key> keys;
+    for (Number number = 0; number < numbers_.Size(); ++number) {
+        keys.push_back(numbers_.KeyOf(number));
+    }
+    auto sorted = keys;
+    std::ranges::sort(sorted);
+    Numbering renumbered;
+    for (const auto key : sorted) renumbered.Add(key);
+    std::vector<Number> numbers;
+    for (const auto key : keys) numbers.push_back(renumbered.Add(key));
+    numbers_ = std::move(renumbered);
+    return numbers;
 }
 
 void RangeIndex::Build() {

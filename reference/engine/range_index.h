@@ -16,6 +16,8 @@ class RangeIndex {
 
     /// The range's number; equal ranges have one, and numbers follow the order of adding.
     Number Add(PrefixRange range);
+    /// Numbers the ranges anew, by their lowest prefixes. Result: the new numbers by the old ones.
+    std::vector<Number> Renumber();
     /// To be called when all are there.
     void Build();
 

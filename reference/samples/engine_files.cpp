@@ -68,14 +68,6 @@ std::string Join(const auto&... parts) {
     return text;
 }
 
-/// Rounded to whole dimes, as rates are quoted.
-std::string RateText(int class_100, int permille) {
-    const int dimes = (class_100 * permille + 5000) / 10'000;
-    char text[16];
-    std::snprintf(text, sizeof text, "%d.%d0", dimes / 10, dimes % 10);
-    return text;
-}
-
 std::string TariffsFile() {
     std::string text = "# tariff | effective | classes | lowest weight of each break, pounds\n";
     for (const auto& tariff : kTariffs) {
@@ -131,6 +123,13 @@ std::string StatesFile() {
 }
 
 }  // namespace
+
+std::string RateText(int class_100, int permille) {
+    const int dimes = (class_100 * permille + 5000) / 10'000;
+    char text[16];
+    std::snprintf(text, sizeof text, "%d.%d0", dimes / 10, dimes % 10);
+    return text;
+}
 
 FileContents EngineFiles() {
     return {{"tolvex-tariffs.txt", TariffsFile()},

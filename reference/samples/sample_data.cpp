@@ -3,6 +3,7 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "reference/samples/carrier_files.h"
 #include "reference/samples/file_contents.h"
 #include "reference/samples/profile_file.h"
 #include "reference/samples/service_guide_files.h"
@@ -54,8 +55,14 @@ void WriteShipments(const std::filesystem::path& directory) {
     WriteFiles(directory, Shipments());
 }
 
-void WriteSampleData(const std::filesystem::path& directory) {
+void WriteSampleData(const std::filesystem::path& directory, Size size) {
     for (const auto& [folder, files] : AllFiles()) WriteFiles(directory / folder, files);
+    if (size != Size::kCarrier) return;
+    for (const CarrierFile& file : CarrierFiles()) {
+        FileContents files;
+        files[file.name] = file.build();
+        WriteFiles(directory, files);
+    }
 }
 
 std::filesystem::path FindSampleFile(const std::filesystem::path& directory) {

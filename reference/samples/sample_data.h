@@ -23,6 +23,12 @@ struct SetOptions {
     bool mexico = false;     ///< MEF, MET, ZFM and ZP7 as well.
 };
 
+/// How much data there are.
+enum class Size {
+    kSample,
+    kCarrier,  ///< As many as a carrier with a national tariff has.
+};
+
 /// These create the directory, replace files of the same names (a link itself, not what it leads
 /// to) and throw std::runtime_error or
 /// std::filesystem::filesystem_error when they cannot.
@@ -34,7 +40,7 @@ void WriteProfiles(const std::filesystem::path& directory);
 /// One JSON file per shipment.
 void WriteShipments(const std::filesystem::path& directory);
 /// All of them in the directory, the shipments in "shipments" below it.
-void WriteSampleData(const std::filesystem::path& directory);
+void WriteSampleData(const std::filesystem::path& directory, Size size = Size::kSample);
 
 /// A file of the sample data that is in the directory already; empty when there is none.
 std::filesystem::path FindSampleFile(const std::filesystem::path& directory);

@@ -1,0 +1,222 @@
+#include <dlfcn.h>
+#include <fmt/format.h>
+#include <hundredweight/engine_interface.h>
+#include <hundredweight/exports.h>
+#include <malloc.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "measures.h"
+#include "reference/samples/generated_shipments.h"
+#include "reference/samples/sample_data.h"
+#include "session/session.h"
+#include "shipment/shipment_json.h"
+
+namespace hundredweight::bench {
+namespace {
+
+namespace fs = std::filesystem;
+
+template <typename Function>
+Function EntryPoint(const char* library, const char* name) {
+    void* const module = dlopen(library, RTLD_NOW | RTLD_LOCAL);
+    void* const symbol = module ? dlsym(module, name) : nullptr;
+    if (!symbol) throw std::runtime_error(dlerror());
+    return reinterpret_cast<Function>(symbol);
+}
+
+/// An engine of its own, without the library.
+class Engine {
+ public:
+    explicit Engine(const fs::path& data) : handle_(start_(data.c_str())) {}
+    ~Engine() { end_(handle_); }
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+
+    void Rate(EngineRateRecord& record) {
+        block_.Capacity = sizeof block_.Data;
+        rate_(handle_, &record, &block_);
+    }
+
+ private:
+    static inline const auto start_ =
+        EntryPoint<Tolvex_InitializeTolvexExFunction>(HWT_TOLVEX, "Tolvex_InitializeTolvexEx");
+    static inline const auto end_ =
+        EntryPoint<Tolvex_EndTolvexExFunction>(HWT_TOLVEX, "Tolvex_EndTolvexEx");
+    static inline const auto rate_ =
+        EntryPoint<Tolvex_RateShipment2ExFunction>(HWT_TOLVEX, "Tolvex_RateShipment2Ex");
+
+    void* handle_;
+    EngineResultBlock block_{};
+};
+
+/// Shipments that can be rated, as the library's records and as the requests that it sends.
+struct Prepared {
+    std::vector<std::unique_ptr<RateContext>> records;
+    std::vector<EngineRateRecord> requests;
+};
+
+/// The session's shipments; with requests when the engine records them.
+Prepared Prepare(cwt::Session& session, const EngineRateRecord* request) {
+    constexpr int kRows = 200;
+    Prepared prepared;
+    samples::WriteGeneratedRows(kRows, [&](const std::string& row) {
+        cwt::Shipment shipment;
+        if (!cwt::ReadShipmentJson(row, shipment).empty()) return;
+        if (!std::holds_alternative<cwt::Bill>(session.Rate(shipment, 0))) return;
+        prepared.records.push_back(std::make_unique<RateContext>(session.context()));
+        if (request) prepared.requests.push_back(*request);
+    });
+    return prepared;
+}
+
+std::vector<EngineRateRecord> SampleRequests() {
+    cwt::Session session({.data = ".", .engine = HWT_RECORDING_ENGINE});
+    const auto last_request =
+        EntryPoint<const EngineRateRecord* (*)()>(HWT_RECORDING_ENGINE, "LastRequest");
+    return Prepare(session, last_request()).requests;
+}
+
+Work RateInTurn(Engine& engine, const std::vector<EngineRateRecord>& requests) {
+    return [&](benchmark::State& state) {
+        std::size_t next = 0;
+        for ([[maybe_unused]] auto _ : state) {
+            EngineRateRecord record = requests[next];
+            engine.Rate(record);
+            benchmark::DoNotOptimize(record);
+            next = (next + 1) % requests.size();
+        }
+    };
+}
+
+Work RateThroughLibrary(Prepared& prepared) {
+    return [&](benchmark::State& state) {
+        std::size_t next = 0;
+        for ([[maybe_unused]] auto _ : state) {
+            benchmark::DoNotOptimize(RateShipment(prepared.records[next].get(), 0, 0));
+            next = (next + 1) % prepared.records.size();
+        }
+    };
+}
+
+/// Requests between areas of the lanes in a file, at random.
+std::vector<EngineRateRecord> ScatteredRequests(const fs::path& lanes, EngineRateRecord request) {
+    constexpr std::size_t kRequests = 4000;
+    std::vector<std::pair<std::string, std::string>> areas;
+    std::ifstream file(lanes);
+    // SMPLNATL | 010 | 011 | ...
+    for (std::string row; std::getline(file, row);) {
+        if (!row.starts_with("SMPLNATL | ") || row[11] > '9' || row[17] > '9') continue;
+        areas.emplace_back(row.substr(11, 3), row.substr(17, 3));
+    }
+    std::memset(request.OrigCity, ' ', sizeof request.OrigCity);
+    std::memset(request.DestCity, ' ', sizeof request.DestCity);
+    std::memset(request.OrigState, ' ', sizeof request.OrigState);
+    std::memset(request.DestState, ' ', sizeof request.DestState);
+    std::memcpy(request.TariffName, "SMPLNATL", sizeof request.TariffName);
+    std::minstd_rand random;
+    std::vector<EngineRateRecord> requests;
+    while (requests.size() < kRequests) {
+        const auto& [origin, destination] = areas[random() % areas.size()];
+        fmt::format_to_n(request.OrigZip, sizeof request.OrigZip, "{}{:02} ", origin,
+                         random() % 100);
+        fmt::format_to_n(request.DestZip, sizeof request.DestZip, "{}{:02} ", destination,
+                         random() % 100);
+        requests.push_back(request);
+    }
+    return requests;
+}
+
+constexpr const char* kEngineFiles[] = {"tolvex-tariffs.txt", "tolvex-rates.txt",
+                                        "tolvex-lanes.txt", "tolvex-points.txt",
+                                        "tolvex-states.txt"};
+
+/// The engine's files of a directory, in one with the first so many lanes.
+void CopyWithLanes(const fs::path& from, const fs::path& to, int count) {
+    fs::create_directory(to);
+    for (const char* name : kEngineFiles) {
+        fs::copy_file(from / name, to / name, fs::copy_options::overwrite_existing);
+    }
+    std::ifstream lanes(from / "tolvex-lanes.txt");
+    std::ofstream kept(to / "tolvex-lanes.txt");
+    std::string row;
+    for (int i = 0; i < count && std::getline(lanes, row); ++i) kept << row << '\n';
+}
+
+void ReadBytes(const fs::path& data) {
+    for (const char* name : kEngineFiles) {
+        std::ifstream file(data / name, std::ios::binary);
+        std::string bytes(fs::file_size(data / name), '\0');
+        file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        benchmark::DoNotOptimize(bytes);
+    }
+}
+
+double BytesInUse() {
+    const auto info = mallinfo2();
+    return static_cast<double>(info.uordblks + info.hblkhd);
+}
+
+void MeasureLanes(Table& table, int lanes, Engine& sample, const EngineRateRecord& request,
+                  const std::vector<EngineRateRecord>& sample_requests) {
+    constexpr int kMost = 800000;
+    const fs::path data = fmt::format("lanes-{}", lanes);
+    CopyWithLanes("carrier", data, lanes);
+    const auto scattered = ScatteredRequests(data / "tolvex-lanes.txt", request);
+    Engine engine(data);
+    table.Measure({.what = fmt::format("one rating, of any of {} lanes", lanes),
+                   .against = "one of the sample",
+                   .curve = "engine's rating by lanes",
+                   .size = static_cast<double>(lanes)},
+                  RateInTurn(engine, scattered), RateInTurn(sample, sample_requests));
+    table.Measure({.what = fmt::format("start of the engine with {} lanes", lanes),
+                   .against = "reading its files into memory",
+                   .goal = lanes == kMost ? 10.0 : 0.0,
+                   .curve = "engine's start by lanes",
+                   .size = static_cast<double>(lanes)},
+                  Repeatedly([&] { const Engine started(data); }),
+                  Repeatedly([&] { ReadBytes(data); }));
+}
+
+}  // namespace
+
+void MeasureEngine(Table& table, const Extent& /*extent*/) {
+    samples::WriteSampleData(".");
+    samples::WriteSampleData("carrier", samples::Size::kCarrier);
+    const std::vector<EngineRateRecord> requests = SampleRequests();
+    Engine sample(".");
+    {
+        cwt::Session session({.data = ".", .engine = HWT_TOLVEX});
+        Prepared prepared = Prepare(session, nullptr);
+        table.Measure({.what = "a shipment through `RateShipment`, the reference engine in it",
+                       .against = "the engine's own time for the same requests",
+                       .goal = 1.6},
+                      RateThroughLibrary(prepared), RateInTurn(sample, requests));
+    }
+    const double before = BytesInUse();
+    Engine carrier("carrier");
+    constexpr double kLanes = 800130;
+    table.Add({.what = "bytes of memory of the engine's rate base at a carrier's size",
+               .against = "its lanes",
+               .goal = 60},
+              BytesInUse() - before, kLanes);
+    table.Measure({.what = "one rating of the sample's shipments, rate base of a carrier's size",
+                   .against = "rate base of the sample",
+                   .goal = 1.2},
+                  RateInTurn(carrier, requests), RateInTurn(sample, requests));
+    for (const int lanes : {800, 8000, 80000, 800000}) {
+        MeasureLanes(table, lanes, sample, requests.front(), requests);
+    }
+}
+
+}  // namespace hundredweight::bench

@@ -109,29 +109,28 @@ Work RateThroughLibrary(Prepared& prepared) {
     };
 }
 
-/// Requests between areas of the lanes in a file, at random.
-std::vector<EngineRateRecord> ScatteredRequests(const fs::path& lanes, EngineRateRecord request) {
+/// Requests between postal codes of the lanes in a rate base, at random.
+std::vector<EngineRateRecord> ScatteredRequests(const fs::path& data, EngineRateRecord request) {
     constexpr std::size_t kRequests = 4000;
-    std::vector<std::pair<std::string, std::string>> areas;
-    std::ifstream file(lanes);
-    // SMPLNATL | 010 | 011 | ...
+    std::vector<std::pair<std::string, std::string>> prefixes;
+    std::ifstream file(data / "tolvex-lanes.txt");
+    // SMPLNATL | 010 | 011 | ... or SMPLNATL | 300-319 | 600-629 | ...
     for (std::string row; std::getline(file, row);) {
-        if (!row.starts_with("SMPLNATL | ") || row[11] > '9' || row[17] > '9') continue;
-        areas.emplace_back(row.substr(11, 3), row.substr(17, 3));
+        if (!row.starts_with("SMPLNATL | ")) continue;
+        const std::string origin = row.substr(11, 3);
+        const std::string destination = row.substr(row.find("| ", 11) + 2, 3);
+        if (origin < "999" && destination < "999") prefixes.emplace_back(origin, destination);
     }
-    std::memset(request.OrigCity, ' ', sizeof request.OrigCity);
-    std::memset(request.DestCity, ' ', sizeof request.DestCity);
-    std::memset(request.OrigState, ' ', sizeof request.OrigState);
-    std::memset(request.DestState, ' ', sizeof request.DestState);
+    for (char* const point : {request.OrigState, request.DestState}) {
+        std::memset(point, ' ', sizeof request.OrigState + sizeof request.OrigCity);
+    }
     std::memcpy(request.TariffName, "SMPLNATL", sizeof request.TariffName);
     std::minstd_rand random;
     std::vector<EngineRateRecord> requests;
     while (requests.size() < kRequests) {
-        const auto& [origin, destination] = areas[random() % areas.size()];
-        fmt::format_to_n(request.OrigZip, sizeof request.OrigZip, "{}{:02} ", origin,
-                         random() % 100);
-        fmt::format_to_n(request.DestZip, sizeof request.DestZip, "{}{:02} ", destination,
-                         random() % 100);
+        const auto& [origin, destination] = prefixes[random() % prefixes.size()];
+        fmt::format_to_n(request.OrigZip, 6, "{}{:02} ", origin, random() % 100);
+        fmt::format_to_n(request.DestZip, 6, "{}{:02} ", destination, random() % 100);
         requests.push_back(request);
     }
     return requests;
@@ -167,18 +166,18 @@ double BytesInUse() {
     return static_cast<double>(info.uordblks + info.hblkhd);
 }
 
-void MeasureLanes(Table& table, int lanes, Engine& sample, const EngineRateRecord& request,
-                  const std::vector<EngineRateRecord>& sample_requests) {
+void MeasureLanes(Table& table, int lanes, const EngineRateRecord& request) {
     constexpr int kMost = 800000;
     const fs::path data = fmt::format("lanes-{}", lanes);
     CopyWithLanes("carrier", data, lanes);
-    const auto scattered = ScatteredRequests(data / "tolvex-lanes.txt", request);
-    Engine engine(data);
+    const auto requests = ScatteredRequests(data, request);
+    const auto sample_requests = ScatteredRequests(".", request);
+    Engine engine(data), sample(".");
     table.Measure({.what = fmt::format("one rating, of any of {} lanes", lanes),
-                   .against = "one of the sample",
+                   .against = "of any of the sample",
                    .curve = "engine's rating by lanes",
                    .size = static_cast<double>(lanes)},
-                  RateInTurn(engine, scattered), RateInTurn(sample, sample_requests));
+                  RateInTurn(engine, requests), RateInTurn(sample, sample_requests));
     table.Measure({.what = fmt::format("start of the engine with {} lanes", lanes),
                    .against = "reading its files into memory",
                    .goal = lanes == kMost ? 10.0 : 0.0,
@@ -215,7 +214,7 @@ void MeasureEngine(Table& table, const Extent& /*extent*/) {
                    .goal = 1.2},
                   RateInTurn(carrier, requests), RateInTurn(sample, requests));
     for (const int lanes : {800, 8000, 80000, 800000}) {
-        MeasureLanes(table, lanes, sample, requests.front(), requests);
+        MeasureLanes(table, lanes, requests.front());
     }
 }
 

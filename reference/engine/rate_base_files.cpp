@@ -13,12 +13,12 @@ constexpr std::int32_t kNoRate = -1;
 /// Visits the words between blanks of any kind.
 template <typename Visit>
 void ForEachWord(std::string_view text, Visit visit) {
-    constexpr std::string_view kBlanks = " \t\n\v\f\r";
-    for (std::size_t end = 0;;) {
-        const auto start = text.find_first_not_of(kBlanks, end);
-        if (start == text.npos) return;
-        end = std::min(text.find_first_of(kBlanks, start), text.size());
-        visit(text.substr(start, end - start));
+    const auto is_space = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    for (auto end = text.begin();;) {
+        const auto start = std::find_if_not(end, text.end(), is_space);
+        if (start == text.end()) return;
+        end = std::find_if(start, text.end(), is_space);
+        visit(std::string_view(start, end));
     }
 }
 

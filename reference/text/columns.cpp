@@ -9,21 +9,11 @@ constexpr bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-constexpr bool IsBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\r';
-}
-
 constexpr char Lowered(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 }  // namespace
-
-std::string_view Trimmed(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-    return text;
-}
 
 std::string_view ColumnText(std::span<const char> column) {
     const std::string_view text(column.data(), column.size());
@@ -74,11 +64,14 @@ std::optional<std::int32_t> DigitsValue(std::string_view text) {
 
 std::optional<Cents> AmountValue(std::string_view text) {
     // One to four digits, the point, two digits.
-    if (text.size() < 4 || text.size() > 7 || text[text.size() - 3] != '.') return std::nullopt;
-    const auto dollars = DigitsValue(text.substr(0, text.size() - 3));
-    const auto cents = DigitsValue(text.substr(text.size() - 2));
-    if (!dollars || !cents) return std::nullopt;
-    return Cents{*dollars} * 100 + *cents;
+    if (text.size() < 4 || text.size() > 7) return std::nullopt;
+    const std::size_t point = text.size() - 3;
+    const auto dollars = DigitsValue(text.substr(0, point));
+    const char tenth = text[point + 1], hundredth = text[point + 2];
+    if (!dollars || text[point] != '.' || !IsDigit(tenth) || !IsDigit(hundredth)) {
+        return std::nullopt;
+    }
+    return Cents{*dollars} * 100 + (tenth - '0') * 10 + (hundredth - '0');
 }
 
 std::optional<std::int32_t> DateValue(std::string_view text) {

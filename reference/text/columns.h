@@ -10,8 +10,16 @@
 
 namespace hundredweight::reference {
 
+constexpr bool IsBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r';
+}
+
 /// The text without blanks at its ends.
-std::string_view Trimmed(std::string_view text);
+constexpr std::string_view Trimmed(std::string_view text) {
+    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    return text;
+}
 /// What a column holds up to its first zero byte, trimmed.
 std::string_view ColumnText(std::span<const char> column);
 

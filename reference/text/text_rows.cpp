@@ -53,12 +53,13 @@ constexpr std::size_t kMostFields = 16;
 /// Fields of a line, as many as there is room for. Result: how many it has.
 std::size_t SplitAtBars(std::string_view line, std::span<std::string_view> fields) {
     std::size_t count = 0;
-    for (std::size_t start = 0; start <= line.size(); ++count) {
-        const auto bar = std::min(line.find('|', start), line.size());
-        if (count < fields.size()) fields[count] = Trimmed(line.substr(start, bar - start));
+    const char* const end = line.data() + line.size();
+    for (const char* start = line.data();; ++count) {
+        const char* const bar = std::find(start, end, '|');
+        if (count < fields.size()) fields[count] = Trimmed({start, bar});
+        if (bar == end) return count + 1;
         start = bar + 1;
     }
-    return count;
 }
 
 }  // namespace

@@ -66,8 +66,8 @@ TEST_F(RateBaseTest, TheFirstRowThatFitsHolds) {
         SCOPED_TRACE(run);
         std::vector<std::pair<Range, Range>> lanes;
         std::string rows;
-        const unsigned count = 1 + random() % (run % 2 ? 400 : 12);
-        for (unsigned i = 0; i < count; ++i) {
+        const auto count = 1 + random() % (run % 2 ? 400u : 12u);
+        for (std::size_t i = 0; i < count; ++i) {
             lanes.emplace_back(range(), range());
             if (random() % 5 == 0) lanes.back() = lanes[random() % lanes.size()];
             rows += "SMPLFAK1|" + lanes.back().first.Text() + '|' + lanes.back().second.Text() +
@@ -150,12 +150,16 @@ TEST_F(RateBaseTest, FaultsAreToldWithFileLineAndReason) {
     EXPECT_EQ(Start(), "tolvex: " + directory_.string() + "/tolvex-points.txt: cannot be opened\n");
 }
 
-TEST_F(RateBaseTest, HoldsACarriersLanes) {
+TEST_F(RateBaseTest, ReadsACarriersLanes) {
     WriteFile("tolvex-rates.txt", samples::CarrierRates());
-    WriteFile("tolvex-lanes.txt", samples::CarrierLanes());
+    const std::string lanes = samples::CarrierLanes();
+    EXPECT_TRUE(
+        lanes.substr(lanes.rfind('\n', lanes.size() - 2)).starts_with("\nSMPLNATL | M5H | K1A |"));
+    // Those of the first origins; all rows are made alike.
+    WriteFile("tolvex-lanes.txt", lanes.substr(0, lanes.find("SMPLNATL | 020 ")));
     ASSERT_EQ(Start(), "");
     for (const auto& [origin, destination, minimum] :
-         Table<3>("01000 01100 ____0081.00  99499 99300 0113")) {
+         Table<3>("01000 01100 _____0083.00  01100 01100 0113")) {
         const std::string found = Rate(origin, destination, "SMPLNATL");
         EXPECT_EQ(found.substr(0, minimum.size()), minimum);
     }

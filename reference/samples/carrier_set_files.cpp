@@ -1,6 +1,9 @@
 #include <fmt/format.h>
 #include <hundredweight/profile_record.h>
 
+#include <string>
+#include <vector>
+
 #include "reference/samples/bytes.h"
 #include "reference/samples/carrier_files.h"
 #include "reference/samples/file_contents.h"
@@ -14,32 +17,36 @@ constexpr int kPoints = 1000;
 constexpr std::size_t kMinimumCharges = 100000;
 constexpr int kProfiles = 10000;
 
-std::string PointCode(int prefix) {
-    return fmt::format("PT{:04}", prefix);
+std::vector<std::string> PointCodesInOrder() {
+    std::vector<std::string> codes;
+    for (int i = 0; i < kPoints; ++i) codes.push_back(fmt::format("PT{:04}", i));
+    return codes;
 }
 
 }  // namespace
 
 std::string CarrierPointCodes() {
+    const std::vector<std::string> points = PointCodesInOrder();
     std::string table;
-    for (int zip = 100; zip < 100000; ++zip) {
+    for (std::size_t zip = 100; zip < 100000; ++zip) {
         const std::string text = fmt::format("{:05} ", zip);
-        table += text + text + PointCode(zip / 100);
+        table += text + text + points[zip / 100];
     }
     // The letters and digits that Canadian postal codes begin with, two digits a record.
     for (const char letter : std::string("ABCEGHJKLMNPRSTVWXYZ")) {
         for (int digit = 0; digit < 10; digit += 2) {
-            table += fmt::format("{0}{1}A0A0{0}{2}Z9Z9", letter, digit, digit + 1) + PointCode(0);
+            table += fmt::format("{0}{1}A0A0{0}{2}Z9Z9", letter, digit, digit + 1) + points[0];
         }
     }
     return table;
 }
 
 std::string CarrierTariffNames() {
+    const std::vector<std::string> points = PointCodesInOrder();
     std::string table;
-    for (int origin = 0; origin < kPoints; ++origin) {
-        for (int destination = 0; destination < kPoints; ++destination) {
-            table += PointCode(origin) + PointCode(destination) + kNationalTariff;
+    for (const std::string& origin : points) {
+        for (const std::string& destination : points) {
+            table.append(origin).append(destination).append(kNationalTariff);
         }
     }
     return table;

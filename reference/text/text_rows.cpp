@@ -13,7 +13,8 @@ namespace {
 /// The lines of a file, of any length.
 class Lines {
  public:
-    explicit Lines(const std::string& path) : file_(path), block_(kBlock, '\0') {}
+    explicit Lines(const std::string& path)
+        : file_(path), block_(kBlock, '\0'), rest_(block_.data(), 0) {}
 
     bool IsOpen() const { return file_.is_open(); }
     /// The file ended for another reason than its end.

@@ -7,8 +7,8 @@
 namespace hundredweight::reference {
 namespace {
 
-auto AreasOf(const Lane& lane) {
-    return std::tuple(lane.origin, lane.destination);
+bool HaveSameAreas(const Lane& one, const Lane& other) {
+    return one.origin == other.origin && one.destination == other.destination;
 }
 
 auto PlaceOf(const Lane& lane) {
@@ -49,8 +49,8 @@ void LaneTable::Build() {
     origins_.Build();
     destinations_.Build();
     if (!std::ranges::is_sorted(lanes_, {}, PlaceOf)) std::ranges::sort(lanes_, {}, PlaceOf);
-    const auto hidden = std::ranges::unique(lanes_, {}, AreasOf);
-    lanes_.erase(hidden.begin(), hidden.end());
+    const auto hidden = std::unique(lanes_.begin(), lanes_.end(), HaveSameAreas);
+    lanes_.erase(hidden, lanes_.end());
     starts_.assign(origins_.Size() + 1, 0);
     for (const Lane& lane : lanes_) ++starts_[lane.origin + 1];
     for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];

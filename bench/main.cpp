@@ -50,6 +50,8 @@ const std::map<std::string, void (*)(Table&, const Extent&)> kParts = {
     {"batch", MeasureRows},
     {"start", MeasureStart},
     {"engine", MeasureEngine},
+    {"loading", MeasureLoading},
+    {"resident", MeasureResident},
 };
 
 }  // namespace

@@ -17,5 +17,10 @@ void MeasureRows(Table& table, const Extent& extent);
 void MeasureStart(Table& table, const Extent& extent);
 /// The reference engine: ratings and starts, by the size of its rate base.
 void MeasureEngine(Table& table, const Extent& extent);
+/// Loads of tariff sets, and what the system's share of them is.
+void MeasureLoading(Table& table, const Extent& extent);
+
+/// Look-ups in files that stay as they are: minimum charges and profiles.
+void MeasureResident(Table& table, const Extent& extent);
 
 }  // namespace hundredweight::bench

@@ -12,9 +12,8 @@ constexpr std::size_t kLongestBaseName = 8;
 /// Whether a character may stand in a file's name: none that leads out of the directory on any
 /// system, and no control character.
 bool MayBeInName(char character) {
-    constexpr std::string_view kLeadingOut = "/\\:\x7F";
-    return static_cast<unsigned char>(character) >= ' ' &&
-           kLeadingOut.find(character) == kLeadingOut.npos;
+    return static_cast<unsigned char>(character) >= ' ' && character != '/' && character != '\\' &&
+           character != ':' && character != '\x7F';
 }
 
 /// Directory and name, without the blanks that pad short names and that the files' home system

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "platform/directory_listing.h"
 #include "tariff/base_rates.h"
 #include "tariff/classes_and_weights_files.h"
 #include "tariff/data_file.h"
@@ -133,6 +134,7 @@ bool ReadPartnerLabels(RateContext& context) {
 
 int32_t HWT_CALL OpenAllFiles(RateContext* record, int32_t* found) {
     RateContext& context = *record;
+    const platform::DirectoryListing listing;
     if (!ReadSetFile(context)) return 0;
     NormaliseFlags(context);
     context.MexicoFilesLoaded = ReadMexicoFiles(context);

@@ -40,28 +40,20 @@ void PutLabKey(RateContext& context, int32_t entry, std::string_view key) {
     std::memcpy(context.LabIndex[entry], key.data(), kLabKeyLength);
 }
 
-/// Reads one line as text, whose lines end in LF or CR LF and which a Ctrl-Z may end. A line that
-/// fills the buffer goes on in the next one.
+/// Takes one line off a text, whose lines end in LF or CR LF and which a Ctrl-Z may end. A line
+/// that fills the field goes on in the next one.
 template <std::size_t Size>
-bool ReadTextLine(std::FILE* stream, char (&line)[Size]) {
+bool TakeTextLine(std::string_view& text, char (&line)[Size]) {
     std::size_t length = 0;
-    while (length < Size - 1) {
-        int character = std::fgetc(stream);
-        if (character == '\r') {
-            const int next = std::fgetc(stream);
-            if (next == '\n') {
-                character = next;
-            } else if (next != EOF) {
-                std::ungetc(next, stream);
-            }
-        }
-        if (character == EOF) break;
-        if (character == kEndOfText) {
-            std::fseek(stream, 0, SEEK_END);
+    while (length < Size - 1 && !text.empty()) {
+        if (text.front() == kEndOfText) {
+            text = {};
             break;
         }
-        line[length++] = static_cast<char>(character);
-        if (character == '\n') break;
+        if (text.starts_with("\r\n")) text.remove_prefix(1);
+        line[length++] = text.front();
+        text.remove_prefix(1);
+        if (line[length - 1] == '\n') break;
     }
     if (length == 0) return false;
     line[length] = '\0';
@@ -96,13 +88,14 @@ int32_t ReadLamFile(RateContext& context) {
     context.LamCount = 0;
     // A line shorter than its entry must not bring bytes of an earlier load.
     FillField(context.LamLine, '\0');
-    context.LamStream = OpenTextFile(context, ".LAM");
-    if (context.LamStream == nullptr) return Fail(context, kCannotOpenLam);
-    while (context.LamCount < kLamCapacity && ReadTextLine(context.LamStream, context.LamLine)) {
+    context.LamStream = nullptr;
+    const OpenFile file = OpenDataFile(context, ".LAM");
+    if (!file) return Fail(context, kCannotOpenLam);
+    char lines[kLamCapacity * sizeof context.LamLine];  // Of a line at most, a CR is dropped.
+    std::string_view text(lines, file.ReadHead(lines, sizeof lines));
+    while (context.LamCount < kLamCapacity && TakeTextLine(text, context.LamLine)) {
         CopyText(context.LamTable[context.LamCount++], WholeField(context.LamLine));
     }
-    std::fclose(context.LamStream);
-    context.LamStream = nullptr;
     return 1;
 }
 

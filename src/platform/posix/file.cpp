@@ -9,6 +9,7 @@
 #include <limits>
 #include <string_view>
 
+#include "platform/directory_listing.h"
 #include "platform/posix/directory.h"
 
 namespace hundredweight::platform {
@@ -21,6 +22,11 @@ int OpenExactly(int directory, const char* name, int access) {
 }
 
 int OpenIgnoringCase(const char* path, int access) {
+    DirectoryListing* const listing = DirectoryListing::Current();
+    if (listing != nullptr && listing->List(path)) {
+        const SystemPath listed = listing->Find(path);
+        return listed.empty() ? -1 : OpenExactly(AT_FDCWD, listed.c_str(), access);
+    }
     const Directory directory = OpenDirectoryOf(path);
     const EntryName found =
         FindIgnoringCase(directory.get(), LastComponent(path), Kind::kRegularFile);

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <stdexcept>
@@ -19,20 +20,21 @@
 namespace hundredweight::bench {
 namespace {
 
-std::unique_ptr<RateContext> MakeRecord() {
+constexpr int kMinimumCharges[] = {100, 1000, 10000, 100000};
+constexpr int kProfiles[] = {10, 100, 1000, 10000};
+
+/// A record whose files lie in a directory named for how much they hold.
+std::unique_ptr<RateContext> MakeRecord(int count) {
     auto context = std::make_unique<RateContext>();
-    for (char* directory : {context->DataDir, context->UserDir}) std::strcpy(directory, "./");
+    for (char* directory : {context->DataDir, context->UserDir}) {
+        fmt::format_to(directory, "{}/", count);
+    }
     std::strcpy(context->FileBase, "MANY");
     return context;
 }
 
-/// A file that has just changed is looked at anew each time.
-void LetSettle() {
-    std::this_thread::sleep_for(std::chrono::milliseconds(2100));
-}
-
 /// Minimum charges from each of many ranges of origins to each of many of destinations.
-std::vector<ZmcFileRecord> WriteMinimumCharges(int count) {
+std::vector<ZmcFileRecord> MakeMinimumCharges(int count) {
     std::vector<ZmcFileRecord> records;
     for (int i = 0; i < count; ++i) {
         ZmcFileRecord record = {};
@@ -44,10 +46,15 @@ std::vector<ZmcFileRecord> WriteMinimumCharges(int count) {
         record.MinimumAmount = static_cast<float>(i + 1);
         records.push_back(record);
     }
-    std::ofstream("MANY.ZMC", std::ios::binary)
+    return records;
+}
+
+void WriteMinimumCharges(int count) {
+    const std::vector<ZmcFileRecord> records = MakeMinimumCharges(count);
+    std::filesystem::create_directory(std::to_string(count));
+    std::ofstream(fmt::format("{}/MANY.ZMC", count), std::ios::binary)
         .write(reinterpret_cast<const char*>(records.data()),
                static_cast<std::streamsize>(records.size() * sizeof(ZmcFileRecord)));
-    return records;
 }
 
 bool Covers(const char* low, const char* high, const char* text, std::size_t size) {
@@ -71,11 +78,10 @@ const ZmcFileRecord* Scan(const std::vector<ZmcFileRecord>& records, const RateC
 }
 
 void MeasureMinimumCharges(Table& table) {
-    const std::unique_ptr<RateContext> context = MakeRecord();
-    std::strcpy(context->RateCode, "001234");
-    for (const int count : {100, 1000, 10000, 100000}) {
-        const std::vector<ZmcFileRecord> records = WriteMinimumCharges(count);
-        LetSettle();
+    for (const int count : kMinimumCharges) {
+        const std::vector<ZmcFileRecord> records = MakeMinimumCharges(count);
+        const std::unique_ptr<RateContext> context = MakeRecord(count);
+        std::strcpy(context->RateCode, "001234");
         context->ZmcCount = count;
         std::memcpy(context->OrigZip, records.back().FirstLow, 5);
         std::memcpy(context->DestZip, records.back().SecondLow, 5);
@@ -97,21 +103,29 @@ void MeasureMinimumCharges(Table& table) {
     }
 }
 
+constexpr std::size_t kNameSize = sizeof(ProfileRecord::ProfileName);
+
+std::string ProfileName(int number) {
+    std::string name = fmt::format("Customer {}", number);
+    name.resize(kNameSize);
+    return name;
+}
+
 /// Profiles of which nothing but the name is filled.
 void WriteProfileNames(int count) {
     constexpr auto kSize = static_cast<std::streamoff>(sizeof(ProfileRecord));
-    std::ofstream file("PROFILE.FIL", std::ios::binary);
+    std::filesystem::create_directory(std::to_string(count));
+    std::ofstream file(fmt::format("{}/PROFILE.FIL", count), std::ios::binary);
     for (int i = 0; i < count; ++i) {
-        char name[sizeof(ProfileRecord::ProfileName)] = "";
-        fmt::format_to_n(name, sizeof name - 1, "Customer {}", i);
-        file.seekp(i * kSize).write(name, sizeof name);
+        const std::string name = ProfileName(i);
+        file.seekp(i * kSize).write(name.data(), kNameSize);
     }
     file.seekp(count * kSize - 1).put('\0');
 }
 
 /// Finds a profile in a file that stays open, by one read per name.
 void ReadNames(int descriptor, int count, const char* wanted) {
-    char name[sizeof(ProfileRecord::ProfileName)];
+    char name[kNameSize];
     for (int i = 0; i < count; ++i) {
         const off_t at = static_cast<off_t>(i) * static_cast<off_t>(sizeof(ProfileRecord));
         if (pread(descriptor, name, sizeof name, at) != sizeof name) {
@@ -123,25 +137,25 @@ void ReadNames(int descriptor, int count, const char* wanted) {
 }
 
 void MeasureProfiles(Table& table) {
-    const std::unique_ptr<RateContext> context = MakeRecord();
-    for (const auto& [count, goal] : {std::pair{10, 0.0}, {100, 0.5}, {1000, 0.0}, {10000, 0.05}}) {
-        WriteProfileNames(count);
-        LetSettle();
-        char name[sizeof(ProfileRecord::ProfileName)] = "";
-        fmt::format_to_n(name, sizeof name - 1, "Customer {}", count - 1);
+    for (const int count : kProfiles) {
+        const std::unique_ptr<RateContext> context = MakeRecord(count);
+        const std::string name = ProfileName(count - 1);
         const auto find = [&] {
-            std::memcpy(context->Profile.ProfileName, name, sizeof name);
+            std::memcpy(context->Profile.ProfileName, name.data(), kNameSize);
             if (GetProfileRecord(context.get()) != 1) throw std::runtime_error("no such profile");
         };
         for (int time = 0; time < 3; ++time) find();
-        const int descriptor = open("PROFILE.FIL", O_RDONLY | O_CLOEXEC);
+        const int descriptor =
+            open(fmt::format("{}/PROFILE.FIL", count).c_str(), O_RDONLY | O_CLOEXEC);
         table.Measure({.what = fmt::format("the last of {} profiles, again", count),
                        .against = "one pread per name",
-                       .goal = goal,
+                       .goal = count == 100     ? 0.5
+                               : count == 10000 ? 0.05
+                                                : 0,
                        .curve = "profiles",
                        .size = static_cast<double>(count)},
                       Repeatedly(find),
-                      Repeatedly([&, count = count] { ReadNames(descriptor, count, name); }));
+                      Repeatedly([&] { ReadNames(descriptor, count, name.data()); }));
         close(descriptor);
     }
 }
@@ -149,6 +163,10 @@ void MeasureProfiles(Table& table) {
 }  // namespace
 
 void MeasureResident(Table& table, const Extent& /*extent*/) {
+    for (const int count : kMinimumCharges) WriteMinimumCharges(count);
+    for (const int count : kProfiles) WriteProfileNames(count);
+    // A file that has just changed is read anew each time.
+    std::this_thread::sleep_for(std::chrono::milliseconds(2100));
     MeasureMinimumCharges(table);
     MeasureProfiles(table);
 }

@@ -8,15 +8,16 @@
 #include <cstdio>
 #include <string_view>
 
+#include "platform/file_state.h"
 #include "platform/path.h"
 
 namespace hundredweight::platform {
 
-/// Opens a regular file for shared binary reading and tells its length in bytes.
-int16_t OpenForReading(const char* path, int64_t* length);
+/// Opens a regular file for shared binary reading and tells its state.
+int16_t OpenForReading(const char* path, FileState* state);
 
 /// The same for a file that may also be written: one without write permission is not opened.
-int16_t OpenForUpdate(const char* path, int64_t* length);
+int16_t OpenForUpdate(const char* path, FileState* state);
 
 /// The same as for reading, as a buffered stream or null.
 std::FILE* OpenStreamForReading(const char* path);
@@ -33,6 +34,9 @@ bool SeekTo(int descriptor, int64_t position);
 /// Reads up to `size` bytes from the current position. Result: bytes read, less than `size` at the
 /// end of the file or on an error.
 std::size_t ReadBytes(int descriptor, void* buffer, std::size_t size);
+
+/// Reads up to `size` bytes at a position. Where the descriptor stands afterwards is not told.
+std::size_t ReadBytesAt(int descriptor, int64_t position, void* buffer, std::size_t size);
 
 void CloseFile(int descriptor);
 

@@ -2,12 +2,15 @@
 #include <hundredweight/exports.h>
 
 #include <cstring>
+#include <optional>
 
+#include "frame/block.h"
 #include "frame/failure.h"
 #include "platform/replace_file.h"
 #include "profiles/default_profile.h"
 #include "profiles/profile_conversion.h"
 #include "profiles/profile_directory.h"
+#include "tariff/resident_file.h"
 
 namespace hundredweight {
 namespace {
@@ -58,8 +61,44 @@ OpenFile OpenProfileFile(const RateContext& context) {
 
 /// Reads a part of a profile, from its head.
 bool ReadProfile(const OpenFile& file, int32_t record_number, void* to, std::size_t size) {
-    return platform::SeekTo(file.handle(), int64_t{record_number} * kProfileSize) &&
-           platform::ReadBytes(file.handle(), to, size) == size;
+    return platform::ReadBytesAt(file.handle(), int64_t{record_number} * kProfileSize, to, size) ==
+           size;
+}
+
+/// The names of a file's profiles, in their order.
+using ProfileNames = Block<ProfileName>;
+
+/// The names in the file that was looked at last: one copy for the whole process.
+ResidentFile<ProfileNames> resident_names;
+
+std::optional<ProfileNames> ReadNames(const OpenFile& file) {
+    const int32_t count = CountProfiles(file);
+    const std::size_t size = static_cast<std::size_t>(count) * sizeof(ProfileName);
+    if (size > kLargestCopy) return std::nullopt;
+    ProfileNames names = AllocateBlock<ProfileName>(size);
+    if (!names) return std::nullopt;
+    for (int32_t record_number = 0; record_number < count; ++record_number) {
+        ProfileName& name = names.get()[record_number];
+        if (!ReadProfile(file, record_number, name, sizeof name)) return std::nullopt;
+    }
+    return names;
+}
+
+/// The number of the first profile of a name. Result: 1, or 0 with a code.
+int32_t FindProfile(RateContext& context, const OpenFile& file, int32_t& record_number) {
+    const ProfileNames* const names = resident_names.CopyOf(file, ReadNames);
+    const int32_t count = CountProfiles(file);
+    for (record_number = 0; record_number < count; ++record_number) {
+        ProfileName read;
+        const char* name = read;
+        if (names != nullptr) {
+            name = names->get()[record_number];
+        } else if (!ReadProfile(file, record_number, read, sizeof read)) {
+            return Fail(context, kCannotRead);
+        }
+        if (std::memcmp(name, context.Profile.ProfileName, sizeof read) == 0) return 1;
+    }
+    return Fail(context, kNotFound);
 }
 
 }  // namespace
@@ -70,10 +109,10 @@ PathText ProfilePath(const RateContext& context, std::string_view file_name) {
 }
 
 OpenFile OpenForUpdate(const PathText& path) {
-    int64_t length = 0;
+    platform::FileState state;
     const int16_t handle =
-        path.empty() ? int16_t{-1} : platform::OpenForUpdate(path.c_str(), &length);
-    return OpenFile(handle, length);
+        path.empty() ? int16_t{-1} : platform::OpenForUpdate(path.c_str(), &state);
+    return OpenFile(handle, state);
 }
 
 }  // namespace hundredweight
@@ -93,22 +132,13 @@ bool HWT_CALL ReadProfileFile(RateContext* context) {
 int32_t HWT_CALL GetProfileRecord(RateContext* context) {
     const OpenFile file = OpenProfileFile(*context);
     if (!file) return Fail(*context, kCannotOpen);
-    const int32_t count = CountProfiles(file);
-    for (int32_t record_number = 0; record_number < count; ++record_number) {
-        ProfileName name;
-        if (!ReadProfile(file, record_number, name, sizeof name)) {
-            return Fail(*context, kCannotRead);
-        }
-        if (std::memcmp(name, context->Profile.ProfileName, sizeof name) != 0) continue;
-        ProfileRecord found;
-        if (!ReadProfile(file, record_number, &found, sizeof found)) {
-            return Fail(*context, kCannotRead);
-        }
-        context->Profile = found;
-        context->ProfileIndex = static_cast<int16_t>(record_number);
-        return 1;
-    }
-    return Fail(*context, kNotFound);
+    int32_t record_number = 0;
+    if (FindProfile(*context, file, record_number) == 0) return 0;
+    ProfileRecord found;
+    if (!ReadProfile(file, record_number, &found, sizeof found)) return Fail(*context, kCannotRead);
+    context->Profile = found;
+    context->ProfileIndex = static_cast<int16_t>(record_number);
+    return 1;
 }
 
 int32_t HWT_CALL GetProfileKey(RateContext* context, int32_t record_number, char* name) {

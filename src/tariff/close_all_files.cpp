@@ -4,6 +4,7 @@
 #include "tariff/name_tables.h"
 #include "tariff/record_fields.h"
 #include "tariff/text_files.h"
+#include "tariff/zmc_file.h"
 
 using namespace hundredweight;
 
@@ -36,5 +37,6 @@ int32_t HWT_CALL CloseAllFiles(RateContext* context) {
     for (const FieldOffset field : kFurtherBlocks) FreeBlockField(*context, field);
     for (const FieldOffset field : kRecordFiles) CloseHandleField(*context, field);
     CloseLabStream(*context);
+    ReleaseZmcFile();
     return 1;
 }

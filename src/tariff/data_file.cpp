@@ -35,10 +35,10 @@ InlineText<16> ShortName(const RateContext& context, std::string_view extension)
 }  // namespace
 
 OpenFile OpenForReading(const PathText& path) {
-    int64_t length = 0;
+    platform::FileState state;
     const int16_t handle =
-        path.empty() ? int16_t{-1} : platform::OpenForReading(path.c_str(), &length);
-    return OpenFile(handle, length);
+        path.empty() ? int16_t{-1} : platform::OpenForReading(path.c_str(), &state);
+    return OpenFile(handle, state);
 }
 
 PathText PathInDataDir(const RateContext& context, std::string_view file_name) {

@@ -19,22 +19,24 @@ using PathText = InlineText<kLongestPath>;
 /// An open file that closes itself unless its handle is released.
 class OpenFile {
  public:
-    OpenFile(int handle, int64_t length) : handle_(handle), length_(length) {}
+    OpenFile(int handle, const platform::FileState& state) : handle_(handle), state_(state) {}
     ~OpenFile() {
         if (handle_ >= 0) platform::CloseFile(handle_);
     }
-    OpenFile(OpenFile&& other) noexcept : handle_(other.Release()), length_(other.length_) {}
+    OpenFile(OpenFile&& other) noexcept : handle_(other.Release()), state_(other.state_) {}
     OpenFile& operator=(OpenFile&&) = delete;
 
     explicit operator bool() const { return handle_ >= 0; }
     int handle() const { return handle_; }
+    /// As it was opened.
+    const platform::FileState& state() const { return state_; }
     /// Bytes when it was opened.
-    int64_t length() const { return length_; }
+    int64_t length() const { return state_.size; }
 
     /// Reads up to `size` bytes of a file just opened, asking for no more than it has. Result:
     /// bytes read.
     std::size_t ReadHead(void* to, std::size_t size) const {
-        const auto held = static_cast<uint64_t>(length_);
+        const auto held = static_cast<uint64_t>(length());
         const auto wanted = static_cast<std::size_t>(std::min<uint64_t>(size, held));
         return platform::ReadBytes(handle_, to, wanted);
     }
@@ -48,7 +50,7 @@ class OpenFile {
 
  private:
     int32_t handle_;
-    int64_t length_;
+    platform::FileState state_;
 };
 
 /// Opens a file of a path, which may be empty.

@@ -1,29 +1,24 @@
-// The ZMC file: minimum charges by postal-code ranges and rate code.
+// The ZMC file of a tariff set.
 #pragma once
 
 #include <hundredweight/rate_context.h>
 
 #include <cstdint>
 
-namespace hundredweight {
+#include "tariff/zmc_record.h"
 
-/// One record. Ranges include both ends and compare byte by byte.
-#pragma pack(push, 1)
-struct ZmcFileRecord {
-    char Direction;  ///< 'F': first range is the origin, second the destination; else either way.
-    char FirstLow[5];
-    char FirstHigh[5];
-    char SecondLow[5];
-    char SecondHigh[5];
-    char RateCodeLow[6];
-    char RateCodeHigh[6];
-    float MinimumAmount;  ///< Compared as stored; a hundredth of it is in dollars.
-    float FloorAmount;    ///< A hundredth of it is the floor.
-};
-#pragma pack(pop)
-static_assert(sizeof(ZmcFileRecord) == 41);
+namespace hundredweight {
 
 /// Number of whole records, 0 when the set has no ZMC file.
 int32_t CountZmcRecords(const RateContext& context);
+
+enum class ZmcOutcome { kNoRecords, kNoMatch, kMatch };
+
+/// Looks for the first of the set's first ZmcCount records that matches. Gives that record or, when
+/// none does, the last one of them that there is.
+ZmcOutcome FindZmcRecord(const RateContext& context, const ZmcKey& key, ZmcFileRecord& record);
+
+/// Frees what is kept of the file.
+void ReleaseZmcFile();
 
 }  // namespace hundredweight

@@ -11,6 +11,7 @@
 
 #include "platform/directory_listing.h"
 #include "platform/posix/directory.h"
+#include "platform/posix/status.h"
 
 namespace hundredweight::platform {
 namespace {
@@ -50,7 +51,7 @@ int16_t ToHandle(int descriptor) {
     return -1;
 }
 
-int16_t OpenRegularFile(const char* path, int access, int64_t* length) {
+int16_t OpenRegularFile(const char* path, int access, FileState* state) {
     const int descriptor = OpenPath(path, access);
     if (descriptor < 0) return -1;
     struct stat status = {};
@@ -58,18 +59,30 @@ int16_t OpenRegularFile(const char* path, int access, int64_t* length) {
         close(descriptor);
         return -1;
     }
-    *length = status.st_size;
+    *state = StateIn(status);
     return ToHandle(descriptor);
+}
+
+/// Reads on from what is done until a size is reached. Result: bytes read.
+template <class ReadSome>
+std::size_t ReadAll(std::size_t size, ReadSome read_some) {
+    std::size_t done = 0;
+    while (done < size) {
+        const ssize_t count = Uninterrupted([&] { return read_some(done); });
+        if (count <= 0) break;
+        done += static_cast<std::size_t>(count);
+    }
+    return done;
 }
 
 }  // namespace
 
-int16_t OpenForReading(const char* path, int64_t* length) {
-    return OpenRegularFile(path, O_RDONLY, length);
+int16_t OpenForReading(const char* path, FileState* state) {
+    return OpenRegularFile(path, O_RDONLY, state);
 }
 
-int16_t OpenForUpdate(const char* path, int64_t* length) {
-    return OpenRegularFile(path, O_RDWR, length);
+int16_t OpenForUpdate(const char* path, FileState* state) {
+    return OpenRegularFile(path, O_RDWR, state);
 }
 
 bool FileExists(const char* path) {
@@ -86,8 +99,8 @@ bool IsSameFile(const char* a, const char* b) {
 }
 
 std::FILE* OpenStreamForReading(const char* path) {
-    int64_t length = 0;
-    const int16_t handle = OpenForReading(path, &length);
+    FileState state;
+    const int16_t handle = OpenForReading(path, &state);
     if (handle == -1) return nullptr;
     std::FILE* const stream = fdopen(handle, "rb");
     if (stream == nullptr) close(handle);
@@ -99,15 +112,16 @@ bool SeekTo(int descriptor, int64_t position) {
 }
 
 std::size_t ReadBytes(int descriptor, void* buffer, std::size_t size) {
-    auto* const bytes = static_cast<char*>(buffer);
-    std::size_t done = 0;
-    while (done < size) {
-        const ssize_t count =
-            Uninterrupted([&] { return read(descriptor, bytes + done, size - done); });
-        if (count <= 0) break;
-        done += static_cast<std::size_t>(count);
-    }
-    return done;
+    return ReadAll(size, [&](std::size_t done) {
+        return read(descriptor, static_cast<char*>(buffer) + done, size - done);
+    });
+}
+
+std::size_t ReadBytesAt(int descriptor, int64_t position, void* buffer, std::size_t size) {
+    return ReadAll(size, [&](std::size_t done) {
+        return pread(descriptor, static_cast<char*>(buffer) + done, size - done,
+                     position + static_cast<int64_t>(done));
+    });
 }
 
 void CloseFile(int descriptor) {

@@ -111,14 +111,15 @@ WriteOutcome WriteNewFile(const char* path, const void* content, std::size_t siz
 }
 
 WriteOutcome CopyToNewFile(const char* from, const char* to) {
-    int64_t length = 0;
-    const int16_t source = OpenForReading(from, &length);
+    FileState state;
+    const int16_t source = OpenForReading(from, &state);
     if (source == -1) return WriteOutcome::kNotCreated;
     WriteOutcome outcome = WriteOutcome::kNotCreated;
     const int descriptor = CreateAnew(to, 0600);
     if (descriptor >= 0) {
         struct stat status = {};
-        const bool written = fstat(source, &status) == 0 && CopyBytes(source, descriptor, length) &&
+        const bool written = fstat(source, &status) == 0 &&
+                             CopyBytes(source, descriptor, state.size) &&
                              GiveRights(descriptor, status, Owner::kWriter);
         outcome = Finish(descriptor, written, to);
     }

@@ -32,7 +32,7 @@ int16_t ToHandle(int descriptor) {
     return -1;
 }
 
-int16_t OpenRegularFile(const char* path, int access, int64_t* length) {
+int16_t OpenRegularFile(const char* path, int access, FileState* state) {
     const int descriptor =
         _sopen(path, access | _O_BINARY | _O_NOINHERIT, _SH_DENYNO, _S_IREAD | _S_IWRITE);
     if (descriptor < 0) return -1;
@@ -41,7 +41,8 @@ int16_t OpenRegularFile(const char* path, int access, int64_t* length) {
         _close(descriptor);
         return -1;
     }
-    *length = status.st_size;
+    // A system that tells no more than the size has a file read anew each time.
+    if (!StateOf(descriptor, state)) *state = FileState{.size = status.st_size};
     return ToHandle(descriptor);
 }
 
@@ -95,12 +96,12 @@ WriteOutcome Finish(int descriptor, bool written, const char* path) {
 
 }  // namespace
 
-int16_t OpenForReading(const char* path, int64_t* length) {
-    return OpenRegularFile(path, _O_RDONLY, length);
+int16_t OpenForReading(const char* path, FileState* state) {
+    return OpenRegularFile(path, _O_RDONLY, state);
 }
 
-int16_t OpenForUpdate(const char* path, int64_t* length) {
-    return OpenRegularFile(path, _O_RDWR, length);
+int16_t OpenForUpdate(const char* path, FileState* state) {
+    return OpenRegularFile(path, _O_RDWR, state);
 }
 
 bool FileExists(const char* path) {
@@ -114,8 +115,8 @@ bool IsSameFile(const char* /*a*/, const char* /*b*/) {
 }
 
 std::FILE* OpenStreamForReading(const char* path) {
-    int64_t length = 0;
-    const int16_t handle = OpenForReading(path, &length);
+    FileState state;
+    const int16_t handle = OpenForReading(path, &state);
     if (handle == -1) return nullptr;
     std::FILE* const stream = _fdopen(handle, "rb");
     if (stream == nullptr) _close(handle);
@@ -135,6 +136,10 @@ std::size_t ReadBytes(int descriptor, void* buffer, std::size_t size) {
         done += static_cast<std::size_t>(count);
     }
     return done;
+}
+
+std::size_t ReadBytesAt(int descriptor, int64_t position, void* buffer, std::size_t size) {
+    return SeekTo(descriptor, position) ? ReadBytes(descriptor, buffer, size) : 0;
 }
 
 void CloseFile(int descriptor) {

@@ -1,0 +1,25 @@
+// What tells a file in one state from every other file, and from itself in another state.
+#pragma once
+
+#include <cstdint>
+
+namespace hundredweight::platform {
+
+struct FileState {
+    uint64_t volume = 0;
+    uint64_t file = 0;
+    int64_t size = 0;     ///< In bytes.
+    int64_t written = 0;  ///< Times count from the system's epoch, in its own unit;
+    int64_t changed = 0;  ///< 0 where the system knows none.
+
+    bool operator==(const FileState&) const = default;
+};
+
+/// Asks the state of an open file. Result: whether the system tells.
+bool StateOf(int descriptor, FileState* state);
+
+/// Whether every change from now on gives the file other times: the last one is so old that no
+/// clock and no file system counts both as one moment.
+bool HasSettled(const FileState& state);
+
+}  // namespace hundredweight::platform

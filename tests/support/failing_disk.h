@@ -67,6 +67,7 @@ struct FailingDisk {
     bool named_unflushed = false;  ///< Whether a file got its name before it was on the disk.
     unsigned rights = 0;           ///< All that a file had when it was written.
     std::size_t bytes_read = 0;
+    int directories_listed = 0;
 
  private:
     static bool Strikes();  ///< Counts an operation, and tells whether it is struck.

@@ -1,5 +1,5 @@
-// Memory that runs short and files that break off, on demand. In the test program the library's
-// calls that allocate blocks and read files come here first.
+// Memory that runs short, files that break off and a clock that is wrong, on demand. In the test
+// program the library's calls that allocate blocks, read files and ask the time come here first.
 #pragma once
 
 #include <algorithm>
@@ -10,6 +10,7 @@ namespace hundredweight {
 
 inline int allocations_to_failure = 0;  // 0: none fails.
 inline std::size_t bytes_to_end = SIZE_MAX;
+inline int64_t seconds_ahead = 0;  // Of the library's clock.
 
 /// Counts an allocation. Result: whether it fails.
 inline bool AllocationFails() {

@@ -2,7 +2,7 @@
 #include "tariff/data_file.h"
 
 #include "platform/file.h"
-#include "support/table.h"
+#include "support/resident_files.h"
 
 namespace hundredweight {
 namespace {
@@ -27,6 +27,18 @@ TEST_F(ExactNamesTest, CaseIsFoldedInTheLastComponentAlone) {
         PutText(context_.DataDir, (directory_ / name).string());
         EXPECT_EQ(Content(".ZP6"), content);
     }
+}
+
+TEST_F(ExactNamesTest, TodaysNameIsLookedForNotYesterdays) {
+    const ClockAhead settled(3);
+    for (const auto& [name, minimum] : {std::pair{"abc.zmc", 1}, {"abC.zmc", 2}, {"ABC.ZMC", 3}}) {
+        LetTheClockTick();
+        WriteFile(name, ChargeBytes(static_cast<float>(minimum)));
+        for (int look = 0; look < 3; ++look)
+            EXPECT_EQ(MinimumFound(context_), std::to_string(minimum));
+    }
+    std::filesystem::remove(directory_ / "ABC.ZMC");
+    EXPECT_EQ(MinimumFound(context_), "2");
 }
 
 TEST(Separators, AreSlashAndBackslash) {

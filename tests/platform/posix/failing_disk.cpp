@@ -4,6 +4,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -21,6 +22,20 @@ static void NoteRights(int descriptor) {
     struct stat status;
     if (FailingDisk::current != nullptr && fstat(descriptor, &status) == 0)
         FailingDisk::current->rights |= status.st_mode & 0777U;
+}
+
+static void NoteListing() {
+    if (FailingDisk::current != nullptr) ++FailingDisk::current->directories_listed;
+}
+
+/// Reads what a file that breaks off lets be read, and counts it.
+template <class Call>
+static ssize_t Read(std::size_t size, Call call) {
+    const ssize_t count = FailingDisk::Transfer(
+        false, size, [&](std::size_t part) { return call(ReadableBytes(part)); });
+    if (FailingDisk::current != nullptr && count > 0)
+        FailingDisk::current->bytes_read += static_cast<std::size_t>(count);
+    return count;
 }
 
 #define WRAP_ALL(before, result, failure, name, parameters, arguments)                    \
@@ -44,7 +59,7 @@ WRAP(unlink, (const char* path), (path))
 WRAP(unlinkat, (int at, const char* path, int flags), (at, path, flags))
 WRAP(fchmod, (int descriptor, mode_t mode), (descriptor, mode))
 WRAP(fchown, (int descriptor, uid_t user, gid_t group), (descriptor, user, group))
-WRAP_ALL({}, DIR*, nullptr, opendir, (const char* path), (path))
+WRAP_ALL(NoteListing(), DIR*, nullptr, opendir, (const char* path), (path))
 
 int __real_flock(int descriptor, int how);
 int __wrap_flock(int descriptor, int how) {
@@ -72,12 +87,20 @@ int __wrap_fsync(int) {  // Nothing is flushed in truth: the tests are quicker s
 
 ssize_t __real_read(int descriptor, void* buffer, std::size_t size);
 ssize_t __wrap_read(int descriptor, void* buffer, std::size_t size) {
-    const ssize_t count = FailingDisk::Transfer(false, size, [&](std::size_t part) {
-        return __real_read(descriptor, buffer, ReadableBytes(part));
-    });
-    if (FailingDisk::current != nullptr && count > 0)
-        FailingDisk::current->bytes_read += static_cast<std::size_t>(count);
-    return count;
+    return Read(size, [&](std::size_t part) { return __real_read(descriptor, buffer, part); });
+}
+
+ssize_t __real_pread64(int descriptor, void* buffer, std::size_t size, off_t position);
+ssize_t __wrap_pread64(int descriptor, void* buffer, std::size_t size, off_t position) {
+    return Read(
+        size, [&](std::size_t part) { return __real_pread64(descriptor, buffer, part, position); });
+}
+
+int __real_clock_gettime(clockid_t clock, timespec* time);
+int __wrap_clock_gettime(clockid_t clock, timespec* time) {
+    const int result = __real_clock_gettime(clock, time);
+    time->tv_sec += static_cast<time_t>(seconds_ahead);
+    return result;
 }
 
 void* __real_calloc(std::size_t count, std::size_t size);

@@ -87,6 +87,13 @@ FAILING("kernel32.dll", BOOL WINAPI, CopyFileA, const char* from, const char* to
     return copied ? TRUE : FALSE;
 }
 
+FAILING("kernel32.dll", void WINAPI, GetSystemTimeAsFileTime, FILETIME* time) {
+    SystemGetSystemTimeAsFileTime(time);
+    const uint64_t now = uint64_t{time->dwHighDateTime} << 32 | time->dwLowDateTime;
+    const uint64_t then = now + static_cast<uint64_t>(seconds_ahead * 10000000);
+    *time = {static_cast<DWORD>(then), static_cast<DWORD>(then >> 32)};
+}
+
 FAILING("kernel32.dll", BOOL WINAPI, DeleteFileA, const char* path) {
     return FailingDisk::Do(FALSE, [&] { return SystemDeleteFileA(path); });
 }

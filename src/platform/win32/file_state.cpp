@@ -32,7 +32,7 @@ bool StateOf(int descriptor, FileState* state) {
     return true;
 }
 
-bool HasSettled(const FileState* state) {
+bool HasSettled(const FileState& state) {
     FILETIME now;
     GetSystemTimeAsFileTime(&now);
     const int64_t last = std::max(state.written, state.changed);

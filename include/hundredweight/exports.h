@@ -14,8 +14,9 @@
  * host passes stays the host's. Blocks and open files hang on the record until CloseAllFiles; no
  * result is to be freed by the host. Arguments named reserved are not read: pass 0.
  *
- * Calls come from one thread, on one record at a time: the engine, the service guide and the name
- * tables (CBS and CMT files) exist once in a process.
+ * Calls come from one thread, on one record at a time: the engine, the service guide, the name
+ * tables (CBS and CMT files) and what look-ups keep of a ZMC and a profile file, as long as these
+ * prove unchanged, exist once in a process.
  */
 #ifndef HUNDREDWEIGHT_EXPORTS_H
 #define HUNDREDWEIGHT_EXPORTS_H

@@ -59,8 +59,12 @@ ZmcOutcome FindInFile(const OpenFile& file, int32_t count, const ZmcKey& key,
                                                           records, wanted * sizeof(ZmcFileRecord)) /
                                     sizeof(ZmcFileRecord);
         for (std::size_t i = 0; i < arrived; ++i) {
+            if (!Contain(RangesOf(records[i]), key.Of(records[i]))) continue;
             record = records[i];
-            if (Contain(RangesOf(record), key.Of(record))) return ZmcOutcome::kMatch;
+            return ZmcOutcome::kMatch;
+        }
+        if (arrived > 0) {
+            record = records[arrived - 1];
             outcome = ZmcOutcome::kNoMatch;
         }
         if (arrived < wanted) break;

@@ -36,12 +36,8 @@ struct ZmcRanges {
 
 ZmcRanges RangesOf(const ZmcFileRecord& record);
 
-inline bool Contain(const ZmcRanges& ranges, const ZmcValues& values) {
-    for (std::size_t i = 0; i < kZmcRanges; ++i) {
-        if (values[i] < ranges.low[i] || values[i] > ranges.high[i]) return false;
-    }
-    return true;
-}
+/// Whether values lie in ranges, which include both ends.
+bool Contain(const ZmcRanges& ranges, const ZmcValues& values);
 
 /// A shipment's values, for records of one way and of either.
 struct ZmcKey {

@@ -52,6 +52,8 @@ const std::map<std::string, void (*)(Table&, const Extent&)> kParts = {
     {"engine", MeasureEngine},
     {"loading", MeasureLoading},
     {"resident", MeasureResident},
+    {"lookups", MeasureLookups},
+    {"rating", MeasureRating},
 };
 
 }  // namespace

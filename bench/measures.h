@@ -22,5 +22,10 @@ void MeasureLoading(Table& table, const Extent& extent);
 
 /// Look-ups in files that stay as they are: minimum charges and profiles.
 void MeasureResident(Table& table, const Extent& extent);
+/// Point codes and tariff names.
+void MeasureLookups(Table& table, const Extent& extent);
+
+/// RateShipment, all but what the engine does.
+void MeasureRating(Table& table, const Extent& extent);
 
 }  // namespace hundredweight::bench

@@ -135,10 +135,9 @@ void WriteTables(const Network& network, bool with_pairs) {
 
 void FillDatabase(Database& database, const Network& network, bool with_pairs) {
     database.Run(
-        "CREATE TABLE cbs (low TEXT, high TEXT, point TEXT);"
-        "CREATE TABLE cmt (origin TEXT, destination TEXT, name TEXT);"
-        "CREATE UNIQUE INDEX cbs_by_low ON cbs (low);"
-        "CREATE UNIQUE INDEX cmt_by_points ON cmt (origin, destination); BEGIN");
+        "CREATE TABLE cbs (high TEXT PRIMARY KEY, low TEXT, point TEXT) WITHOUT ROWID;"
+        "CREATE TABLE cmt (origin TEXT, destination TEXT, name TEXT,"
+        " PRIMARY KEY (origin, destination)) WITHOUT ROWID; BEGIN");
     const auto insert = [&](std::initializer_list<std::string> texts) {
         int parameter = 0;
         for (const std::string& text : texts) database.Bind(++parameter, text);
@@ -146,7 +145,7 @@ void FillDatabase(Database& database, const Network& network, bool with_pairs) {
     };
     database.Prepare("INSERT INTO cbs VALUES (?, ?, ?)");
     for (int i = 0; i < network.points; ++i) {
-        insert({network.Low(i), network.High(i), Network::PointCode(i)});
+        insert({network.High(i), network.Low(i), Network::PointCode(i)});
     }
     database.Prepare("INSERT INTO cmt VALUES (?, ?, ?)");
     for (int i = 0; with_pairs && i < network.points; ++i) {
@@ -173,7 +172,7 @@ void MeasurePointCodes(Table& table, Pair pair, int points) {
     const auto context = std::make_unique<RateContext>(session.context());
     Database database;
     FillDatabase(database, network, false);
-    database.Prepare("SELECT point, high FROM cbs WHERE low <= ?1 ORDER BY low DESC LIMIT 1");
+    database.Prepare("SELECT point FROM cbs WHERE high >= ?1 AND low <= ?1 ORDER BY high LIMIT 1");
     const std::vector<Lane> lanes = RandomLanes(network);
     LaneTurns turns(lanes), database_turns(lanes);
     char point[6];

@@ -1,11 +1,14 @@
 // Look-ups of a shipment's point codes and tariff name, and the engine's look-up of a state.
 #include <hundredweight/exports.h>
 
-#include <algorithm>
+#include <cstddef>
 #include <cstring>
+#include <string_view>
 
 #include "engine/engine.h"
+#include "frame/bytes.h"
 #include "frame/search.h"
+#include "frame/search_tree.h"
 #include "frame/text.h"
 #include "tariff/name_tables.h"
 
@@ -20,15 +23,76 @@ struct PointCodes {
 };
 PointCodes point_codes;
 
+/// Searches in the tree, or in the table where there is none.
+template <class Record, class Place>
+const Record* Find(const SearchTree<Record>& tree, const Block<Record>& table, int32_t count,
+                   Place place) {
+    return tree.empty() ? Search(table.get(), count, place) : tree.Find(place);
+}
+
+/// Where a postal code lies, held against the characters of a range that it has itself.
+class PlaceOfZip {
+ public:
+    explicit PlaceOfZip(std::string_view key)
+        : compared_(~uint64_t{0} << 8 * (sizeof key_ - key.size())) {
+        char bytes[sizeof key_] = {};
+        std::memcpy(bytes, key.data(), key.size());
+        key_ = Compared(bytes);
+    }
+
+    int operator()(const CbsRecord& record) const {
+        const char* const bytes = record.LowZip;
+        const int64_t over_low = key_ - Compared(bytes);
+        const int64_t under_high = Compared(bytes + offsetof(CbsRecord, HighZip)) - key_;
+        // One branch, which is foreseen: either difference is below 0 until the record is found.
+        if ((over_low | under_high) >= 0) return 0;
+        return over_low < 0 ? -1 : 1;
+    }
+
+ private:
+    /// The bytes of a postal code that are compared, as a number of 48 bits. It is read with the 2
+    /// bytes behind it.
+    int64_t Compared(const char* bytes) const {
+        static_assert(sizeof(CbsRecord::HighZip) + 2 == sizeof(uint64_t));
+        return static_cast<int64_t>((LoadBigEndian<uint64_t>(bytes) & compared_) >> 16);
+    }
+
+    uint64_t compared_;
+    int64_t key_;
+};
+
+/// Where the point codes found last lie in the order of pairs.
+class PlaceOfPair {
+ public:
+    PlaceOfPair() {
+        char bytes[sizeof head_ + sizeof tail_];
+        std::memcpy(bytes, point_codes.OrigPointCode, kCodeSize);
+        std::memcpy(bytes + kCodeSize, point_codes.DestPointCode, kCodeSize);
+        head_ = LoadBigEndian<uint64_t>(bytes);
+        tail_ = LoadBigEndian<uint32_t>(bytes + sizeof head_);
+    }
+
+    int operator()(const CmtRecord& record) const {
+        const char* const bytes = record.OrigPointCode;
+        const auto head = LoadBigEndian<uint64_t>(bytes);
+        if (head_ != head) return head_ < head ? -1 : 1;
+        const auto tail = LoadBigEndian<uint32_t>(bytes + sizeof head_);
+        return (tail_ > tail ? 1 : 0) - (tail_ < tail ? 1 : 0);
+    }
+
+ private:
+    static constexpr std::size_t kCodeSize = sizeof(CmtRecord::OrigPointCode);
+
+    uint64_t head_;
+    uint32_t tail_;
+};
+
 template <std::size_t ZipSize>
 bool FindPointCode(const char (&zip)[ZipSize], char (&point_code)[7]) {
     const std::string_view key = TerminatedText(zip).substr(0, sizeof(CbsRecord::LowZip));
     if (key.empty()) return false;
     const CbsRecord* const found =
-        Search(name_tables.CbsTable.get(), name_tables.CbsCount, [&](const CbsRecord& record) {
-            if (std::memcmp(key.data(), record.LowZip, key.size()) < 0) return -1;
-            return std::memcmp(key.data(), record.HighZip, key.size()) > 0 ? 1 : 0;
-        });
+        Find(name_tables.CbsTree, name_tables.CbsTable, name_tables.CbsCount, PlaceOfZip(key));
     if (found == nullptr) return false;
     CopyText(point_code, WholeField(found->PointCode));
     return true;
@@ -46,13 +110,7 @@ int32_t HWT_CALL GetTolvexBse(RateContext* context) {
 
 int32_t HWT_CALL GetTolvexTariffName(RateContext* context) {
     const CmtRecord* const found =
-        Search(name_tables.CmtTable.get(), name_tables.CmtCount, [](const CmtRecord& record) {
-            const int origin = std::memcmp(point_codes.OrigPointCode, record.OrigPointCode,
-                                           sizeof record.OrigPointCode);
-            if (origin != 0) return origin;
-            return std::memcmp(point_codes.DestPointCode, record.DestPointCode,
-                               sizeof record.DestPointCode);
-        });
+        Find(name_tables.CmtTree, name_tables.CmtTable, name_tables.CmtCount, PlaceOfPair());
     if (found == nullptr) return 0;
     CopyText(context->TariffName, WholeField(found->TariffName));
     return 1;

@@ -24,4 +24,15 @@ void StoreLittleEndian(void* to, Number value) {
     std::memcpy(to, &value, sizeof value);
 }
 
+/// Bytes as a number, the first one highest: such numbers order as memcmp orders the bytes.
+template <class Number>
+Number LoadBigEndian(const void* from) {
+    static_assert(sizeof(Number) == 4 || sizeof(Number) == 8);
+    if constexpr (sizeof(Number) == 4) {
+        return __builtin_bswap32(LoadLittleEndian<Number>(from));
+    } else {
+        return __builtin_bswap64(LoadLittleEndian<Number>(from));
+    }
+}
+
 }  // namespace hundredweight

@@ -16,6 +16,13 @@ class InlineText {
     InlineText(std::string_view text) : InlineText() {
         Append(text);
     }  // NOLINT: a text by another name
+    InlineText(const InlineText& other) { *this = other; }
+    /// Copies what the text holds and no more: most texts are much shorter than their room.
+    InlineText& operator=(const InlineText& other) {
+        std::memmove(characters_, other.characters_, other.size_ + 1);
+        size_ = other.size_;
+        return *this;
+    }
 
     InlineText& Append(std::string_view text) {
         const std::size_t added = std::min(text.size(), Capacity - size_);

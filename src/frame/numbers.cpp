@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <limits>
+#include <optional>
 
 #include "frame/text.h"
 
@@ -19,10 +22,94 @@ struct SignedText {
 };
 
 SignedText SkipSign(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
+    while (!text.empty() && IsWhiteSpace(text.front())) text.remove_prefix(1);
     const bool negative = text.starts_with('-');
     if (negative || text.starts_with('+')) text.remove_prefix(1);
     return {negative, text};
+}
+
+constexpr int kMostDecimals = 3;
+constexpr double kDoubleIntegers = 9007199254740992.0;  ///< 2^53: below it a double has a fraction.
+
+/// A double as it is stored: its value is mantissa / 2^shift when it is below 2^53, and then the
+/// shift is at least 1.
+struct StoredDouble {
+    explicit StoredDouble(double value) {
+        constexpr int kMantissaBits = 52, kLowestShift = 1074;
+        const auto bits = std::bit_cast<uint64_t>(value);
+        const auto exponent = static_cast<int>(bits >> kMantissaBits & 0x7FF);
+        mantissa = bits & ((uint64_t{1} << kMantissaBits) - 1);
+        if (exponent != 0) mantissa |= uint64_t{1} << kMantissaBits;
+        shift = kLowestShift - std::max(exponent - 1, 0);
+    }
+
+    uint64_t mantissa;  ///< Below 2^53.
+    int shift;
+};
+
+/// Whether RoundToUnits has an answer: for every amount of money; not for infinity and no number.
+bool HasUnits(double amount, int decimals) {
+    return decimals <= kMostDecimals && std::abs(amount) < kDoubleIntegers;
+}
+
+/// The amount without its sign in units of its last decimal, rounded to the nearest, halves to the
+/// even one. Exact, since an amount below 2^53 times 1000 is a 63-bit integer shifted to the right.
+uint64_t RoundToUnits(double amount, int decimals) {
+    constexpr uint64_t kPowersOfTen[kMostDecimals + 1] = {1, 10, 100, 1000};
+    const StoredDouble stored(amount);
+    if (stored.shift >= 64) return 0;  // Less than half a unit.
+    const uint64_t product = stored.mantissa * kPowersOfTen[decimals];
+    const uint64_t half = uint64_t{1} << (stored.shift - 1);
+    const uint64_t units = product >> stored.shift;
+    const uint64_t rest = product & (2 * half - 1);
+    return units + (rest > half || (rest == half && units % 2 != 0) ? 1 : 0);
+}
+
+/// A number as text, written from its end to its head.
+class Numeral {
+ public:
+    /// A number of units, of which 10^decimals make one.
+    Numeral(bool negative, uint64_t units, int decimals) : negative_(negative) {
+        for (int digits = 0; digits <= decimals || units != 0; ++digits) {
+            if (digits == decimals && decimals > 0) Put('.');
+            Put(static_cast<char>('0' + units % 10));
+            units /= 10;
+        }
+    }
+    explicit Numeral(int32_t value)
+        : Numeral(value < 0, static_cast<uint64_t>(std::abs(int64_t{value})), 0) {}
+
+    NumberText PaddedWithBlanks(int width) {
+        if (negative_) Put('-');
+        Pad(width, ' ');
+        return Text();
+    }
+
+    /// Zeros stand between the sign and the digits.
+    NumberText PaddedWithZeros(int width) {
+        Pad(negative_ ? width - 1 : width, '0');
+        if (negative_) Put('-');
+        return Text();
+    }
+
+ private:
+    static constexpr int kWidest = 320;
+
+    void Put(char character) { *--begin_ = character; }
+    void Pad(int width, char padding) {
+        const char* const wanted = End() - std::min(width, kWidest);
+        while (begin_ > wanted) Put(padding);
+    }
+    const char* End() const { return buffer_ + sizeof buffer_; }
+    NumberText Text() const { return NumberText({begin_, End()}); }
+
+    bool negative_;
+    char buffer_[kWidest + 1];
+    char* begin_ = buffer_ + sizeof buffer_;
+};
+
+Numeral NumeralOf(double value, int decimals) {
+    return {std::signbit(value), RoundToUnits(value, decimals), decimals};
 }
 
 NumberText PadLeft(std::string_view text, int width, char padding) {
@@ -38,6 +125,7 @@ NumberText PadWithZeros(std::string_view text, int width) {
     return NumberText("-").Append(PadLeft(text.substr(1), width - 1, '0'));
 }
 
+/// printf's "%.<decimals>f" of any number.
 NumberText Fixed(double value, int decimals) {
     std::array<char, 512> buffer;
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
@@ -45,10 +133,32 @@ NumberText Fixed(double value, int decimals) {
     return NumberText({buffer.data(), result.ptr});
 }
 
-NumberText Digits(int32_t value) {
-    std::array<char, 12> buffer;
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-    return NumberText({buffer.data(), result.ptr});
+/// A number of few digits and no exponent, such as every amount is. Both its digits and the power
+/// of ten that they are divided by are exact in double precision, so that the division alone
+/// rounds.
+std::optional<double> ReadPlainDecimal(std::string_view text) {
+    constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    uint64_t digits = 0;  // Of a text that is too long it does not matter which.
+    const auto read_digits = [&] {
+        const char* const begin = at;
+        for (; at != end && IsDigit(*at); ++at) {
+            digits = digits * 10 + static_cast<uint64_t>(*at - '0');
+        }
+        return static_cast<std::size_t>(at - begin);
+    };
+    const std::size_t whole = read_digits();
+    std::size_t decimals = 0;
+    if (at != end && *at == '.') {
+        ++at;
+        decimals = read_digits();
+    }
+    const std::size_t count = whole + decimals;
+    const bool has_exponent = at != end && (*at == 'e' || *at == 'E');
+    if (count == 0 || count >= std::size(kPowersOfTen) || has_exponent) return std::nullopt;
+    return static_cast<double>(static_cast<int64_t>(digits)) / kPowersOfTen[decimals];
 }
 
 }  // namespace
@@ -68,6 +178,8 @@ double ReadDecimal(std::string_view text) {
     const auto [negative, number] = SkipSign(text);
     // from_chars would also read a sign of its own and the names of infinity and of no number.
     if (number.empty() || !(IsDigit(number.front()) || number.front() == '.')) return 0;
+    const std::optional<double> plain = ReadPlainDecimal(number);
+    if (plain) return negative ? -*plain : *plain;
     double value = 0;
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
     if (result.ec == std::errc::invalid_argument) return 0;
@@ -92,24 +204,26 @@ int32_t TruncateToInteger(double value) {
 }
 
 NumberText FormatDecimal(double value, int width, int decimals) {
-    return PadLeft(Fixed(value, decimals), width, ' ');
+    if (!HasUnits(value, decimals)) return PadLeft(Fixed(value, decimals), width, ' ');
+    return NumeralOf(value, decimals).PaddedWithBlanks(width);
 }
 
 NumberText FormatZeroPadded(double value, int width, int decimals) {
+    if (HasUnits(value, decimals)) return NumeralOf(value, decimals).PaddedWithZeros(width);
     const NumberText text = Fixed(value, decimals);
     return std::isfinite(value) ? PadWithZeros(text, width) : PadLeft(text, width, ' ');
 }
 
 NumberText FormatInteger(int32_t value, int width) {
-    return PadLeft(Digits(value), width, ' ');
+    return Numeral(value).PaddedWithBlanks(width);
 }
 
 NumberText FormatZeroPadded(int32_t value, int width) {
-    return PadWithZeros(Digits(value), width);
+    return Numeral(value).PaddedWithZeros(width);
 }
 
 NumberText FormatNonZero(int32_t value, int width) {
-    return PadLeft(value == 0 ? NumberText() : Digits(value), width, ' ');
+    return value == 0 ? PadLeft("", width, ' ') : FormatInteger(value, width);
 }
 
 NumberText ZeroPadText(std::string_view text, int width) {

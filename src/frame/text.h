@@ -18,6 +18,9 @@ inline bool IsLetter(char character) {
 
 /// What the trimming of texts and the reading of numbers skip.
 inline constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
+inline bool IsWhiteSpace(char character) {
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
 
 /// All bytes of a field.
 template <std::size_t Size>

@@ -2,7 +2,6 @@
 
 #include <hundredweight/exports.h>
 
-#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstring>
@@ -27,27 +26,30 @@ constexpr std::size_t kShipmentLines = 8;
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kNoState = "**";
 
-using DiscountTexts = std::array<NumberText, 10>;
+/// The values of both discount lines.
+struct DiscountTexts {
+    char values[10][5];
+};
+static_assert(sizeof(DiscountTexts) == sizeof EngineDiscountLine{}.Values);
 
-/// A percentage as a blank and its hundredths in 4 digits; nothing when it does not fit there.
-std::optional<NumberText> DiscountText(float percent) {
+/// Writes a percentage as a blank and its hundredths in 4 digits. Result: false when it does not
+/// fit there.
+bool PutDiscount(char (&value)[5], float percent) {
     const float hundredths = percent * 100.0F;
-    if (!(hundredths >= 0.0F)) return std::nullopt;
-    NumberText text = FormatZeroPadded(static_cast<double>(std::abs(hundredths)), 5, 0);
-    if (text.size() != 5 || !std::string_view(text).starts_with('0')) return std::nullopt;
-    text.front() = ' ';
-    return text;
+    if (!(hundredths >= 0.0F)) return false;
+    const NumberText text = FormatZeroPadded(static_cast<double>(std::abs(hundredths)), 5, 0);
+    if (text.size() != sizeof value || !std::string_view(text).starts_with('0')) return false;
+    CopyText(value, text);
+    value[0] = ' ';
+    return true;
 }
 
 /// The flat percentage, then one per weight break; nothing when one does not fit its field.
 std::optional<DiscountTexts> FormatDiscounts(const RateContext& context) {
     DiscountTexts texts;
-    for (std::size_t k = 0; k < texts.size(); ++k) {
-        float percent = context.DiscountFlatPercent;
-        if (k > 0) percent = context.DiscountBreakPercent[k - 1];
-        const auto text = DiscountText(percent);
-        if (!text) return std::nullopt;
-        texts[k] = *text;
+    if (!PutDiscount(texts.values[0], context.DiscountFlatPercent)) return std::nullopt;
+    for (std::size_t k = 1; k < std::size(texts.values); ++k) {
+        if (!PutDiscount(texts.values[k], context.DiscountBreakPercent[k - 1])) return std::nullopt;
     }
     return texts;
 }
@@ -103,10 +105,8 @@ void PutDiscounts(EngineRateRecord& record, const RateContext& context,
     record.DiscountsSent = 'Y';
     CopyText(record.DiscountLine.Tag, "D%");
     CopyText(record.IncreaseLine.Tag, "I%");
-    for (std::size_t k = 0; k < texts.size(); ++k) {
-        CopyText(record.DiscountLine.Values[k], texts[k]);
-        CopyText(record.IncreaseLine.Values[k], texts[k]);
-    }
+    std::memcpy(record.DiscountLine.Values, texts.values, sizeof texts.values);
+    std::memcpy(record.IncreaseLine.Values, texts.values, sizeof texts.values);
     CopyText(record.DiscountLine.LineEnd, kLineEnd);
 }
 
@@ -157,7 +157,7 @@ void PutClassLines(EngineRateRecord& record, const RateContext& context) {
 
 int32_t PrepareEngineRequest(RateContext& context, int32_t request_code) {
     EngineRateRecord& record = engine.EngineRateRecord;
-    DiscountTexts discounts;
+    DiscountTexts discounts{};
     if (context.DiscountOn != 0) {
         const auto formatted = FormatDiscounts(context);
         if (!formatted) return Fail(context, kDiscountTooHigh);

@@ -13,23 +13,26 @@ namespace {
 /// as a short read.
 template <class Record>
 int32_t ReadNameTable(const RateContext& context, const char* extension, Block<Record>& table,
-                      int32_t& count) {
+                      int32_t& count, SearchTree<Record>& tree) {
     const OpenFile file = OpenDataFile(context, extension);
     if (!file) return 0;
     WholeFile whole = ReadWholeFile(file);
     count = whole.length / static_cast<int32_t>(sizeof(Record));
     table.reset(reinterpret_cast<Record*>(whole.block.release()));
+    tree.Build(table.get(), count);
     return whole.outcome == LoadOutcome::kLoaded ? 1 : 0;
 }
 
 }  // namespace
 
 int32_t ReadCbsFile(const RateContext& context) {
-    return ReadNameTable(context, ".CBS", name_tables.CbsTable, name_tables.CbsCount);
+    return ReadNameTable(context, ".CBS", name_tables.CbsTable, name_tables.CbsCount,
+                         name_tables.CbsTree);
 }
 
 int32_t ReadCmtFile(const RateContext& context) {
-    return ReadNameTable(context, ".CMT", name_tables.CmtTable, name_tables.CmtCount);
+    return ReadNameTable(context, ".CMT", name_tables.CmtTable, name_tables.CmtCount,
+                         name_tables.CmtTree);
 }
 
 int32_t ReadNameTables(const RateContext& context) {
@@ -38,7 +41,9 @@ int32_t ReadNameTables(const RateContext& context) {
 
 int32_t FreeNameTables() {
     name_tables.CbsTable.reset();
+    name_tables.CbsTree.Release();
     name_tables.CmtTable.reset();
+    name_tables.CmtTree.Release();
     return 1;
 }
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "frame/block.h"
+#include "frame/search_tree.h"
 
 namespace hundredweight {
 
@@ -30,6 +31,8 @@ struct NameTables {
     int32_t CbsCount = 0;
     Block<CmtRecord> CmtTable;  ///< Null when not loaded.
     int32_t CmtCount = 0;
+    SearchTree<CbsRecord> CbsTree;  ///< Of the table; empty when there was no memory for it.
+    SearchTree<CmtRecord> CmtTree;  ///< The same.
 };
 extern NameTables name_tables;
 

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <cstring>
 #include <iterator>
 #include <limits>
 #include <optional>
@@ -29,10 +30,10 @@ SignedText SkipSign(std::string_view text) {
 }
 
 constexpr int kMostDecimals = 3;
-constexpr double kDoubleIntegers = 9007199254740992.0;  ///< 2^53: below it a double has a fraction.
+constexpr double kFractionless = 4503599627370496.0;  ///< 2^52: from here on doubles are whole.
 
-/// A double as it is stored: its value is mantissa / 2^shift when it is below 2^53, and then the
-/// shift is at least 1.
+/// A double as it is stored: its value is mantissa / 2^shift when it is below 2^53, and the shift
+/// is at least 1 when it is below 2^52.
 struct StoredDouble {
     explicit StoredDouble(double value) {
         constexpr int kMantissaBits = 52, kLowestShift = 1074;
@@ -49,11 +50,11 @@ struct StoredDouble {
 
 /// Whether RoundToUnits has an answer: for every amount of money; not for infinity and no number.
 bool HasUnits(double amount, int decimals) {
-    return decimals <= kMostDecimals && std::abs(amount) < kDoubleIntegers;
+    return decimals <= kMostDecimals && std::abs(amount) < kFractionless;
 }
 
 /// The amount without its sign in units of its last decimal, rounded to the nearest, halves to the
-/// even one. Exact, since an amount below 2^53 times 1000 is a 63-bit integer shifted to the right.
+/// even one. Exact, since a mantissa times 1000 has 63 bits at most.
 uint64_t RoundToUnits(double amount, int decimals) {
     constexpr uint64_t kPowersOfTen[kMostDecimals + 1] = {1, 10, 100, 1000};
     const StoredDouble stored(amount);
@@ -70,11 +71,10 @@ class Numeral {
  public:
     /// A number of units, of which 10^decimals make one.
     Numeral(bool negative, uint64_t units, int decimals) : negative_(negative) {
-        for (int digits = 0; digits <= decimals || units != 0; ++digits) {
-            if (digits == decimals && decimals > 0) Put('.');
-            Put(static_cast<char>('0' + units % 10));
-            units /= 10;
-        }
+        for (int digits = 0; digits < decimals; ++digits) PutLastDigit(units);
+        if (decimals > 0) Put('.');
+        do PutLastDigit(units);
+        while (units != 0);
     }
     explicit Numeral(int32_t value)
         : Numeral(value < 0, static_cast<uint64_t>(std::abs(int64_t{value})), 0) {}
@@ -94,17 +94,26 @@ class Numeral {
 
  private:
     static constexpr int kWidest = 320;
+    static constexpr int kAtOnce = 16;
 
     void Put(char character) { *--begin_ = character; }
+    void PutLastDigit(uint64_t& number) {
+        Put(static_cast<char>('0' + number % 10));
+        number /= 10;
+    }
     void Pad(int width, char padding) {
-        const char* const wanted = End() - std::min(width, kWidest);
-        while (begin_ > wanted) Put(padding);
+        char* const wanted = buffer_ + sizeof buffer_ - std::min(width, kWidest);
+        while (begin_ > wanted) {
+            // As many as the processor puts at once, though fewer may be wanted.
+            std::memset(begin_ - kAtOnce, padding, kAtOnce);
+            begin_ = std::max(begin_ - kAtOnce, wanted);
+        }
     }
     const char* End() const { return buffer_ + sizeof buffer_; }
     NumberText Text() const { return NumberText({begin_, End()}); }
 
     bool negative_;
-    char buffer_[kWidest + 1];
+    char buffer_[kAtOnce + kWidest + 1];
     char* begin_ = buffer_ + sizeof buffer_;
 };
 
@@ -113,7 +122,7 @@ Numeral NumeralOf(double value, int decimals) {
 }
 
 NumberText PadLeft(std::string_view text, int width, char padding) {
-    const auto wanted = static_cast<std::size_t>(width);
+    const auto wanted = static_cast<std::size_t>(std::max(width, 0));
     NumberText padded;
     if (text.size() < wanted) padded.Append(wanted - text.size(), padding);
     return padded.Append(text);

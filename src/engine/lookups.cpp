@@ -23,6 +23,9 @@ struct PointCodes {
 };
 PointCodes point_codes;
 
+/// Bytes of a postal code or a point code.
+constexpr std::size_t kCodeSize = sizeof(CbsRecord::LowZip);
+
 /// Searches in the tree, or in the table where there is none.
 template <class Record, class Place>
 const Record* Find(const SearchTree<Record>& tree, const Block<Record>& table, int32_t count,
@@ -30,15 +33,18 @@ const Record* Find(const SearchTree<Record>& tree, const Block<Record>& table, i
     return tree.empty() ? Search(table.get(), count, place) : tree.Find(place);
 }
 
+/// The 6 bytes of a code as a number, which orders as they do. Of two parts, since so it waits for
+/// no byte that was stored on its own a moment ago.
+uint64_t CodeNumber(const char (&code)[7]) {
+    return uint64_t{LoadBigEndian<uint32_t>(code)} << 16 | LoadBigEndian<uint16_t>(code + 4);
+}
+
 /// Where a postal code lies, held against the characters of a range that it has itself.
 class PlaceOfZip {
  public:
-    explicit PlaceOfZip(std::string_view key)
-        : compared_(~uint64_t{0} << 8 * (sizeof key_ - key.size())) {
-        char bytes[sizeof key_] = {};
-        std::memcpy(bytes, key.data(), key.size());
-        key_ = Compared(bytes);
-    }
+    PlaceOfZip(const char (&zip)[7], std::size_t length)
+        : compared_(~uint64_t{0} << 8 * (kCodeSize - length)),
+          key_(static_cast<int64_t>(CodeNumber(zip) & compared_)) {}
 
     int operator()(const CbsRecord& record) const {
         const char* const bytes = record.LowZip;
@@ -50,11 +56,10 @@ class PlaceOfZip {
     }
 
  private:
-    /// The bytes of a postal code that are compared, as a number of 48 bits. It is read with the 2
-    /// bytes behind it.
+    /// A bound of a range, read with the 2 bytes behind it.
     int64_t Compared(const char* bytes) const {
-        static_assert(sizeof(CbsRecord::HighZip) + 2 == sizeof(uint64_t));
-        return static_cast<int64_t>((LoadBigEndian<uint64_t>(bytes) & compared_) >> 16);
+        static_assert(kCodeSize + 2 == sizeof(uint64_t));
+        return static_cast<int64_t>(LoadBigEndian<uint64_t>(bytes) >> 16 & compared_);
     }
 
     uint64_t compared_;
@@ -65,11 +70,9 @@ class PlaceOfZip {
 class PlaceOfPair {
  public:
     PlaceOfPair() {
-        char bytes[sizeof head_ + sizeof tail_];
-        std::memcpy(bytes, point_codes.OrigPointCode, kCodeSize);
-        std::memcpy(bytes + kCodeSize, point_codes.DestPointCode, kCodeSize);
-        head_ = LoadBigEndian<uint64_t>(bytes);
-        tail_ = LoadBigEndian<uint32_t>(bytes + sizeof head_);
+        const uint64_t destination = CodeNumber(point_codes.DestPointCode);
+        head_ = CodeNumber(point_codes.OrigPointCode) << 16 | destination >> 32;
+        tail_ = static_cast<uint32_t>(destination);
     }
 
     int operator()(const CmtRecord& record) const {
@@ -81,18 +84,15 @@ class PlaceOfPair {
     }
 
  private:
-    static constexpr std::size_t kCodeSize = sizeof(CmtRecord::OrigPointCode);
-
-    uint64_t head_;
+    uint64_t head_;  ///< Of the pair's 12 bytes the first 8.
     uint32_t tail_;
 };
 
-template <std::size_t ZipSize>
-bool FindPointCode(const char (&zip)[ZipSize], char (&point_code)[7]) {
-    const std::string_view key = TerminatedText(zip).substr(0, sizeof(CbsRecord::LowZip));
-    if (key.empty()) return false;
-    const CbsRecord* const found =
-        Find(name_tables.CbsTree, name_tables.CbsTable, name_tables.CbsCount, PlaceOfZip(key));
+bool FindPointCode(const char (&zip)[7], char (&point_code)[7]) {
+    const std::size_t length = TerminatedText(zip, kCodeSize).size();
+    if (length == 0) return false;
+    const CbsRecord* const found = Find(name_tables.CbsTree, name_tables.CbsTable,
+                                        name_tables.CbsCount, PlaceOfZip(zip, length));
     if (found == nullptr) return false;
     CopyText(point_code, WholeField(found->PointCode));
     return true;

@@ -27,10 +27,12 @@ void StoreLittleEndian(void* to, Number value) {
 /// Bytes as a number, the first one highest: such numbers order as memcmp orders the bytes.
 template <class Number>
 Number LoadBigEndian(const void* from) {
-    static_assert(sizeof(Number) == 4 || sizeof(Number) == 8);
-    if constexpr (sizeof(Number) == 4) {
+    if constexpr (sizeof(Number) == 2) {
+        return __builtin_bswap16(LoadLittleEndian<Number>(from));
+    } else if constexpr (sizeof(Number) == 4) {
         return __builtin_bswap32(LoadLittleEndian<Number>(from));
     } else {
+        static_assert(sizeof(Number) == 8);
         return __builtin_bswap64(LoadLittleEndian<Number>(from));
     }
 }

@@ -5,10 +5,12 @@
 
 #include <cstring>
 #include <fstream>
+#include <initializer_list>
 #include <memory>
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "measures.h"
@@ -47,81 +49,85 @@ struct Network {
     int points;
 };
 
-/// A database in memory, with one statement at a time.
+/// A database in memory.
 class Database {
  public:
-    Database() { Check(sqlite3_open(":memory:", &database_)); }
-    ~Database() {
-        sqlite3_finalize(statement_);
-        sqlite3_close(database_);
-    }
+    Database() { Require(sqlite3_open(":memory:", &database_)); }
+    ~Database() { sqlite3_close_v2(database_); }
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
 
+    static void Require(int outcome) {
+        if (outcome != SQLITE_OK) throw std::runtime_error("the database fails");
+    }
     void Run(const char* words) {
-        Check(sqlite3_exec(database_, words, nullptr, nullptr, nullptr));
+        Require(sqlite3_exec(database_, words, nullptr, nullptr, nullptr));
     }
-    void Prepare(const char* words) {
-        sqlite3_finalize(statement_);
-        Check(sqlite3_prepare_v2(database_, words, -1, &statement_, nullptr));
+    sqlite3* get() const { return database_; }
+
+ private:
+    sqlite3* database_ = nullptr;
+};
+
+/// A prepared statement with texts for its parameters.
+class Statement {
+ public:
+    Statement(const Database& database, const char* words) {
+        Database::Require(sqlite3_prepare_v2(database.get(), words, -1, &statement_, nullptr));
     }
-    void Bind(int parameter, std::string_view text) {
-        Check(sqlite3_bind_text(statement_, parameter, text.data(), static_cast<int>(text.size()),
-                                SQLITE_STATIC));
-    }
-    /// Whether there is a row; its first text is copied.
-    template <std::size_t Size>
-    bool First(char (&text)[Size]) {
-        const bool found = sqlite3_step(statement_) == SQLITE_ROW;
-        if (found) std::memcpy(text, sqlite3_column_text(statement_, 0), Size);
-        sqlite3_reset(statement_);
-        return found;
-    }
-    void Insert() {
+    ~Statement() { sqlite3_finalize(statement_); }
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    void Insert(std::initializer_list<std::string_view> texts) {
+        Bind(texts);
         sqlite3_step(statement_);
-        Check(sqlite3_reset(statement_));
+        Database::Require(sqlite3_reset(statement_));
+    }
+    /// Copies the first text of the first row.
+    template <std::size_t Size>
+    void Select(std::initializer_list<std::string_view> texts, char (&text)[Size]) {
+        Bind(texts);
+        if (sqlite3_step(statement_) != SQLITE_ROW) throw std::runtime_error("not found");
+        std::memcpy(text, sqlite3_column_text(statement_, 0), Size);
+        sqlite3_reset(statement_);
     }
 
  private:
-    static void Check(int outcome) {
-        if (outcome != SQLITE_OK) throw std::runtime_error("the database fails");
+    void Bind(std::initializer_list<std::string_view> texts) {
+        int parameter = 0;
+        for (const std::string_view text : texts) {
+            sqlite3_bind_text(statement_, ++parameter, text.data(), static_cast<int>(text.size()),
+                              SQLITE_STATIC);
+        }
     }
 
-    sqlite3* database_ = nullptr;
     sqlite3_stmt* statement_ = nullptr;
 };
 
-/// Two postal codes of a lane and their point codes.
+/// Two postal codes.
 struct Lane {
-    std::string origin, destination, origin_point, destination_point;
+    std::string origin, destination;
 };
 
-std::vector<Lane> RandomLanes(const Network& network) {
-    std::mt19937 random(1);
-    std::vector<Lane> lanes;
-    for (int i = 0; i < kLanes; ++i) {
-        const auto draw = [&] {
-            return static_cast<int>(random() % static_cast<unsigned>(network.points));
-        };
-        const int origin = draw(), destination = draw();
-        lanes.push_back({network.High(origin), network.Low(destination), Network::PointCode(origin),
-                         Network::PointCode(destination)});
-    }
-    return lanes;
-}
-
-/// Lanes in turn, without end.
-class LaneTurns {
+/// Random lanes, one after the other without end.
+class Lanes {
  public:
-    explicit LaneTurns(const std::vector<Lane>& lanes) : lanes_(lanes) {}
+    explicit Lanes(const Network& network) {
+        std::mt19937 random(1);
+        const auto draw = [&] { return static_cast<int>(random() % network.points); };
+        for (int i = 0; i < kLanes; ++i) {
+            lanes_.push_back({network.High(draw()), network.Low(draw())});
+        }
+    }
     const Lane& Next() { return lanes_[turn_++ % kLanes]; }
 
  private:
-    const std::vector<Lane>& lanes_;
+    std::vector<Lane> lanes_;
     std::size_t turn_ = 0;
 };
 
-/// The sample set with the network's tables, and with no other pair of points than the lanes have.
+/// The sample set with the network's tables.
 void WriteTables(const Network& network, bool with_pairs) {
     samples::WriteSampleData(".");
     std::ofstream ranges("SAMPLE.CBS", std::ios::binary), pairs("SAMPLE.CMT", std::ios::binary);
@@ -138,109 +144,85 @@ void FillDatabase(Database& database, const Network& network, bool with_pairs) {
         "CREATE TABLE cbs (high TEXT PRIMARY KEY, low TEXT, point TEXT) WITHOUT ROWID;"
         "CREATE TABLE cmt (origin TEXT, destination TEXT, name TEXT,"
         " PRIMARY KEY (origin, destination)) WITHOUT ROWID; BEGIN");
-    const auto insert = [&](std::initializer_list<std::string> texts) {
-        int parameter = 0;
-        for (const std::string& text : texts) database.Bind(++parameter, text);
-        database.Insert();
-    };
-    database.Prepare("INSERT INTO cbs VALUES (?, ?, ?)");
+    Statement range(database, "INSERT INTO cbs VALUES (?, ?, ?)");
     for (int i = 0; i < network.points; ++i) {
-        insert({network.High(i), network.Low(i), Network::PointCode(i)});
+        range.Insert({network.High(i), network.Low(i), Network::PointCode(i)});
     }
-    database.Prepare("INSERT INTO cmt VALUES (?, ?, ?)");
+    Statement pair(database, "INSERT INTO cmt VALUES (?, ?, ?)");
     for (int i = 0; with_pairs && i < network.points; ++i) {
         for (int j = 0; j < network.points; ++j) {
-            insert({Network::PointCode(i), Network::PointCode(j), Network::TariffName(i, j)});
+            pair.Insert({Network::PointCode(i), Network::PointCode(j), Network::TariffName(i, j)});
         }
     }
     database.Run("COMMIT");
 }
 
-void Enter(const Lane& lane, RateContext& context) {
-    std::memcpy(context.OrigZip, lane.origin.c_str(), sizeof context.OrigZip);
-    std::memcpy(context.DestZip, lane.destination.c_str(), sizeof context.DestZip);
+/// A lane's point codes, and its tariff name when there are pairs.
+Work Select(const Database& database, Lanes& lanes, bool with_pairs) {
+    const auto range = std::make_shared<Statement>(
+        database, "SELECT point FROM cbs WHERE high >= ?1 AND low <= ?1 ORDER BY high LIMIT 1");
+    const auto pair = std::make_shared<Statement>(
+        database, "SELECT name FROM cmt WHERE origin = ?1 AND destination = ?2");
+    return Repeatedly([=, &lanes] {
+        const Lane& lane = lanes.Next();
+        char origin[6], destination[6], name[8];
+        range->Select({lane.origin}, origin);
+        range->Select({lane.destination}, destination);
+        benchmark::DoNotOptimize(origin);
+        benchmark::DoNotOptimize(destination);
+        if (!with_pairs) return;
+        pair->Select({{origin, sizeof origin}, {destination, sizeof destination}}, name);
+        benchmark::DoNotOptimize(name);
+    });
 }
 
-void Require(bool found) {
-    if (!found) throw std::runtime_error("a lane is not found");
+Work LookUp(RateContext& context, Lanes& lanes, bool with_pairs) {
+    return Repeatedly([=, &context, &lanes] {
+        const Lane& lane = lanes.Next();
+        std::memcpy(context.OrigZip, lane.origin.c_str(), sizeof context.OrigZip);
+        std::memcpy(context.DestZip, lane.destination.c_str(), sizeof context.DestZip);
+        if (GetTolvexBse(&context) == 0 || (with_pairs && GetTolvexTariffName(&context) == 0)) {
+            throw std::runtime_error("not found");
+        }
+        benchmark::DoNotOptimize(context.TariffName);
+    });
 }
 
-void MeasurePointCodes(Table& table, Pair pair, int points) {
+void MeasureLanes(Table& table, const Pair& pair, int points, bool with_pairs) {
     const Network network(points);
-    WriteTables(network, false);
-    cwt::Session session({.data = "."});
+    WriteTables(network, with_pairs);
+    const cwt::Session session({.data = "."});
     const auto context = std::make_unique<RateContext>(session.context());
     Database database;
-    FillDatabase(database, network, false);
-    database.Prepare("SELECT point FROM cbs WHERE high >= ?1 AND low <= ?1 ORDER BY high LIMIT 1");
-    const std::vector<Lane> lanes = RandomLanes(network);
-    LaneTurns turns(lanes), database_turns(lanes);
-    char point[6];
-    const auto select = [&](std::string_view postal_code) {
-        database.Bind(1, postal_code);
-        Require(database.First(point));
-        benchmark::DoNotOptimize(point);
-    };
-    table.Measure(pair, Repeatedly([&] {
-                      const Lane& lane = database_turns.Next();
-                      select(lane.origin);
-                      select(lane.destination);
-                  }),
-                  Repeatedly([&] {
-                      Enter(turns.Next(), *context);
-                      Require(GetTolvexBse(context.get()) == 1);
-                  }));
-}
-
-void MeasureTariffNames(Table& table, Pair pair, int points) {
-    const Network network(points);
-    WriteTables(network, true);
-    cwt::Session session({.data = "."});
-    const auto context = std::make_unique<RateContext>(session.context());
-    Database database;
-    FillDatabase(database, network, true);
-    database.Prepare("SELECT name FROM cmt WHERE origin = ?1 AND destination = ?2");
-    const std::vector<Lane> lanes = RandomLanes(network);
-    LaneTurns turns(lanes), database_turns(lanes);
-    char name[8];
-    table.Measure(pair, Repeatedly([&] {
-                      const Lane& lane = database_turns.Next();
-                      database.Bind(1, lane.origin_point);
-                      database.Bind(2, lane.destination_point);
-                      Require(database.First(name));
-                      benchmark::DoNotOptimize(name);
-                  }),
-                  Repeatedly([&] {
-                      Enter(turns.Next(), *context);
-                      Require(GetTolvexBse(context.get()) == 1);
-                      Require(GetTolvexTariffName(context.get()) == 1);
-                  }));
+    FillDatabase(database, network, with_pairs);
+    Lanes lanes(network), database_lanes(network);
+    table.Measure(pair, Select(database, database_lanes, with_pairs),
+                  LookUp(*context, lanes, with_pairs));
 }
 
 }  // namespace
 
 void MeasureLookups(Table& table, const Extent& /*extent*/) {
-    for (const int points : {100, 1000, 10000, 100000}) {
-        MeasurePointCodes(table,
-                          {.what = fmt::format("SQLite: two point codes of {} ranges", points),
-                           .against = "GetTolvexBse",
-                           .goal = points == 100000 ? 15.0 : 0.0,
-                           .side = Goal::kAtLeast,
-                           .curve = "point codes",
-                           .size = static_cast<double>(points)},
-                          points);
+    const auto measure = [&](const char* curve, int points, int size, bool with_pairs,
+                             double goal) {
+        MeasureLanes(
+            table,
+            {.what = fmt::format("SQLite in memory, {} of {} records", curve, size),
+             .against = with_pairs ? "GetTolvexBse and GetTolvexTariffName" : "GetTolvexBse",
+             .goal = goal,
+             .side = Goal::kAtLeast,
+             .curve = curve,
+             .size = static_cast<double>(size)},
+            points, with_pairs);
+    };
+    for (const int points : {100, 1000, 10000}) {
+        measure("a lane's point codes", points, points, false, 0);
     }
-    for (const int points : {32, 100, 316, 1000}) {
-        const int pairs = points * points;
-        MeasureTariffNames(table,
-                           {.what = fmt::format("SQLite: a tariff name of {} pairs", pairs),
-                            .against = "GetTolvexBse and GetTolvexTariffName",
-                            .goal = points == 1000 ? 8.0 : 0.0,
-                            .side = Goal::kAtLeast,
-                            .curve = "tariff names",
-                            .size = static_cast<double>(pairs)},
-                           points);
+    measure("a lane's point codes", 100000, 100000, false, 15);
+    for (const int points : {32, 100, 316}) {
+        measure("a lane's tariff name", points, points * points, true, 0);
     }
+    measure("a lane's tariff name", 1000, 1000000, true, 8);
 }
 
 }  // namespace hundredweight::bench

@@ -1,5 +1,6 @@
 // Numbers as fixed-width decimal text. Texts are read from their own characters only, as decimal
-// numbers in the C locale whatever the host's locale is: no hexadecimal, no "inf", no "nan".
+// numbers in the C locale whatever the host's locale is: no hexadecimal, no "inf", no "nan". A zero
+// byte ends a number as any other character does that is not part of one.
 #pragma once
 
 #include <cstdint>

@@ -23,7 +23,7 @@ template <std::size_t Size>
 double StrippedValue(const char (&field)[Size]) {
     char stripped[Size] = {};
     StripLeadingZeros(field, stripped, Size);
-    return ReadDecimal(TerminatedText(stripped));
+    return ReadDecimal(WholeField(stripped));
 }
 
 template <std::size_t Size>
@@ -58,7 +58,7 @@ float PutLines(RateContext& context, const EngineRateRecord& record) {
         PutText(context.LineRateText[i], FormatDecimal(StrippedValue(line.Rate), 9, 2));
         FillField(context.LineChargeText[i], '\0');
         PutText(context.LineChargeText[i], FormatDecimal(StrippedValue(line.Charge), 11, 2));
-        gross += ReadSingle(TerminatedText(context.LineChargeText[i]));
+        gross += ReadSingle(WholeField(context.LineChargeText[i]));
     }
     return gross;
 }

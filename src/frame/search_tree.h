@@ -1,7 +1,6 @@
 // Large tables laid out for binary searches.
 #pragma once
 
-#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>

@@ -78,6 +78,8 @@ class Numeral {
     }
     explicit Numeral(int32_t value)
         : Numeral(value < 0, static_cast<uint64_t>(std::abs(int64_t{value})), 0) {}
+    Numeral(const Numeral&) = delete;
+    Numeral& operator=(const Numeral&) = delete;
 
     NumberText PaddedWithBlanks(int width) {
         if (negative_) Put('-');

@@ -45,7 +45,7 @@ double Read(std::string_view text) {
 
 class NumbersTest : public ::testing::Test {
  protected:
-    uint64_t Below(uint64_t limit) { return random_() % limit; }
+    std::size_t Below(std::size_t limit) { return static_cast<std::size_t>(random_() % limit); }
 
     /// Amounts, halves of the last decimal, their neighbours, and any doubles at all.
     double AnyNumber() {
@@ -81,8 +81,8 @@ class NumbersTest : public ::testing::Test {
     /// Digits with a point somewhere, perhaps an exponent, and something behind them.
     std::string AnyText() {
         std::string text;
-        const uint64_t digits = Below(Below(4) == 0 ? 40 : 18);
-        for (uint64_t i = 0; i < digits; ++i) {
+        const std::size_t digits = Below(Below(4) == 0 ? 40 : 18);
+        for (std::size_t i = 0; i < digits; ++i) {
             text += static_cast<char>('0' + (Below(3) == 0 ? 0 : Below(10)));
         }
         if (Below(4) != 0) text.insert(Below(text.size() + 1), 1, '.');
@@ -92,7 +92,6 @@ class NumbersTest : public ::testing::Test {
         return text;
     }
 
- private:
     std::mt19937_64 random_{1};
 };
 
@@ -126,8 +125,7 @@ TEST_F(NumbersTest, AreReadAsTheStandardLibraryReadsThem) {
 
 TEST_F(NumbersTest, OfThirtyTwoBitsArePrintedWhole) {
     for (int i = 0; i < kCases / 10; ++i) {
-        const auto value =
-            static_cast<int32_t>(static_cast<uint32_t>(Below(uint64_t{1} << 32) >> Below(32)));
+        const auto value = static_cast<int32_t>(random_() >> (32 + Below(32)));
         for (const int32_t number : {value, -1 - value}) {
             const std::string text = std::to_string(number);
             const auto width = static_cast<int>(Below(14));

@@ -47,12 +47,8 @@ void SetUpTurns() {
 
 /// The parts that are measured, by name.
 const std::map<std::string, void (*)(Table&, const Extent&)> kParts = {
-    {"batch", MeasureRows},
-    {"start", MeasureStart},
-    {"engine", MeasureEngine},
-    {"loading", MeasureLoading},
-    {"resident", MeasureResident},
-    {"lookups", MeasureLookups},
+    {"batch", MeasureRows},      {"start", MeasureStart},       {"engine", MeasureEngine},
+    {"loading", MeasureLoading}, {"resident", MeasureResident}, {"lookups", MeasureLookups},
     {"rating", MeasureRating},
 };
 

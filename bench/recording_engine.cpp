@@ -6,7 +6,7 @@
 #include "reference/engine/entry_points.h"
 
 /// The entry point of the reference engine, by another name.
-extern "C" int32_t HWT_CALL RateUnrecorded(void* handle, EngineRateRecord* record, void* block);
+extern "C" int32_t HWT_CALL RateInFull(void* handle, EngineRateRecord* record, void* block);
 
 namespace {
 
@@ -17,7 +17,7 @@ EngineRateRecord last_request;
 extern "C" int32_t HWT_CALL Tolvex_RateShipment2Ex(void* handle, EngineRateRecord* record,
                                                    void* block) {
     std::memcpy(&last_request, record, sizeof last_request);
-    return RateUnrecorded(handle, record, block);
+    return RateInFull(handle, record, block);
 }
 
 extern "C" HWT_API const EngineRateRecord* LastRequest() {

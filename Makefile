@@ -3,7 +3,8 @@
 # make test-linux32  the same on 32-bit Linux     make test-win32  the same on 32-bit Windows
 # make test-all      all three, and compares what the three make of the same shipments
 # make fuzz          attacks it with inputs of every kind    make fuzz-minute  for a minute in all
-# make bench         measures what rating by the million costs
+# make bench         measures what rating costs, against what it must cost
+# make outcomes OLD=DIR   holds the libraries against those of another build
 # make win32         packs the library for Windows
 # make lint          checks format and common slips
 # make format        formats the sources          make clean       removes build/, but no sample
@@ -16,7 +17,7 @@ LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 WINE_PACKAGES    = debootstrap xvfb xauth
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
-BENCH_PACKAGES   = libbenchmark-dev
+BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib
 LINT_PACKAGES    = clang-format clang-tidy
 
 SAMPLE = sample
@@ -24,8 +25,8 @@ SAMPLE = sample
 # The targets share packages, trees and a display.
 .NOTPARALLEL:
 
-.PHONY: rate win32 test test-linux32 test-win32 test-all compare fuzz fuzz-minute bench lint format \
-    clean packages
+.PHONY: rate win32 test test-linux32 test-win32 test-all compare fuzz fuzz-minute bench outcomes \
+    lint format clean packages
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -71,11 +72,18 @@ fuzz fuzz-minute:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(LINUX32_PACKAGES) $(FUZZ_PACKAGES)
 	@scripts/fuzz.sh $(if $(filter fuzz-minute,$@),--minute)
 
-# BENCH names what is measured, and how: "batch --rows 10000000", say.
+# BENCH names what is measured, and how: "batch --rows 10000000", say; build/bench/ has the table
+# and the plots then.
 bench:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(BENCH_PACKAGES)
 	@HWT_TARGET=hundredweight_benchmark scripts/build.sh release -DHWT_BENCH=ON
 	@build/release/bin/hundredweight_benchmark --out build/bench $(BENCH)
+	@/usr/bin/python3 scripts/plot_curves.py build/bench/performance.json build/bench/performance.svg
+
+# COUNT, 100000 unless set, is how many inputs of each fuzz target both get.
+outcomes:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(FUZZ_PACKAGES)
+	@scripts/compare_outcomes.sh $(OLD) $(COUNT)
 
 lint:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINT_PACKAGES)

@@ -77,7 +77,7 @@ void RequireWholeProfiles(const std::filesystem::path& file) {
 }
 
 void RequireProfiles(const std::filesystem::path& directory) {
-    const std::filesystem::path file = Listing(directory).Find("PROFILE.FIL");
+    const std::filesystem::path file = FindFile(directory, "PROFILE.FIL");
     if (file.empty()) throw Broken(PathText(directory) + ": there is no PROFILE.FIL");
     RequireWholeProfiles(file);
     RequireWritable(file);
@@ -104,8 +104,7 @@ bool LoadProfile(RateContext& context, const std::string& name) {
     return false;
 }
 
-Refusal UnknownProfile(RateContext& context, const std::string& name) {
-    const std::vector<std::string> names = ProfileNames(context);
+Refusal UnknownProfile(const std::vector<std::string>& names, const std::string& name) {
     Refusal refusal = RefusalOf("profile", kNotFound);
     refusal.written = name;
     refusal.alternatives =

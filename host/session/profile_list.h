@@ -27,7 +27,7 @@ std::vector<std::string> ProfileNames(RateContext& context);
 bool LoadProfile(RateContext& context, const std::string& name);
 
 /// That there is no profile of a name, and which was most likely meant.
-Refusal UnknownProfile(RateContext& context, const std::string& name);
+Refusal UnknownProfile(const std::vector<std::string>& names, const std::string& name);
 
 /// The settings of the record's profile.
 nlohmann::ordered_json ProfileJson(const RateContext& context);

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "platform/system.h"
 #include "session/explained.h"
 #include "session/messages.h"
 #include "session/notes.h"
@@ -130,12 +131,21 @@ void Session::Restore() {
 
 Refusals Session::ApplyProfile(const std::string& name) {
     RateContext& context = *context_;
-    RequireProfiles(sources_.data);
+    // They are read whole, once in each state that they are in.
+    const std::string mark = ChangeMark(sources_.data / "PROFILE.FIL");
+    if (mark.empty() || mark != profiles_mark_) {
+        RequireProfiles(sources_.data);
+        profile_names_.clear();
+    }
+    profiles_mark_ = mark;
     if (!ReadProfileFile(&context)) Break(PathText(sources_.data), context.ErrorCode);
-    if (!LoadProfile(context, name)) return {UnknownProfile(context, name)};
+    if (!LoadProfile(context, name)) {
+        if (profile_names_.empty()) profile_names_ = ProfileNames(context);
+        return {UnknownProfile(profile_names_, name)};
+    }
     LoadProfileSettings(&context);
     if (context.Profile.DiscModeZ != 0 && context.DiscountOn != 0) {
-        const auto table = Listing(sources_.data).Find(name + ".ZP6");
+        const auto table = FindFile(sources_.data, name + ".ZP6");
         if (!table.empty()) {
             RequireReadable(table);
             RequireWholeRecords(table, kZipRecord);

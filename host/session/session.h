@@ -86,8 +86,10 @@ class Session {
     RateContext* context_;  ///< The set's.
     std::unique_ptr<RateContext, EndEngine> engine_run_;
     std::unique_ptr<RateContext, EndGuide> guide_run_;
-    std::unique_ptr<RateContext> loaded_;  ///< The record as the load left it.
-    std::vector<std::string> notes_;       ///< On the shipment at hand.
+    std::unique_ptr<RateContext> loaded_;     ///< The record as the load left it.
+    std::vector<std::string> notes_;          ///< On the shipment at hand.
+    std::string profiles_mark_;               ///< Of the profiles that were found to be sound.
+    std::vector<std::string> profile_names_;  ///< Of all of them, once they were asked for.
     std::filesystem::path discounts_elsewhere_;
     std::string said_;
     std::optional<DataFiles> files_;          ///< Once a bill is explained.

@@ -19,10 +19,8 @@ Broken Failure(const std::filesystem::path& path, const std::string& reason) {
 }
 
 bool HoldsSet(const std::filesystem::path& directory, const std::string& set) {
-    std::error_code error;
-    if (exists(directory / (set + ".SET"), error)) return true;
     try {
-        return !Listing(directory).Find(set + ".SET").empty();
+        return !FindFile(directory, set + ".SET").empty();
     } catch (const Broken&) {
         return false;
     }
@@ -49,11 +47,17 @@ std::filesystem::path Listing::Find(const std::string& name) const {
     return found;
 }
 
+std::filesystem::path FindFile(const std::filesystem::path& directory, const std::string& name) {
+    std::error_code error;
+    if (exists(directory / PathOf(name), error)) return directory / PathOf(name);
+    return Listing(directory).Find(name);
+}
+
 std::filesystem::path FindDataDirectory(const std::filesystem::path& given,
                                         const std::filesystem::path& start,
                                         const std::string& set) {
     if (!given.empty()) {
-        if (!Listing(given).Find(set + ".SET").empty()) return given;
+        if (!FindFile(given, set + ".SET").empty()) return given;
         throw Broken(fmt::format("no tariff set {} in {}", set, PathText(given)));
     }
     const std::filesystem::path lowest = (absolute(start) / ".").lexically_normal().parent_path();

@@ -28,6 +28,9 @@ class Listing {
     std::multimap<std::string, std::filesystem::path> files_;  ///< By name in capital letters.
 };
 
+/// The same of a directory that is listed only when it has no file of the exact name.
+std::filesystem::path FindFile(const std::filesystem::path& directory, const std::string& name);
+
 /// The directory of a set: `given` when that is not empty, else the nearest from `start` upward
 /// that holds the set's settings. Throws Broken when there is none.
 std::filesystem::path FindDataDirectory(const std::filesystem::path& given,

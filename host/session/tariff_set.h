@@ -34,7 +34,7 @@ class TariffSet {
     std::filesystem::path DiscountsElsewhere() const;
 
     /// The file of the profiles; an empty path when there is none.
-    std::filesystem::path ProfileFile() const { return Listing(sources_.data).Find("PROFILE.FIL"); }
+    std::filesystem::path ProfileFile() const { return FindFile(sources_.data, "PROFILE.FIL"); }
 
     /// The set's files, by the settings in the record.
     std::vector<SetFile> Files() const {

@@ -56,13 +56,18 @@ void WriteShipments(const std::filesystem::path& directory) {
 }
 
 void WriteSampleData(const std::filesystem::path& directory, Size size) {
-    for (const auto& [folder, files] : AllFiles()) WriteFiles(directory / folder, files);
-    if (size != Size::kCarrier) return;
-    for (const CarrierFile& file : CarrierFiles()) {
-        FileContents files;
-        files[file.name] = file.build();
-        WriteFiles(directory, files);
+    std::map<std::string, FileContents> folders = AllFiles();
+    FileContents settings;
+    settings.insert(folders[""].extract(std::string(kBaseName) + ".SET"));
+    // Without its settings a set is none: one that is not written to its end is not rated by.
+    for (const auto& [name, content] : settings) remove(directory / name);
+    for (const auto& [folder, files] : folders) WriteFiles(directory / folder, files);
+    if (size == Size::kCarrier) {
+        for (const CarrierFile& file : CarrierFiles()) {
+            WriteFiles(directory, {{file.name, file.build()}});
+        }
     }
+    WriteFiles(directory, settings);
 }
 
 std::filesystem::path FindSampleFile(const std::filesystem::path& directory) {

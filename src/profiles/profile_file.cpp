@@ -84,21 +84,37 @@ std::optional<ProfileNames> ReadNames(const OpenFile& file) {
     return names;
 }
 
-/// The number of the first profile of a name. Result: 1, or 0 with a code.
-int32_t FindProfile(RateContext& context, const OpenFile& file, int32_t& record_number) {
+bool HasName(const ProfileRecord& profile, const ProfileName& name) {
+    return std::memcmp(profile.ProfileName, name, sizeof name) == 0;
+}
+
+/// Finds the first profile of a name by the copy of all names. Result: 0 or kNotFound; nothing when
+/// there is no copy, or it has led to a profile of another name.
+std::optional<int32_t> FindByNames(const OpenFile& file, const ProfileName& name,
+                                   ProfileRecord& found, int32_t& record_number) {
     const ProfileNames* const names = resident_names.CopyOf(file, ReadNames);
+    if (names == nullptr) return std::nullopt;
+    const int32_t count = CountProfiles(file);
+    for (record_number = 0; record_number < count; ++record_number) {
+        if (std::memcmp(names->get()[record_number], name, sizeof name) != 0) continue;
+        const bool led_there =
+            ReadProfile(file, record_number, &found, sizeof found) && HasName(found, name);
+        return led_there ? std::optional<int32_t>(0) : std::nullopt;
+    }
+    return kNotFound;
+}
+
+/// The same in the file, without a copy. Result: 0 or a code.
+int32_t FindInFile(const OpenFile& file, const ProfileName& name, ProfileRecord& found,
+                   int32_t& record_number) {
     const int32_t count = CountProfiles(file);
     for (record_number = 0; record_number < count; ++record_number) {
         ProfileName read;
-        const char* name = read;
-        if (names != nullptr) {
-            name = names->get()[record_number];
-        } else if (!ReadProfile(file, record_number, read, sizeof read)) {
-            return Fail(context, kCannotRead);
-        }
-        if (std::memcmp(name, context.Profile.ProfileName, sizeof read) == 0) return 1;
+        if (!ReadProfile(file, record_number, read, sizeof read)) return kCannotRead;
+        if (std::memcmp(read, name, sizeof read) != 0) continue;
+        return ReadProfile(file, record_number, &found, sizeof found) ? 0 : kCannotRead;
     }
-    return Fail(context, kNotFound);
+    return kNotFound;
 }
 
 }  // namespace
@@ -132,10 +148,13 @@ bool HWT_CALL ReadProfileFile(RateContext* context) {
 int32_t HWT_CALL GetProfileRecord(RateContext* context) {
     const OpenFile file = OpenProfileFile(*context);
     if (!file) return Fail(*context, kCannotOpen);
+    ProfileName name;
+    std::memcpy(name, context->Profile.ProfileName, sizeof name);
     int32_t record_number = 0;
-    if (FindProfile(*context, file, record_number) == 0) return 0;
     ProfileRecord found;
-    if (!ReadProfile(file, record_number, &found, sizeof found)) return Fail(*context, kCannotRead);
+    const std::optional<int32_t> by_names = FindByNames(file, name, found, record_number);
+    const int32_t code = by_names ? *by_names : FindInFile(file, name, found, record_number);
+    if (code != 0) return Fail(*context, code);
     context->Profile = found;
     context->ProfileIndex = static_cast<int16_t>(record_number);
     return 1;

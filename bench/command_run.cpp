@@ -54,7 +54,7 @@ CommandRun RunCommand(const std::string& words) {
     int status = 0;
     while (waitpid(process, &status, WNOHANG) == 0) {
         run.peak_bytes = std::max(run.peak_bytes, BytesOfGroup(process));
-        constexpr useconds_t kBetween = 50000;
+        constexpr useconds_t kBetween = 20000;
         usleep(kBetween);
     }
     run.seconds = std::chrono::duration<double>(Clock::now() - begin).count();

@@ -9,7 +9,7 @@ namespace hundredweight::bench {
 struct CommandRun {
     double seconds = 0;
     /// The most bytes at a time that its processes had of their own; what they share is counted
-    /// by halves, thirds and so on. Looked at twenty times a second.
+    /// by halves, thirds and so on. Looked at fifty times a second.
     std::uint64_t peak_bytes = 0;
 };
 

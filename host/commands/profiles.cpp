@@ -23,7 +23,8 @@ int List(RateContext& context, bool json) {
 }
 
 int Show(RateContext& context, const std::string& name, bool json) {
-    if (!LoadProfile(context, name)) return Refuse("", {UnknownProfile(ProfileNames(context), name)});
+    if (!LoadProfile(context, name))
+        return Refuse("", {UnknownProfile(ProfileNames(context), name)});
     const nlohmann::ordered_json profile = ProfileJson(context);
     if (json) {
         PrintJson(profile);

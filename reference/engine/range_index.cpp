@@ -19,6 +19,7 @@ RangeIndex::Number RangeIndex::Add(PrefixRange range) {
 
 std::vector<RangeIndex::Number> RangeIndex::Renumber() {
     std::vector<Numbering::Key> keys;
+    keys.reserve(numbers_.Size());
     for (Number number = 0; number < numbers_.Size(); ++number) {
         keys.push_back(numbers_.KeyOf(number));
     }
@@ -27,6 +28,7 @@ std::vector<RangeIndex::Number> RangeIndex::Renumber() {
     Numbering renumbered;
     for (const auto key : sorted) renumbered.Add(key);
     std::vector<Number> numbers;
+    numbers.reserve(keys.size());
     for (const auto key : keys) numbers.push_back(renumbered.Add(key));
     numbers_ = std::move(renumbered);
     return numbers;

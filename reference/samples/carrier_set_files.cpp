@@ -19,6 +19,7 @@ constexpr int kProfiles = 10000;
 
 std::vector<std::string> PointCodesInOrder() {
     std::vector<std::string> codes;
+    codes.reserve(kPoints);
     for (int i = 0; i < kPoints; ++i) codes.push_back(fmt::format("PT{:04}", i));
     return codes;
 }

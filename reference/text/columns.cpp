@@ -71,7 +71,7 @@ std::optional<Cents> AmountValue(std::string_view text) {
     if (!dollars || text[point] != '.' || !IsDigit(tenth) || !IsDigit(hundredth)) {
         return std::nullopt;
     }
-    return Cents{*dollars} * 100 + (tenth - '0') * 10 + (hundredth - '0');
+    return Cents{*dollars} * 100 + Cents{tenth - '0'} * 10 + (hundredth - '0');
 }
 
 std::optional<std::int32_t> DateValue(std::string_view text) {

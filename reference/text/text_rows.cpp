@@ -14,7 +14,7 @@ namespace {
 class Lines {
  public:
     explicit Lines(const std::string& path)
-        : file_(path), block_(kBlock, '\0'), rest_(block_.data(), 0) {}
+        : file_(path), block_(kBlock, '\0'), rest_(std::string_view(block_).substr(0, 0)) {}
 
     bool IsOpen() const { return file_.is_open(); }
     /// The file ended for another reason than its end.

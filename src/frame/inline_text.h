@@ -19,7 +19,8 @@ class InlineText {
     InlineText(const InlineText& other) { *this = other; }
     /// Copies what the text holds and no more: most texts are much shorter than their room.
     InlineText& operator=(const InlineText& other) {
-        std::memmove(characters_, other.characters_, other.size_ + 1);
+        if (this == &other) return *this;
+        std::memcpy(characters_, other.characters_, other.size_ + 1);
         size_ = other.size_;
         return *this;
     }

@@ -72,7 +72,9 @@ class SearchTree {
     void Fetch(std::size_t at) const {
         const auto begin = reinterpret_cast<uintptr_t>(records_.get()) + at * sizeof(Record);
         for (std::size_t line = 0; line < kAhead * sizeof(Record); line += kCacheLine) {
-            __builtin_prefetch(reinterpret_cast<const void*>(begin + line));
+            // A number until here, since behind the tree's end is nothing to point at.
+            __builtin_prefetch(
+                reinterpret_cast<const void*>(begin + line));  // NOLINT(performance-no-int-to-ptr)
         }
     }
 

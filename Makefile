@@ -8,7 +8,7 @@
 # make win32         packs the library for Windows
 # make lint          checks format and common slips
 # make format        formats the sources          make clean       removes build/, but no sample
-# make packages      installs what all of these need
+# make packages      installs what all of these need but bench
 
 BUILD_PACKAGES   = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libsqlite3-dev \
     zlib1g-dev libzstd-dev

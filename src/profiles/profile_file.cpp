@@ -72,14 +72,15 @@ using ProfileNames = Block<ProfileName>;
 ResidentFile<ProfileNames> resident_names;
 
 std::optional<ProfileNames> ReadNames(const OpenFile& file) {
-    const int32_t count = CountProfiles(file);
-    const std::size_t size = static_cast<std::size_t>(count) * sizeof(ProfileName);
-    if (size > kLargestCopy) return std::nullopt;
-    ProfileNames names = AllocateBlock<ProfileName>(size);
+    const auto count = static_cast<std::size_t>(CountProfiles(file));
+    if (count > kLargestCopy / sizeof(ProfileName)) return std::nullopt;
+    ProfileNames names = AllocateBlock<ProfileName>(count * sizeof(ProfileName));
     if (!names) return std::nullopt;
-    for (int32_t record_number = 0; record_number < count; ++record_number) {
-        ProfileName& name = names.get()[record_number];
-        if (!ReadProfile(file, record_number, name, sizeof name)) return std::nullopt;
+    for (std::size_t record = 0; record < count; ++record) {
+        ProfileName& name = names.get()[record];
+        if (!ReadProfile(file, static_cast<int32_t>(record), name, sizeof name)) {
+            return std::nullopt;
+        }
     }
     return names;
 }

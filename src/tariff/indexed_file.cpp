@@ -1,7 +1,5 @@
 #include "tariff/indexed_file.h"
 
-#include <algorithm>
-#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -44,53 +42,35 @@ constexpr IndexedFile kZf2 = {".ZF2", 2100, 6, HWT_INDEXED_FILE(Zf2), true, HWT_
 constexpr IndexedFile kZfm = {".ZFM", 2800, 3, HWT_INDEXED_FILE(Zfm), false, HWT_INDEX_PLACES(Zfm),
                               456,    457};
 
-constexpr std::size_t kLargestHead = kCountSize + 2800 * (kKeySize + kUnreadSize + 3);
-static_assert(kLargestHead >= kCountSize + 2100 * (kKeySize + kUnreadSize + 6));
-
-/// The bytes of a file from its start on, up to where the largest index ends.
-class Head {
- public:
-    explicit Head(const OpenFile& file) : size_(file.ReadHead(bytes_, sizeof bytes_)) {}
-
-    /// Takes as many of some bytes at a place as there are. Result: whether all are.
-    bool Take(int32_t at, void* to, int32_t size) const {
-        const std::size_t start = std::min(static_cast<std::size_t>(at), size_);
-        const std::size_t there = std::min(static_cast<std::size_t>(size), size_ - start);
-        std::memcpy(to, bytes_ + start, there);
-        return there == static_cast<std::size_t>(size);
-    }
-
- private:
-    char bytes_[kLargestHead];
-    std::size_t size_;
-};
-
-bool TakeEntries(RateContext& context, const IndexedFile& facts, const Head& head, int32_t at,
-                 int32_t size) {
-    if (!facts.entries_in_block) return head.Take(at, FieldAt(context, facts.entries), size);
-    Block<> block = AllocateBlock(static_cast<std::size_t>(size));
-    const bool taken = block && head.Take(at, block.get(), size);
-    StoreBlock(context, facts.entries, std::move(block));
-    return taken;
+bool ReadWhole(const OpenFile& file, void* to, int32_t size) {
+    const auto wanted = static_cast<std::size_t>(size);
+    return platform::ReadBytes(file.handle(), to, wanted) == wanted;
 }
 
-/// Reads count and arrays, and moves on to the data. An index that the record has no room for
-/// cannot be read.
+bool ReadEntries(RateContext& context, const IndexedFile& facts, const OpenFile& file,
+                 int32_t size) {
+    if (!facts.entries_in_block) return ReadWhole(file, FieldAt(context, facts.entries), size);
+    Block<> block = AllocateBlock(static_cast<std::size_t>(size));
+    const bool read = block && ReadWhole(file, block.get(), size);
+    StoreBlock(context, facts.entries, std::move(block));
+    return read;
+}
+
+/// Reads count and arrays. An index that the record has no room for cannot be read.
 bool ReadIndex(RateContext& context, const IndexedFile& facts, const OpenFile& file) {
-    const Head head(file);
     uint16_t count = 0;
-    if (!head.Take(0, &count, kCountSize)) return false;
+    if (!ReadWhole(file, &count, kCountSize)) return false;
     const bool has_room = count <= facts.capacity;
     StoreNumber(context, facts.count, has_room ? count : 0);
     const int32_t entries_at = kCountSize + (kKeySize + kUnreadSize) * count;
-    const int32_t data_at = entries_at + facts.entry_size * count;
+    const int32_t entries_size = facts.entry_size * count;
     if (!has_room || file.length() > std::numeric_limits<int32_t>::max() ||
-        !head.Take(kCountSize, FieldAt(context, facts.keys), kKeySize * count) ||
-        !TakeEntries(context, facts, head, entries_at, data_at - entries_at) ||
-        !platform::SeekTo(file.handle(), data_at)) {
+        !ReadWhole(file, FieldAt(context, facts.keys), kKeySize * count) ||
+        !platform::SeekTo(file.handle(), entries_at) ||
+        !ReadEntries(context, facts, file, entries_size)) {
         return false;
     }
-    StoreNumber(context, facts.data_offset, data_at);
+    StoreNumber(context, facts.data_offset, entries_at + entries_size);
     StoreNumber(context, facts.length, static_cast<int32_t>(file.length()));
     return true;
 }

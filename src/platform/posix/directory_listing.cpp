@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t kLongestName = sizeof(dirent::d_name) - 1;
 static_assert(kLongestName <= 0xFF);
 
-thread_local DirectoryListing* listing_of_thread = nullptr;
+DirectoryListing* current_listing = nullptr;
 
 /// A name up to its extension.
 std::string_view Beginning(std::string_view name) {
@@ -30,69 +30,80 @@ bool IsRegularFile(const char* path) {
 }  // namespace
 
 DirectoryListing::DirectoryListing() {
-    listing_of_thread = this;
+    current_listing = this;
 }
 
 DirectoryListing::~DirectoryListing() {
-    listing_of_thread = nullptr;
+    current_listing = nullptr;
 }
 
 DirectoryListing* DirectoryListing::Current() {
-    return listing_of_thread;
+    return current_listing;
 }
 
-bool DirectoryListing::HasListed(std::string_view path) {
-    if (!listed_ || !EqualIgnoringCase(Beginning(LastComponent(path)), beginning_)) return false;
+/// The names that were listed for a path's directory; null when it was not.
+DirectoryListing::Names* DirectoryListing::NamesOf(std::string_view path) {
     const SystemPath directory = DirectoryName(path);
-    if (std::string_view(directory) == directory_) return true;
-    if (!IsSameFile(directory.c_str(), directory_.c_str())) return false;
-    directory_ = directory;
-    return true;
+    for (std::size_t i = 0; i < count_; ++i) {
+        Names& names = listed_[i];
+        if (!EqualIgnoringCase(Beginning(LastComponent(path)), names.beginning)) continue;
+        if (std::string_view(directory) == names.directory) return &names;
+        if (!IsSameFile(directory.c_str(), names.directory.c_str())) continue;
+        names.directory = directory;
+        return &names;
+    }
+    return nullptr;
 }
 
 bool DirectoryListing::List(std::string_view path) {
-    if (HasListed(path)) return true;
-    directory_ = DirectoryName(path);
-    beginning_ = SystemPath(Beginning(LastComponent(path)));
-    size_ = 0;
-    listed_ = false;
+    if (NamesOf(path) != nullptr) return true;
+    if (count_ == kMostDirectories) return false;
+    Names& names = listed_[count_];
+    names.directory = DirectoryName(path);
+    names.beginning = SystemPath(Beginning(LastComponent(path)));
+    names.size = 0;
     const Directory directory = OpenDirectoryOf(path);
     if (!directory) return false;
     errno = 0;
     while (const dirent* entry = readdir(directory.get())) {
         const std::string_view name = entry->d_name;
-        const bool wanted = name.size() <= kLongestName &&
-                            EqualIgnoringCase(name.substr(0, beginning_.size()), beginning_);
-        if (wanted && !Add(name)) return false;
+        const bool wanted =
+            name.size() <= kLongestName &&
+            EqualIgnoringCase(name.substr(0, names.beginning.size()), names.beginning);
+        if (wanted && !names.Add(name)) return false;
     }
-    return listed_ = errno == 0;
-}
-
-bool DirectoryListing::Add(std::string_view name) {
-    const std::size_t size = size_ + name.size() + 1;
-    if (size > capacity_) {
-        const std::size_t capacity = std::max<std::size_t>(1024, 2 * size);
-        Block<> larger = AllocateBlock(capacity);
-        if (!larger) return false;
-        if (size_ > 0) std::memcpy(larger.get(), names_.get(), size_);
-        names_ = std::move(larger);
-        capacity_ = capacity;
-    }
-    names_.get()[size_] = static_cast<unsigned char>(name.size());
-    std::memcpy(names_.get() + size_ + 1, name.data(), name.size());
-    size_ = size;
+    if (errno != 0) return false;
+    ++count_;
     return true;
 }
 
-SystemPath DirectoryListing::Find(std::string_view path) const {
+bool DirectoryListing::Names::Add(std::string_view name) {
+    const std::size_t needed = size + name.size() + 1;
+    if (needed > capacity) {
+        const std::size_t room = std::max<std::size_t>(1024, 2 * needed);
+        Block<> larger = AllocateBlock(room);
+        if (!larger) return false;
+        if (size > 0) std::memcpy(larger.get(), names.get(), size);
+        names = std::move(larger);
+        capacity = room;
+    }
+    names.get()[size] = static_cast<unsigned char>(name.size());
+    std::memcpy(names.get() + size + 1, name.data(), name.size());
+    size = needed;
+    return true;
+}
+
+SystemPath DirectoryListing::Find(std::string_view path) {
+    const Names* const listed = NamesOf(path);
+    if (listed == nullptr) return {};
     const std::string_view directory = DirectoryOf(path);
-    const std::string_view wanted = LastComponent(path).substr(beginning_.size());
+    const std::string_view wanted = LastComponent(path).substr(listed->beginning.size());
     std::string_view found;
     std::string_view name;
-    for (std::size_t at = 0; at < size_; at += name.size() + 1) {
-        const unsigned char* const entry = names_.get() + at;
+    for (std::size_t at = 0; at < listed->size; at += name.size() + 1) {
+        const unsigned char* const entry = listed->names.get() + at;
         name = {reinterpret_cast<const char*>(entry + 1), *entry};
-        if (!EqualIgnoringCase(name.substr(beginning_.size()), wanted)) continue;
+        if (!EqualIgnoringCase(name.substr(listed->beginning.size()), wanted)) continue;
         if (!found.empty() && found < name) continue;
         if (IsRegularFile(SystemPath(directory).Append(name).c_str())) found = name;
     }

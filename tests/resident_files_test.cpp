@@ -91,7 +91,10 @@ TEST_F(ResidentFilesTest, AChangeIsSeenAtOnce) {
             WriteFile(file.name, file.content);
             const ClockAhead settled(3);
             for (int look = 0; look < 2; ++look) ExpectTruth(file);
-            EXPECT_EQ(BytesOfLook(file), file.read_again);
+            // On Windows nothing proves a file unchanged.
+            if (platform::HasSettled({.written = 1, .changed = 1})) {
+                EXPECT_EQ(BytesOfLook(file), file.read_again);
+            }
             LetTheClockTick();
             make(directory_ / file.name, file.other);
             ExpectTruth(file);

@@ -1,6 +1,8 @@
 // No look-up shows what a file held yesterday.
 #include "support/resident_files.h"
 
+#include "platform/file_state.h"
+
 namespace hundredweight {
 namespace fs = std::filesystem;
 

@@ -64,7 +64,7 @@ DataWatch::Texts DataWatch::Look() const {
         if (IsOfABatch(PathText(entry.path().filename())) || !entry.is_regular_file()) continue;
         if (!IsStandardStream(entry.path())) mark(entry.path());
     }
-    if (const auto discounts = TariffSet(sources_).DiscountsElsewhere(); !discounts.empty()) {
+    if (const auto discounts = TariffSet::DiscountsElsewhere(sources_); !discounts.empty()) {
         mark(discounts);
     }
     for (const std::string& partner : {sources_.engine, sources_.service_guide}) {

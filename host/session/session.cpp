@@ -56,7 +56,7 @@ Session::Session(const Sources& sources)
         const std::string name = extension.empty() ? "" : sources_.set + "." + extension;
         throw Broken(fmt::format("{}: {}", PathText(sources_.data / name), Describe(code)));
     }
-    discounts_elsewhere_ = set_.DiscountsElsewhere();
+    discounts_elsewhere_ = TariffSet::DiscountsElsewhere(sources_);
     StartEngine();
     loaded_ = std::make_unique<RateContext>(*context_);
     if (!said_.empty()) RequireWorkingEngine();

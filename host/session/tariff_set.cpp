@@ -64,7 +64,8 @@ void TariffSet::RequireSound(const std::vector<SetFile>& files, int32_t failure)
     for (const SetFile& file : files) {
         if (file.need != Need::kNotRead && !file.path.empty()) RequireReadable(file.path);
     }
-    if (const auto discounts = DiscountsElsewhere(); !discounts.empty()) RequireReadable(discounts);
+    if (const auto discounts = DiscountsElsewhere(sources_); !discounts.empty())
+        RequireReadable(discounts);
     for (const SetFile& file : files) {
         if (failure != 0 || file.need == Need::kNotRead || !file.is_table || !file.size) continue;
         if (file.stray_bytes() == 0) continue;
@@ -72,11 +73,11 @@ void TariffSet::RequireSound(const std::vector<SetFile>& files, int32_t failure)
     }
 }
 
-std::filesystem::path TariffSet::DiscountsElsewhere() const {
+std::filesystem::path TariffSet::DiscountsElsewhere(const Sources& sources) {
     std::error_code error;
     const std::filesystem::path current = std::filesystem::current_path(error);
-    if (error || equivalent(current, sources_.data, error)) return {};
-    const std::string name = sources_.set + ".DIS";
+    if (error || equivalent(current, sources.data, error)) return {};
+    const std::string name = sources.set + ".DIS";
     try {
         return Listing(current).Find(name);
     } catch (const Broken&) {

@@ -31,7 +31,7 @@ class TariffSet {
 
     /// The set's discount file of the current directory, which serves in the place of the one in
     /// the set's; an empty path when there is none.
-    std::filesystem::path DiscountsElsewhere() const;
+    static std::filesystem::path DiscountsElsewhere(const Sources& sources);
 
     /// The file of the profiles; an empty path when there is none.
     std::filesystem::path ProfileFile() const { return FindFile(sources_.data, "PROFILE.FIL"); }

@@ -40,7 +40,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
         InitializeSGdll(&*record);
         record.CallTwice("the service guide answers alike twice", GetService);
         record.CallTwice("the service guide answers terminals alike twice", GetTerminals);
-        record.CallTwice("the engine rates alike twice", RateAnew);
+        const RateContext asked = *record;
+        record.CallTwice("the engine rates alike twice", [&](RateContext* context) {
+            // An answer lays its points into the record; the same ones are asked for again.
+            std::memcpy(context->OrigState, asked.OrigState, sizeof asked.OrigState);
+            std::memcpy(context->OrigCity, asked.OrigCity, sizeof asked.OrigCity);
+            std::memcpy(context->DestState, asked.DestState, sizeof asked.DestState);
+            std::memcpy(context->DestCity, asked.DestCity, sizeof asked.DestCity);
+            return RateAnew(context);
+        });
         record.CheckRatedTexts();
     }
     Directory().Restore();

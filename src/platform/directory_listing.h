@@ -19,7 +19,7 @@ class DirectoryListing {
     DirectoryListing(const DirectoryListing&) = delete;
     DirectoryListing& operator=(const DirectoryListing&) = delete;
 
-    /// The one that lives; null when there is none.
+    /// The one that lives in this thread; null when there is none.
     static DirectoryListing* Current();
 
     /// Lists a path's directory for the names that begin as the path's does, unless that is done.

@@ -15,7 +15,8 @@ namespace {
 constexpr std::size_t kLongestName = sizeof(dirent::d_name) - 1;
 static_assert(kLongestName <= 0xFF);
 
-DirectoryListing* current_listing = nullptr;
+/// Of a load that this thread is in: another may open files for a record of its own meanwhile.
+thread_local DirectoryListing* current_listing = nullptr;
 
 /// A name up to its extension.
 std::string_view Beginning(std::string_view name) {

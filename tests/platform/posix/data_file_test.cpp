@@ -1,6 +1,9 @@
 // What file names do where case and trailing blanks tell.
 #include "tariff/data_file.h"
 
+#include <thread>
+
+#include "platform/directory_listing.h"
 #include "platform/file.h"
 #include "support/resident_files.h"
 
@@ -39,6 +42,15 @@ TEST_F(ExactNamesTest, TodaysNameIsLookedForNotYesterdays) {
     }
     std::filesystem::remove(directory_ / "ABC.ZMC");
     EXPECT_EQ(MinimumFound(context_), "2");
+}
+
+TEST_F(ExactNamesTest, WhatALoadHasListedServesItsThreadAlone) {
+    const platform::DirectoryListing load;
+    EXPECT_EQ(Content(".LA"), "-");
+    WriteFile("abc.la", "late");
+    std::string elsewhere;
+    std::thread([&] { elsewhere = Content(".LA"); }).join();
+    EXPECT_EQ(elsewhere + Content(".LA"), "late-");
 }
 
 TEST(Separators, AreSlashAndBackslash) {

@@ -4,6 +4,7 @@
 # make test-all      all three, and compares what the three make of the same shipments
 # make fuzz          attacks it with inputs of every kind    make fuzz-minute  for a minute in all
 # make bench         measures what rating costs, against what it must cost
+# make bench-docs    puts what the last whole run of it gave into docs/performance.md
 # make outcomes OLD=DIR   holds the libraries against those of another build
 # make win32         packs the library for Windows
 # make lint          checks format and common slips
@@ -17,7 +18,7 @@ LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 WINE_PACKAGES    = debootstrap xvfb xauth
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
-BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib
+BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib time
 LINT_PACKAGES    = clang-format clang-tidy
 
 SAMPLE = sample
@@ -25,7 +26,7 @@ SAMPLE = sample
 # The targets share packages, trees and a display.
 .NOTPARALLEL:
 
-.PHONY: rate win32 test test-linux32 test-win32 test-all compare fuzz fuzz-minute bench outcomes \
+.PHONY: rate win32 test test-linux32 test-win32 test-all compare fuzz fuzz-minute bench bench-docs outcomes \
     lint format clean packages
 
 rate:
@@ -72,13 +73,17 @@ fuzz fuzz-minute:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(LINUX32_PACKAGES) $(FUZZ_PACKAGES)
 	@scripts/fuzz.sh $(if $(filter fuzz-minute,$@),--minute)
 
-# BENCH names what is measured, and how: "batch --rows 10000000", say; build/bench/ has the table
-# and the plots then.
+# BENCH names what is measured, and how: "batch --rows 10000000", say; build/bench/ has the tables
+# and the plots then, of a run of some parts by names of their own.
 bench:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(BENCH_PACKAGES)
 	@HWT_TARGET=hundredweight_benchmark scripts/build.sh release -DHWT_BENCH=ON
 	@build/release/bin/hundredweight_benchmark --out build/bench $(BENCH)
-	@/usr/bin/python3 scripts/plot_curves.py build/bench/performance.json build/bench/performance.svg
+	@/usr/bin/python3 scripts/plot_curves.py build/bench
+
+# Puts the tables and plots of the last whole run into the documentation.
+bench-docs:
+	@/usr/bin/python3 scripts/put_performance.py build/bench docs
 
 # COUNT, 100000 unless set, is how many inputs of each fuzz target both get.
 outcomes:

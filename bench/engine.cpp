@@ -1,4 +1,3 @@
-#include <dlfcn.h>
 #include <fmt/format.h>
 #include <hundredweight/engine_interface.h>
 #include <hundredweight/exports.h>
@@ -16,49 +15,16 @@
 #include <variant>
 #include <vector>
 
+#include "bare_engine.h"
+#include "data_sets.h"
 #include "measures.h"
-#include "reference/samples/generated_shipments.h"
-#include "reference/samples/sample_data.h"
 #include "session/session.h"
-#include "shipment/shipment_json.h"
+#include "shipments.h"
 
 namespace hundredweight::bench {
 namespace {
 
 namespace fs = std::filesystem;
-
-template <typename Function>
-Function EntryPoint(const char* library, const char* name) {
-    void* const module = dlopen(library, RTLD_NOW | RTLD_LOCAL);
-    void* const symbol = module ? dlsym(module, name) : nullptr;
-    if (!symbol) throw std::runtime_error(dlerror());
-    return reinterpret_cast<Function>(symbol);
-}
-
-/// An engine of its own, without the library.
-class Engine {
- public:
-    explicit Engine(const fs::path& data) : handle_(start_(data.c_str())) {}
-    ~Engine() { end_(handle_); }
-    Engine(const Engine&) = delete;
-    Engine& operator=(const Engine&) = delete;
-
-    void Rate(EngineRateRecord& record) {
-        block_.Capacity = sizeof block_.Data;
-        rate_(handle_, &record, &block_);
-    }
-
- private:
-    static inline const auto start_ =
-        EntryPoint<Tolvex_InitializeTolvexExFunction>(HWT_TOLVEX, "Tolvex_InitializeTolvexEx");
-    static inline const auto end_ =
-        EntryPoint<Tolvex_EndTolvexExFunction>(HWT_TOLVEX, "Tolvex_EndTolvexEx");
-    static inline const auto rate_ =
-        EntryPoint<Tolvex_RateShipment2ExFunction>(HWT_TOLVEX, "Tolvex_RateShipment2Ex");
-
-    void* handle_;
-    EngineResultBlock block_{};
-};
 
 /// Shipments that can be rated, as the library's records and as the requests that it sends.
 struct Prepared {
@@ -73,18 +39,16 @@ constexpr int kFewRows = 8;
 /// The session's shipments; with requests when the engine records them.
 Prepared Prepare(cwt::Session& session, int rows, const EngineRateRecord* request) {
     Prepared prepared;
-    samples::WriteGeneratedRows(rows, [&](const std::string& row) {
-        cwt::Shipment shipment;
-        if (!cwt::ReadShipmentJson(row, shipment).empty()) return;
-        if (!std::holds_alternative<cwt::Bill>(session.Rate(shipment, 0))) return;
+    for (const cwt::Shipment& shipment : GeneratedShipments(rows)) {
+        if (!std::holds_alternative<cwt::Bill>(session.Rate(shipment, 0))) continue;
         prepared.records.push_back(std::make_unique<RateContext>(session.context()));
         if (request) prepared.requests.push_back(*request);
-    });
+    }
     return prepared;
 }
 
 std::vector<EngineRateRecord> SampleRequests(int rows) {
-    cwt::Session session({.data = ".", .engine = HWT_RECORDING_ENGINE});
+    cwt::Session session({.data = SampleSet(), .engine = HWT_RECORDING_ENGINE});
     const auto last_request =
         EntryPoint<const EngineRateRecord* (*)()>(HWT_RECORDING_ENGINE, "LastRequest");
     return Prepare(session, rows, last_request()).requests;
@@ -181,10 +145,10 @@ double BytesInUse() {
 void MeasureLanes(Table& table, int lanes, const EngineRateRecord& request) {
     constexpr int kMost = 800000;
     const fs::path data = fmt::format("lanes-{}", lanes);
-    CopyWithLanes("carrier", data, lanes);
+    CopyWithLanes(CarrierSet(), data, lanes);
     const auto requests = ScatteredRequests(data, request);
-    const auto sample_requests = ScatteredRequests(".", request);
-    Engine engine(data), sample(".");
+    const auto sample_requests = ScatteredRequests(SampleSet(), request);
+    Engine engine(data), sample(SampleSet());
     std::string memory;
     table.Measure({.what = fmt::format("one rating, of any of {} lanes", lanes),
                    .against = "of any of the sample",
@@ -203,24 +167,24 @@ void MeasureLanes(Table& table, int lanes, const EngineRateRecord& request) {
 }  // namespace
 
 void MeasureEngine(Table& table, const Extent& /*extent*/) {
-    samples::WriteSampleData(".");
-    samples::WriteSampleData("carrier", samples::Size::kCarrier);
     const std::vector<EngineRateRecord> requests = SampleRequests(kRows);
     const std::vector<EngineRateRecord> few_requests = SampleRequests(kFewRows);
-    Engine sample(".");
+    Engine sample(SampleSet());
     {
-        cwt::Session session({.data = ".", .engine = HWT_TOLVEX});
+        cwt::Session session({.data = SampleSet(), .engine = HWT_TOLVEX});
         Prepared prepared = Prepare(session, kFewRows, nullptr);
         table.Measure({.what = "a shipment through `RateShipment`, the reference engine in it",
                        .against = "the engine's own time for the same requests",
-                       .goal = 1.6},
+                       .goal = 1.6,
+                       .brief = "the library and the reference engine alone, of one that is rated"},
                       RateThroughLibrary(prepared), RateInTurn(sample, few_requests));
     }
+    const fs::path carrier_set = CarrierSet();
     const double before = BytesInUse();
-    Engine carrier("carrier");
+    Engine carrier(carrier_set);
     constexpr double kLanes = 800130;
-    table.Add({.what = "bytes of memory of the engine's rate base at a carrier's size",
-               .against = "its lanes",
+    table.Add({.what = "memory of the engine's rate base at a carrier's size",
+               .against = "a byte for each lane",
                .goal = 60},
               BytesInUse() - before, kLanes);
     table.Measure({.what = "one rating of the sample's shipments, rate base of a carrier's size",

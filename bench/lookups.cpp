@@ -1,18 +1,16 @@
 // Look-ups of point codes and tariff names, against a database of the same tables in memory.
 #include <fmt/format.h>
 #include <hundredweight/exports.h>
-#include <sqlite3.h>
 
 #include <cstring>
 #include <fstream>
-#include <initializer_list>
 #include <memory>
 #include <random>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "database.h"
 #include "measures.h"
 #include "reference/samples/sample_data.h"
 #include "session/session.h"
@@ -20,6 +18,7 @@
 namespace hundredweight::bench {
 namespace {
 
+constexpr const char* kDirectory = "network";
 constexpr int kLanes = 4096;  ///< A power of two.
 
 /// A postal code of six letters and digits in turns; greater numbers give greater codes.
@@ -49,62 +48,6 @@ struct Network {
     int points;
 };
 
-/// A database in memory.
-class Database {
- public:
-    Database() { Require(sqlite3_open(":memory:", &database_)); }
-    ~Database() { sqlite3_close_v2(database_); }
-    Database(const Database&) = delete;
-    Database& operator=(const Database&) = delete;
-
-    static void Require(int outcome) {
-        if (outcome != SQLITE_OK) throw std::runtime_error("the database fails");
-    }
-    void Run(const char* words) {
-        Require(sqlite3_exec(database_, words, nullptr, nullptr, nullptr));
-    }
-    sqlite3* get() const { return database_; }
-
- private:
-    sqlite3* database_ = nullptr;
-};
-
-/// A prepared statement with texts for its parameters.
-class Statement {
- public:
-    Statement(const Database& database, const char* words) {
-        Database::Require(sqlite3_prepare_v2(database.get(), words, -1, &statement_, nullptr));
-    }
-    ~Statement() { sqlite3_finalize(statement_); }
-    Statement(const Statement&) = delete;
-    Statement& operator=(const Statement&) = delete;
-
-    void Insert(std::initializer_list<std::string_view> texts) {
-        Bind(texts);
-        sqlite3_step(statement_);
-        Database::Require(sqlite3_reset(statement_));
-    }
-    /// Copies the first text of the first row.
-    template <std::size_t Size>
-    void Select(std::initializer_list<std::string_view> texts, char (&text)[Size]) {
-        Bind(texts);
-        if (sqlite3_step(statement_) != SQLITE_ROW) throw std::runtime_error("not found");
-        std::memcpy(text, sqlite3_column_text(statement_, 0), Size);
-        sqlite3_reset(statement_);
-    }
-
- private:
-    void Bind(std::initializer_list<std::string_view> texts) {
-        int parameter = 0;
-        for (const std::string_view text : texts) {
-            sqlite3_bind_text(statement_, ++parameter, text.data(), static_cast<int>(text.size()),
-                              SQLITE_STATIC);
-        }
-    }
-
-    sqlite3_stmt* statement_ = nullptr;
-};
-
 /// Two postal codes.
 struct Lane {
     std::string origin, destination;
@@ -129,8 +72,9 @@ class Lanes {
 
 /// The sample set with the network's tables.
 void WriteTables(const Network& network, bool with_pairs) {
-    samples::WriteSampleData(".");
-    std::ofstream ranges("SAMPLE.CBS", std::ios::binary), pairs("SAMPLE.CMT", std::ios::binary);
+    samples::WriteSampleData(kDirectory);
+    std::ofstream ranges(fmt::format("{}/SAMPLE.CBS", kDirectory), std::ios::binary);
+    std::ofstream pairs(fmt::format("{}/SAMPLE.CMT", kDirectory), std::ios::binary);
     for (int i = 0; i < network.points; ++i) {
         ranges << network.Low(i) << network.High(i) << Network::PointCode(i);
         for (int j = 0; with_pairs && j < network.points; ++j) {
@@ -191,7 +135,7 @@ Work LookUp(RateContext& context, Lanes& lanes, bool with_pairs) {
 void MeasureLanes(Table& table, const Pair& pair, int points, bool with_pairs) {
     const Network network(points);
     WriteTables(network, with_pairs);
-    const cwt::Session session({.data = "."});
+    const cwt::Session session({.data = kDirectory});
     const auto context = std::make_unique<RateContext>(session.context());
     Database database;
     FillDatabase(database, network, with_pairs);

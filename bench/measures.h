@@ -13,8 +13,10 @@ struct Extent {
 /// Rows of batches, explanations and their memory, through the command.
 void MeasureRows(Table& table, const Extent& extent);
 
-/// One shipment through the command.
+/// One shipment through the command, and its memory.
 void MeasureStart(Table& table, const Extent& extent);
+/// Shipments in a session that stays.
+void MeasureSession(Table& table, const Extent& extent);
 /// The reference engine: ratings and starts, by the size of its rate base.
 void MeasureEngine(Table& table, const Extent& extent);
 /// Loads of tariff sets, and what the system's share of them is.

@@ -4,9 +4,10 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <utility>
+
+#include "report.h"
 
 namespace hundredweight::bench {
 namespace {
@@ -47,30 +48,6 @@ Spread SpreadOf(std::vector<double> values) {
     return {values.front(), values[values.size() / 2], values.back()};
 }
 
-/// "1.23 ms"
-std::string TimeText(double nanoseconds) {
-    constexpr std::pair<double, const char*> kUnits[] = {{1e9, "s"}, {1e6, "ms"}, {1e3, "µs"}};
-    for (const auto& [unit, name] : kUnits) {
-        if (nanoseconds >= unit) return fmt::format("{:.3g} {}", nanoseconds / unit, name);
-    }
-    return fmt::format("{:.3g} ns", nanoseconds);
-}
-
-std::string GoalText(const Pair& pair) {
-    if (pair.goal == 0) return "–";
-    return fmt::format("at {} {:.3g}", pair.side == Goal::kAtMost ? "most" : "least", pair.goal);
-}
-
-constexpr const char* kHead =
-    "| What | Against | Goal | Ratio (lowest to highest) | Of these |\n|---|---|---|---|---|\n";
-
-std::string Line(const Row& row) {
-    return fmt::format("| {} | {} | {} | {:.3g} ({:.3g} to {:.3g}) | {} |\n", row.pair.what,
-                       row.pair.against, GoalText(row.pair), row.ratio.median, row.ratio.low,
-                       row.ratio.high,
-                       row.a == 0 ? "–" : TimeText(row.a) + " to " + TimeText(row.b));
-}
-
 }  // namespace
 
 void Table::Measure(const Pair& pair, const Work& a, const Work& b) {
@@ -86,42 +63,18 @@ void Table::Measure(const Pair& pair, const Work& a, const Work& b) {
     for (std::size_t turn = 0; turn < turns.a.size(); ++turn) {
         ratios.push_back(turns.a[turn] / turns.b[turn]);
     }
-    Keep({pair, SpreadOf(ratios), SpreadOf(turns.a).median, SpreadOf(turns.b).median});
+    Keep({pair, SpreadOf(ratios), SpreadOf(turns.a).median / pair.count,
+          SpreadOf(turns.b).median / pair.count});
 }
 
 void Table::Add(const Pair& pair, double a, double b) {
-    Keep({pair, {a / b, a / b, a / b}});
+    Keep({pair, {a / b, a / b, a / b}, a, b, Unit::kBytes});
 }
 
 void Table::Keep(Row row) {
-    if (rows_.empty()) fmt::print("{}", kHead);
-    fmt::print("{}", Line(row));
+    fmt::print("{}{}", rows_.empty() ? kTableHead : "", TableLine(row));
     std::fflush(stdout);
     rows_.push_back(std::move(row));
-}
-
-std::string Table::Markdown() const {
-    std::string text = kHead;
-    for (const Row& row : rows_) text += Line(row);
-    return text;
-}
-
-std::string Table::Json() const {
-    auto rows = nlohmann::ordered_json::array();
-    for (const Row& row : rows_) {
-        rows.push_back({{"what", row.pair.what},
-                        {"against", row.pair.against},
-                        {"goal", row.pair.goal},
-                        {"goal_is", row.pair.side == Goal::kAtMost ? "at most" : "at least"},
-                        {"lowest", row.ratio.low},
-                        {"median", row.ratio.median},
-                        {"highest", row.ratio.high},
-                        {"nanoseconds", row.a},
-                        {"nanoseconds_against", row.b},
-                        {"curve", row.pair.curve},
-                        {"size", row.pair.size}});
-    }
-    return rows.dump(2) + "\n";
 }
 
 }  // namespace hundredweight::bench

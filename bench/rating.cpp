@@ -11,24 +11,20 @@
 #include <variant>
 #include <vector>
 
+#include "data_sets.h"
 #include "measures.h"
-#include "reference/samples/generated_shipments.h"
-#include "reference/samples/sample_data.h"
 #include "session/session.h"
-#include "shipment/shipment_json.h"
+#include "shipments.h"
 
 namespace hundredweight::bench {
 namespace {
 
 /// Leaves in the session's record the first generated shipment that can be rated.
 void RateOne(cwt::Session& session) {
-    bool rated = false;
-    samples::WriteGeneratedRows(100, [&](const std::string& row) {
-        cwt::Shipment shipment;
-        if (rated || !cwt::ReadShipmentJson(row, shipment).empty()) return;
-        rated = std::holds_alternative<cwt::Bill>(session.Rate(shipment, 0));
-    });
-    if (!rated) throw std::runtime_error("no generated shipment can be rated");
+    for (const cwt::Shipment& shipment : GeneratedShipments(100)) {
+        if (std::holds_alternative<cwt::Bill>(session.Rate(shipment, 0))) return;
+    }
+    throw std::runtime_error("no generated shipment can be rated");
 }
 
 /// Rates the record's shipment again and again; what stands in it stays as it is.
@@ -95,8 +91,7 @@ class PlainWork {
 }  // namespace
 
 void MeasureRating(Table& table, const Extent& /*extent*/) {
-    samples::WriteSampleData(".");
-    cwt::Session session({.data = ".", .engine = HWT_INSTANT_ENGINE});
+    cwt::Session session({.data = SampleSet(), .engine = HWT_INSTANT_ENGINE});
     RateOne(session);
     const auto with_minimums = std::make_unique<RateContext>(session.context());
     const auto without = std::make_unique<RateContext>(session.context());

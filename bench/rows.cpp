@@ -1,45 +1,33 @@
 #include <fmt/format.h>
 
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "command_run.h"
+#include "data_sets.h"
 #include "measures.h"
 #include "reference/samples/generated_shipments.h"
-#include "reference/samples/sample_data.h"
 #include "session/session.h"
-#include "shipment/shipment_json.h"
+#include "shipments.h"
 #include "text/json_writer.h"
 
 namespace hundredweight::bench {
 namespace {
 
-std::vector<cwt::Shipment> WriteAndReadRows(const char* name, int count) {
+namespace fs = std::filesystem;
+
+void WriteRows(const char* name, int count) {
     std::ofstream file(name, std::ios::binary);
-    std::vector<cwt::Shipment> shipments;
-    samples::WriteGeneratedRows(count, [&](const std::string& row) {
-        file << row;
-        shipments.emplace_back();
-        if (!cwt::ReadShipmentJson(row, shipments.back()).empty()) shipments.pop_back();
-    });
-    return shipments;
+    samples::WriteGeneratedRows(count, [&](const std::string& row) { file << row; });
 }
 
-Work Batch(const std::string& rows, int jobs) {
-    return Repeatedly([=] {
-        RunCommand(
-            fmt::format("{} batch {} --jobs {} --to ndjson >/dev/null 2>&1", HWT_CWT, rows, jobs));
-    });
-}
-
-Work RateAll(cwt::Session& session, const std::vector<cwt::Shipment>& shipments) {
-    return Repeatedly([&] {
-        for (const cwt::Shipment& shipment : shipments) {
-            benchmark::DoNotOptimize(session.Rate(shipment, 0));
-        }
-    });
+Work Batch(const char* rows, const fs::path& data, int jobs) {
+    return Repeatedly(
+        [words = Words{HWT_CWT, "batch", rows, "--data", data, "--jobs", std::to_string(jobs),
+                       "--to", "ndjson"}] { RunCommand(words); });
 }
 
 void RateToJson(cwt::Session& session, const cwt::Shipment& shipment, bool explained) {
@@ -63,39 +51,54 @@ Work RateAllToJson(cwt::Session& session, const std::vector<cwt::Shipment>& ship
     });
 }
 
-double PeakBytes(int rows) {
-    return static_cast<double>(
-        RunCommand(fmt::format("{} sample --shipments {} | {} batch - --from ndjson --data . "
-                               "--jobs 2 >/dev/null 2>&1",
-                               HWT_CWT, rows, HWT_CWT))
-            .peak_bytes);
+double PeakOfBatch(int rows) {
+    const std::string words =
+        fmt::format("{} sample --shipments {} | {} batch - --from ndjson --data {} --jobs 2",
+                    HWT_CWT, rows, HWT_CWT, SampleSet().string());
+    return static_cast<double>(PeakBytesOfAll({"/bin/sh", "-c", words}));
+}
+
+void MeasureBatch(Table& table, const char* rows, int count, const fs::path& data, Pair pair) {
+    cwt::Session session({.data = data});
+    const std::vector<cwt::Shipment> shipments = GeneratedShipments(count);
+    pair.against = "its rating in process";
+    pair.clock = Clock::kWall;
+    pair.count = count;
+    pair.brief = "a row through `cwt batch --jobs 1`";
+    table.Measure(pair, Batch(rows, data, 1), RateAll(session, shipments));
 }
 
 }  // namespace
 
 void MeasureRows(Table& table, const Extent& extent) {
     constexpr int kRows = 50000, kFewRows = 10000;
-    samples::WriteSampleData(".");
-    const std::vector<cwt::Shipment> shipments = WriteAndReadRows("rows.ndjson", kRows);
-    cwt::Session session({.data = "."});
-    table.Measure({.what = "a row through `cwt batch --jobs 1`, NDJSON to NDJSON",
-                   .against = "its rating in process",
-                   .goal = 2.5,
-                   .clock = Clock::kWall},
-                  Batch("rows.ndjson", 1), RateAll(session, shipments));
-    table.Measure({.what = "`--jobs 1`",
+    WriteRows("rows.ndjson", kRows);
+    WriteRows("few-rows.ndjson", kFewRows);
+    const fs::path sample = SampleSet();
+    MeasureBatch(table, "rows.ndjson", kRows, sample,
+                 {.what = "a row through `cwt batch --jobs 1`, NDJSON to NDJSON", .goal = 2.5});
+    MeasureBatch(
+        table, "few-rows.ndjson", kFewRows, CarrierSet(),
+        {.what = "a row through `cwt batch --jobs 1` at a carrier's size", .set = Set::kCarrier});
+    table.Measure({.what = "a row, `--jobs 1`",
                    .against = "`--jobs 2`",
                    .goal = 1.8,
                    .side = Goal::kAtLeast,
-                   .clock = Clock::kWall},
-                  Batch("rows.ndjson", 1), Batch("rows.ndjson", 2));
-    table.Measure(
-        {.what = "a row explained, as JSON", .against = "not explained, as JSON", .goal = 3},
-        RateAllToJson(session, shipments, true), RateAllToJson(session, shipments, false));
+                   .clock = Clock::kWall,
+                   .count = kRows},
+                  Batch("rows.ndjson", sample, 1), Batch("rows.ndjson", sample, 2));
+    cwt::Session session({.data = sample});
+    const std::vector<cwt::Shipment> shipments = GeneratedShipments(kRows);
+    table.Measure({.what = "a row explained, as JSON",
+                   .against = "not explained, as JSON",
+                   .goal = 3,
+                   .count = kRows},
+                  RateAllToJson(session, shipments, true),
+                  RateAllToJson(session, shipments, false));
     table.Add({.what = fmt::format("memory of all processes at {} rows", extent.rows),
                .against = fmt::format("at {} rows", kFewRows),
                .goal = 1.2},
-              PeakBytes(extent.rows), PeakBytes(kFewRows));
+              PeakOfBatch(extent.rows), PeakOfBatch(kFewRows));
 }
 
 }  // namespace hundredweight::bench

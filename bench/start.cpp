@@ -1,48 +1,67 @@
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <fmt/format.h>
 
+#include <filesystem>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
+#include "command_run.h"
+#include "data_sets.h"
 #include "measures.h"
-#include "reference/samples/sample_data.h"
 
 namespace hundredweight::bench {
 namespace {
 
-/// Starts a program and waits for its end.
-Work Program(const std::vector<std::string>& words) {
-    return Repeatedly([words = words]() mutable {
-        std::vector<char*> arguments;
-        for (std::string& word : words) arguments.push_back(word.data());
-        arguments.push_back(nullptr);
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-        pid_t process = 0;
-        const int error =
-            posix_spawn(&process, arguments[0], &actions, nullptr, arguments.data(), environ);
-        posix_spawn_file_actions_destroy(&actions);
-        int status = 0;
-        if (error != 0 || waitpid(process, &status, 0) != process || status != 0) {
-            throw std::runtime_error(words[0] + ": did not end well");
-        }
+namespace fs = std::filesystem;
+
+Work Program(const Words& words) {
+    return Repeatedly([words] {
+        if (RunCommand(words) != 0) throw std::runtime_error(words[0] + ": did not end well");
     });
+}
+
+Words RateOne(const fs::path& data) {
+    return {HWT_CWT, "rate", data / "shipments/01-deficit-and-discount.json"};
+}
+
+/// `cat` of the set's files but those of which a rating reads no more than a record.
+Words CatFiles(const fs::path& data) {
+    Words words = {"/bin/cat"};
+    for (const fs::directory_entry& entry : fs::directory_iterator(data)) {
+        const fs::path name = entry.path().filename();
+        if (entry.is_regular_file() && name != "PROFILE.FIL" && name.extension() != ".ZMC") {
+            words.push_back(entry.path());
+        }
+    }
+    return words;
+}
+
+void AddMemory(Table& table, const fs::path& data, const Pair& pair) {
+    const Words files = CatFiles(data);
+    std::uintmax_t bytes = 0;
+    for (auto file = files.begin() + 1; file != files.end(); ++file) bytes += fs::file_size(*file);
+    table.Add(pair, static_cast<double>(PeakBytes(RateOne(data))), static_cast<double>(bytes));
 }
 
 }  // namespace
 
 void MeasureStart(Table& table, const Extent& /*extent*/) {
-    samples::WriteSampleData(".");
-    table.Measure({.what = "`cwt rate`, one shipment, from its start to its end",
-                   .against = "`true`",
-                   .goal = 2,
-                   .clock = Clock::kWall},
-                  Program({HWT_CWT, "rate", "shipments/01-deficit-and-discount.json"}),
-                  Program({"/bin/true"}));
+    constexpr const char* kTime = "`cwt rate`, one shipment, from start to end";
+    constexpr const char* kMemory = "memory of `cwt rate`";
+    const fs::path sample = SampleSet(), carrier = CarrierSet();
+    table.Measure(
+        {.what = kTime, .against = "`true`", .goal = 2, .clock = Clock::kWall, .brief = kTime},
+        Program(RateOne(sample)), Program({"/bin/true"}));
+    table.Measure({.what = fmt::format("{}, at a carrier's size", kTime),
+                   .against = "`cat` of its files",
+                   .clock = Clock::kWall,
+                   .brief = kTime,
+                   .set = Set::kCarrier},
+                  Program(RateOne(carrier)), Program(CatFiles(carrier)));
+    AddMemory(table, sample, {.what = kMemory, .against = "its files", .brief = kMemory});
+    AddMemory(table, carrier,
+              {.what = fmt::format("{} at a carrier's size", kMemory),
+               .against = "its files",
+               .brief = kMemory,
+               .set = Set::kCarrier});
 }
 
 }  // namespace hundredweight::bench

@@ -1,53 +1,70 @@
 #!/usr/bin/python3
-"""Plots how measured ratios grow with their data.
+"""Plots how times and ratios grow with their data, for each table of the benchmark in a directory.
 
-    plot_curves.py performance.json performance.svg
+    plot_curves.py build/bench
 """
 import json
+import pathlib
 import sys
 
 import matplotlib
 
 matplotlib.use("svg")
-matplotlib.rcParams["svg.hashsalt"] = "curves"  # The same rows make the same file.
-from matplotlib import pyplot
+matplotlib.rcParams.update(
+    {
+        "font.size": 12,  # Readable where the page is as wide as a telephone.
+        "svg.fonttype": "none",
+        "svg.hashsalt": "curves",  # The same rows make the same file.
+    }
+)
+from matplotlib import pyplot, ticker
+
+MARKERS = "osD^vPX*"
 
 
 def read_curves(path):
     """The rows of each curve, by size."""
     curves = {}
-    with open(path, encoding="utf-8") as file:
-        for row in json.load(file):
-            if row["curve"]:
-                curves.setdefault(row["curve"], []).append(row)
+    for row in json.loads(path.read_text("utf-8")):
+        if row["curve"]:
+            curves.setdefault(row["curve"], []).append(row)
     for rows in curves.values():
         rows.sort(key=lambda row: row["size"])
     return curves
 
 
 def plot(curves, path):
-    """Two plots side by side: the time of one, and its ratio to what it is measured against."""
-    figure, (times, ratios) = pyplot.subplots(1, 2, figsize=(12, 6))
-    figure.subplots_adjust(left=0.06, right=0.98, top=0.93, bottom=0.3)
-    for name, rows in curves.items():
+    """Two plots, one above the other: the time of one, and its ratio to what it is held against."""
+    figure, (times, ratios) = pyplot.subplots(2, 1, figsize=(6, 10), sharex=True)
+    figure.subplots_adjust(left=0.16, right=0.97, top=0.98, bottom=0.3, hspace=0.06)
+    for (name, rows), marker in zip(curves.items(), MARKERS):
         sizes = [row["size"] for row in rows]
-        times.plot(sizes, [row["nanoseconds"] / 1e3 for row in rows], "o-", label=name)
-        low_and_high = [
-            [row["median"] - row["lowest"] for row in rows],
-            [row["highest"] - row["median"] for row in rows],
-        ]
-        ratios.errorbar(
-            sizes, [row["median"] for row in rows], yerr=low_and_high, fmt="o-", label=name
-        )
-    for axes, title in ((times, "Microseconds"), (ratios, "Ratio to the yardstick")):
-        axes.set(xscale="log", yscale="log", xlabel="Size of the data", title=title)
+        (line,) = times.plot(sizes, [row["a"] / 1e3 for row in rows], marker + "-", label=name)
+        ratios.plot(sizes, [row["median"] for row in rows], marker + "-")
+        for row in rows:
+            if row["goal"]:
+                ends = row["size"] / 2, row["size"] * 2
+                ratios.plot(ends, [row["goal"]] * 2, "--", color=line.get_color())
+    times.plot([], [], "--", color="gray", label="goal, at the size that it is for")
+    times.set(xscale="log", yscale="log", ylabel="Time of one A, microseconds")
+    ratios.set(
+        xscale="log",
+        yscale="log",
+        ylabel="Ratio A : B",
+        xlabel="Lanes, records, profiles or files beside",
+    )
+    for axes in (times, ratios):
         axes.grid(alpha=0.3)
-    handles, labels = times.get_legend_handles_labels()
-    figure.legend(handles, labels, loc="lower center", ncols=2, fontsize="small")
+        axes.minorticks_off()
+        axes.yaxis.set_major_locator(ticker.LogLocator())
+    figure.legend(loc="lower center", ncols=1)
     figure.savefig(path, metadata={"Date": None})
+    pyplot.close(figure)
 
 
 if __name__ == "__main__":
-    if len(sys.argv) != 3:
+    if len(sys.argv) != 2:
         sys.exit(__doc__)
-    plot(read_curves(sys.argv[1]), sys.argv[2])
+    for table in sorted(pathlib.Path(sys.argv[1]).glob("performance*.json")):
+        if curves := read_curves(table):
+            plot(curves, table.with_suffix(".svg"))

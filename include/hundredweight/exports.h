@@ -15,8 +15,10 @@
  * result is to be freed by the host. Arguments named reserved are not read: pass 0.
  *
  * Calls come from one thread, on one record at a time: the engine, the service guide, the name
- * tables (CBS and CMT files) and what look-ups keep of a ZMC and a profile file, as long as these
- * prove unchanged, exist once in a process.
+ * tables (CBS and CMT files) and the copies of files exist once in a process. Copies there are on
+ * Linux: RateShipment keeps one of the ZMC file, GetProfileRecord one of the profiles' names, as
+ * long as device, inode, size and times prove the file unchanged. Replace such a file by a rename;
+ * a write through a shared mapping may leave its times, and go unnoticed.
  */
 #ifndef HUNDREDWEIGHT_EXPORTS_H
 #define HUNDREDWEIGHT_EXPORTS_H

@@ -5,7 +5,7 @@
 
 namespace hundredweight::bench {
 
-/// The sample data, and those of a carrier's size, which take 242 MB. Each is written once a run,
+/// The sample data, and those of a carrier's size, which take 244 MB. Each is written once a run,
 /// when it is first asked for; nobody changes it.
 std::filesystem::path SampleSet();
 std::filesystem::path CarrierSet();

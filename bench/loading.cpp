@@ -110,7 +110,7 @@ void Compare(Table& table, const LoadedSet& set, int others = 0) {
     if (!set.missing.empty()) pair.against += ", one listing";
     if (others > 0) {
         pair.what += fmt::format(" beside {} other files", others);
-        pair.curve = "other files";
+        pair.curve = "a load beside other files";
         pair.size = others;
     }
     pair.goal = 1.1;

@@ -22,7 +22,7 @@ Words RateOne(const fs::path& data) {
     return {HWT_CWT, "rate", data / "shipments/01-deficit-and-discount.json"};
 }
 
-/// `cat` of the set's files but those of which a rating reads no more than a record.
+/// `cat` of the set's files but profiles and minimum charges, in which a rating only searches.
 Words CatFiles(const fs::path& data) {
     Words words = {"/bin/cat"};
     for (const fs::directory_entry& entry : fs::directory_iterator(data)) {

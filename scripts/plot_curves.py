@@ -34,19 +34,21 @@ def read_curves(path):
 
 
 def plot(curves, path):
-    """Two plots, one above the other: the time of one, and its ratio to what it is held against."""
-    figure, (times, ratios) = pyplot.subplots(2, 1, figsize=(6, 10), sharex=True)
+    """Two plots, one above the other: the product's time, and the ratio of A to B."""
+    figure, (times, ratios) = pyplot.subplots(2, 1, figsize=(6.4, 10), sharex=True)
     figure.subplots_adjust(left=0.16, right=0.97, top=0.98, bottom=0.3, hspace=0.06)
     for (name, rows), marker in zip(curves.items(), MARKERS):
         sizes = [row["size"] for row in rows]
-        (line,) = times.plot(sizes, [row["a"] / 1e3 for row in rows], marker + "-", label=name)
+        # Where more is better the product is B.
+        product = [row["b" if row["goal_is"] == "at least" else "a"] / 1e3 for row in rows]
+        (line,) = times.plot(sizes, product, marker + "-", label=name)
         ratios.plot(sizes, [row["median"] for row in rows], marker + "-")
         for row in rows:
             if row["goal"]:
                 ends = row["size"] / 2, row["size"] * 2
                 ratios.plot(ends, [row["goal"]] * 2, "--", color=line.get_color())
     times.plot([], [], "--", color="gray", label="goal, at the size that it is for")
-    times.set(xscale="log", yscale="log", ylabel="Time of one A, microseconds")
+    times.set(xscale="log", yscale="log", ylabel="Time, microseconds")
     ratios.set(
         xscale="log",
         yscale="log",
@@ -57,6 +59,8 @@ def plot(curves, path):
         axes.grid(alpha=0.3)
         axes.minorticks_off()
         axes.yaxis.set_major_locator(ticker.LogLocator())
+        axes.yaxis.set_major_formatter(ticker.StrMethodFormatter("{x:g}"))
+    ratios.xaxis.set_major_formatter(ticker.StrMethodFormatter("{x:,.0f}"))
     figure.legend(loc="lower center", ncols=1)
     figure.savefig(path, metadata={"Date": None})
     pyplot.close(figure)

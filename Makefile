@@ -26,8 +26,8 @@ SAMPLE = sample
 # The targets share packages, trees and a display.
 .NOTPARALLEL:
 
-.PHONY: rate win32 test test-linux32 test-win32 test-all compare fuzz fuzz-minute bench bench-docs outcomes \
-    lint format clean packages
+.PHONY: rate win32 test test-linux32 test-win32 test-all compare fuzz fuzz-minute bench bench-docs \
+    outcomes lint format clean packages
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)

@@ -58,7 +58,8 @@ class Lanes {
  public:
     explicit Lanes(const Network& network) {
         std::mt19937 random(1);
-        const auto draw = [&] { return static_cast<int>(random() % network.points); };
+        const auto points = static_cast<unsigned>(network.points);
+        const auto draw = [&] { return static_cast<int>(random() % points); };
         for (int i = 0; i < kLanes; ++i) {
             lanes_.push_back({network.High(draw()), network.Low(draw())});
         }

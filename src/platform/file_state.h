@@ -18,6 +18,10 @@ struct FileState {
 /// Asks the state of an open file. Result: whether the system tells.
 bool StateOf(int descriptor, FileState* state);
 
+/// The same of what a path leads to, in the path's own letters; a file system of another machine is
+/// asked anew. False also where no state proves a file unchanged.
+bool StateOf(const char* path, FileState* state);
+
 /// Whether every change from now on gives the file other times: the last one is so old that no
 /// clock and no file system counts both as one moment.
 bool HasSettled(const FileState& state);

@@ -58,7 +58,7 @@ OpenFile OpenDataFile(const RateContext& context, std::string_view extension) {
         OpenFile file = OpenForReading(SetPathInCurrentDir(context, extension));
         if (file) return file;
     }
-    return FindInDataDir(context, ShortName(context, extension));
+    return OpenForReading(SetPathInDataDir(context, extension));
 }
 
 bool HasDataFile(const RateContext& context, std::string_view extension) {
@@ -69,16 +69,20 @@ OpenFile FindUserFile(const RateContext& context, std::string_view extension) {
     OpenFile file = OpenForReading(SetPathInUserDir(context, extension));
     const bool one_directory = TerminatedText(context.UserDir) == TerminatedText(context.DataDir);
     if (file || one_directory) return file;
-    return FindInDataDir(context, ShortName(context, extension));
+    return OpenForReading(SetPathInDataDir(context, extension));
 }
 
 std::FILE* OpenTextFile(const RateContext& context, std::string_view extension) {
-    const PathText path = PathInDataDir(context, ShortName(context, extension));
+    const PathText path = SetPathInDataDir(context, extension);
     return path.empty() ? nullptr : platform::OpenStreamForReading(path.c_str());
 }
 
 PathText SetPathInCurrentDir(const RateContext& context, std::string_view extension) {
     return JoinPath("", ShortName(context, extension));
+}
+
+PathText SetPathInDataDir(const RateContext& context, std::string_view extension) {
+    return PathInDataDir(context, ShortName(context, extension));
 }
 
 PathText SetPathInUserDir(const RateContext& context, std::string_view extension) {

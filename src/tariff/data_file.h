@@ -76,6 +76,9 @@ std::FILE* OpenTextFile(const RateContext& context, std::string_view extension);
 PathText PathInDataDir(const RateContext& context, std::string_view file_name);
 PathText PathInUserDir(const RateContext& context, std::string_view file_name);
 
+/// The path of the set's file of an extension in DataDir; empty when the name does not fit.
+PathText SetPathInDataDir(const RateContext& context, std::string_view extension);
+
 /// Where a file of the set is written: in the current directory, or in UserDir. Empty when the name
 /// does not fit.
 PathText SetPathInCurrentDir(const RateContext& context, std::string_view extension);

@@ -83,9 +83,12 @@ int32_t CountZmcRecords(const RateContext& context) {
 }
 
 ZmcOutcome FindZmcRecord(const RateContext& context, const ZmcKey& key, ZmcFileRecord& record) {
-    const OpenFile file = OpenDataFile(context, ".ZMC");
+    const PathText path = SetPathInDataDir(context, ".ZMC");
+    const ZmcTable* table = resident_table.CopyAt(path);
+    if (table != nullptr) return FindInTable(*table, context.ZmcCount, key, record);
+    const OpenFile file = OpenForReading(path);
     if (!file) return ZmcOutcome::kNoRecords;
-    const ZmcTable* const table = resident_table.CopyOf(file, MakeTable);
+    table = resident_table.CopyOf(file, MakeTable);
     return table != nullptr ? FindInTable(*table, context.ZmcCount, key, record)
                             : FindInFile(file, context.ZmcCount, key, record);
 }

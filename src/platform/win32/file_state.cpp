@@ -25,6 +25,10 @@ bool StateOf(int descriptor, FileState* state) {
     return true;
 }
 
+bool StateOf(const char* /*path*/, FileState* /*state*/) {
+    return false;
+}
+
 /// A file's times may stay what they are until the last handle that it is written by is closed, so
 /// that nothing proves it unchanged.
 bool HasSettled(const FileState& /*state*/) {

@@ -5,6 +5,7 @@
 
 #include "platform/directory_listing.h"
 #include "platform/file.h"
+#include "support/ordinary_user.h"
 #include "support/resident_files.h"
 
 namespace hundredweight {
@@ -51,6 +52,30 @@ TEST_F(ExactNamesTest, WhatALoadHasListedServesItsThreadAlone) {
     std::string elsewhere;
     std::thread([&] { elsewhere = Content(".LA"); }).join();
     EXPECT_EQ(elsewhere + Content(".LA"), "late-");
+}
+
+TEST_F(ExactNamesTest, AKnownFileIsNotOpenedUnlessItsRightsHaveChanged) {
+    namespace fs = std::filesystem;
+    const ClockAhead settled(3);
+    const fs::path file = directory_ / "ABC.ZMC";
+    fs::permissions(directory_, fs::perms::all);
+    WriteFile("ABC.ZMC", ChargeBytes(1));
+    const auto minimum_found = [&] {
+        const OrdinaryUser user;
+        return MinimumFound(context_);
+    };
+    for (const auto& [place, rights] : {std::pair{file, 0444}, {directory_, 0777}}) {
+        for (int look = 0; look < 2; ++look) EXPECT_EQ(minimum_found(), "1");
+        {
+            const FailingDisk disk(1, Fault::kAllFailFromThere);
+            EXPECT_EQ(minimum_found(), "1");
+            EXPECT_FALSE(disk.struck);
+        }
+        LetTheClockTick();
+        fs::permissions(place, fs::perms::none);
+        EXPECT_EQ(minimum_found(), "none") << place;
+        fs::permissions(place, fs::perms(rights));
+    }
 }
 
 TEST(Separators, AreSlashAndBackslash) {

@@ -6,6 +6,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "support/ordinary_user.h"
+
 namespace hundredweight {
 
 /// How processes end of which each runs the operation on a disk of its own.
@@ -52,15 +54,6 @@ TEST_P(SharedFilesTest, AreChangedByManyProcessesAtOnce) {
     }
     FailingDisk::knows_locks = true;
 }
-
-/// A user who may do what permissions say, also when the tests are run by one who may do all.
-struct OrdinaryUser {
-    explicit OrdinaryUser(bool ordinary = true) : root_(ordinary && geteuid() == 0) {
-        EXPECT_EQ(root_ ? seteuid(65534) : 0, 0);
-    }
-    ~OrdinaryUser() { EXPECT_EQ(root_ ? seteuid(0) : 0, 0); }
-    const bool root_;
-};
 
 TEST_P(SharedFilesTest, StayWhenAPermissionIsMissing) {
     for (const auto& [operation, path, code] : kObstacles) {

@@ -22,6 +22,10 @@ bool IsStandardStream(const std::filesystem::path& file);
 /// A text that another content of a file changes: its place on the disk, size and times of change.
 std::string ChangeMark(const std::filesystem::path& file);
 
+/// The same of a file or directory whose last change is so old that every later one makes another
+/// mark. Empty of others, and where the system does not tell.
+std::string SettledMark(const std::filesystem::path& file);
+
 /// Has what was written to a file on its disk. False when that fails, with errno.
 bool SyncFile(std::FILE* file);
 

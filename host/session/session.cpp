@@ -46,7 +46,11 @@ Refusal Alternatives(const RateContext& context) {
 }  // namespace
 
 Session::Session(const Sources& sources)
-    : sources_(sources), set_(sources), engine_(sources.engine), context_(&set_.context()) {
+    : sources_(sources),
+      set_(sources),
+      engine_(sources.engine),
+      context_(&set_.context()),
+      zip_tables_(sources.data, ".ZP6") {
     int32_t code = set_.Load();
     const std::vector<SetFile> files = set_.Files();
     set_.RequireSound(files, code);
@@ -145,7 +149,7 @@ Refusals Session::ApplyProfile(const std::string& name) {
     }
     LoadProfileSettings(&context);
     if (context.Profile.DiscModeZ != 0 && context.DiscountOn != 0) {
-        const auto table = FindFile(sources_.data, name + ".ZP6");
+        const auto table = zip_tables_.Find(name + ".ZP6");
         if (!table.empty()) {
             RequireReadable(table);
             RequireWholeRecords(table, kZipRecord);

@@ -90,6 +90,7 @@ class Session {
     std::vector<std::string> notes_;          ///< On the shipment at hand.
     std::string profiles_mark_;               ///< Of the profiles that were found to be sound.
     std::vector<std::string> profile_names_;  ///< Of all of them, once they were asked for.
+    KeptListing zip_tables_;                  ///< Of the profiles.
     std::filesystem::path discounts_elsewhere_;
     std::string said_;
     std::optional<DataFiles> files_;          ///< Once a bill is explained.

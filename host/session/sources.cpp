@@ -7,6 +7,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "platform/system.h"
 #include "session/messages.h"
 #include "shipment/spelling.h"
 #include "text/path_text.h"
@@ -16,6 +17,12 @@ namespace {
 
 Broken Failure(const std::filesystem::path& path, const std::string& reason) {
     return Broken(fmt::format("{}: {}", PathText(path), reason));
+}
+
+/// Whether a directory has a file of the exact name.
+bool HasFile(const std::filesystem::path& directory, const std::string& name) {
+    std::error_code error;
+    return exists(directory / PathOf(name), error);
 }
 
 bool HoldsSet(const std::filesystem::path& directory, const std::string& set) {
@@ -28,11 +35,13 @@ bool HoldsSet(const std::filesystem::path& directory, const std::string& set) {
 
 }  // namespace
 
-Listing::Listing(const std::filesystem::path& directory) {
+Listing::Listing(const std::filesystem::path& directory, const std::string& ending) {
+    const std::string wanted = UpperCase(ending);
     std::error_code error;
     std::filesystem::directory_iterator entry(directory, error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        files_.emplace(UpperCase(PathText(entry->path().filename())), entry->path());
+        std::string name = UpperCase(PathText(entry->path().filename()));
+        if (name.ends_with(wanted)) files_.emplace(std::move(name), entry->path());
     }
     if (error) throw Failure(directory, error.message());
 }
@@ -48,9 +57,16 @@ std::filesystem::path Listing::Find(const std::string& name) const {
 }
 
 std::filesystem::path FindFile(const std::filesystem::path& directory, const std::string& name) {
-    std::error_code error;
-    if (exists(directory / PathOf(name), error)) return directory / PathOf(name);
+    if (HasFile(directory, name)) return directory / PathOf(name);
     return Listing(directory).Find(name);
+}
+
+std::filesystem::path KeptListing::Find(const std::string& name) {
+    if (HasFile(directory_, name)) return directory_ / PathOf(name);
+    const std::string mark = SettledMark(directory_);
+    if (!listing_ || mark.empty() || mark != mark_) listing_.emplace(directory_, ending_);
+    mark_ = mark;
+    return listing_->Find(name);
 }
 
 std::filesystem::path FindDataDirectory(const std::filesystem::path& given,

@@ -4,7 +4,9 @@
 #include <cstddef>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace cwt {
 
@@ -18,8 +20,9 @@ struct Sources {
 /// The files of a directory. The library tells names apart by case only where both exist.
 class Listing {
  public:
-    /// Throws Broken when the directory cannot be listed.
-    explicit Listing(const std::filesystem::path& directory);
+    /// Of the files whose names have an ending, in any letters. Throws Broken when the directory
+    /// cannot be listed.
+    explicit Listing(const std::filesystem::path& directory, const std::string& ending = "");
 
     /// The file of a name; an empty path when there is none.
     std::filesystem::path Find(const std::string& name) const;
@@ -30,6 +33,23 @@ class Listing {
 
 /// The same of a directory that is listed only when it has no file of the exact name.
 std::filesystem::path FindFile(const std::filesystem::path& directory, const std::string& name);
+
+/// The same of files with one ending, for shipment after shipment: the listing serves as long as
+/// the directory proves that no name has come or gone.
+class KeptListing {
+ public:
+    KeptListing(std::filesystem::path directory, std::string ending)
+        : directory_(std::move(directory)), ending_(std::move(ending)) {}
+
+    /// Throws Broken when the directory is to be listed and cannot be.
+    std::filesystem::path Find(const std::string& name);
+
+ private:
+    std::filesystem::path directory_;
+    std::string ending_;
+    std::string mark_;  ///< Of the directory when it was listed.
+    std::optional<Listing> listing_;
+};
 
 /// The directory of a set: `given` when that is not empty, else the nearest from `start` upward
 /// that holds the set's settings. Throws Broken when there is none.

@@ -2,6 +2,7 @@
 
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -10,6 +11,13 @@ namespace cwt {
 namespace {
 
 volatile std::sig_atomic_t is_interrupted = 0;
+
+std::string MarkOf(const struct stat& status) {
+    const auto text = [](auto number) { return std::to_string(number) + ' '; };
+    return text(status.st_dev) + text(status.st_ino) + text(status.st_size) +
+           text(status.st_mtim.tv_sec) + text(status.st_mtim.tv_nsec) +
+           text(status.st_ctim.tv_sec) + text(status.st_ctim.tv_nsec);
+}
 
 }  // namespace
 
@@ -47,11 +55,15 @@ bool IsStandardStream(const std::filesystem::path& file) {
 
 std::string ChangeMark(const std::filesystem::path& file) {
     struct stat status = {};
-    if (stat(file.c_str(), &status) != 0) return {};
-    const auto text = [](auto number) { return std::to_string(number) + ' '; };
-    return text(status.st_dev) + text(status.st_ino) + text(status.st_size) +
-           text(status.st_mtim.tv_sec) + text(status.st_mtim.tv_nsec) +
-           text(status.st_ctim.tv_sec) + text(status.st_ctim.tv_nsec);
+    return stat(file.c_str(), &status) == 0 ? MarkOf(status) : std::string();
+}
+
+std::string SettledMark(const std::filesystem::path& file) {
+    constexpr time_t kSettled = 3;  // Some file systems count in steps of two seconds.
+    struct stat status = {};
+    timespec now = {};
+    if (stat(file.c_str(), &status) != 0 || clock_gettime(CLOCK_REALTIME, &now) != 0) return {};
+    return now.tv_sec - status.st_ctim.tv_sec < kSettled ? std::string() : MarkOf(status);
 }
 
 bool SyncFile(std::FILE* file) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 namespace cwt {
@@ -10,18 +11,32 @@ namespace {
 
 constexpr std::size_t kLongestWord = 64;  ///< Nobody means a longer one.
 
-/// How many characters must be put in, left out or replaced (edit distance), case aside.
-std::size_t Distance(std::string_view a, std::string_view b) {
-    const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
+std::string LowerCase(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return lower;
+}
+
+/// How many characters must be put in, left out or replaced (edit distance); `limit` when that many
+/// do not suffice to make it less.
+std::size_t Distance(std::string_view a, std::string_view b, std::size_t limit) {
+    if (std::max(a.size(), b.size()) - std::min(a.size(), b.size()) >= limit) return limit;
     std::vector<std::size_t> row(b.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
     for (std::size_t i = 0; i < a.size(); ++i) {
-        std::size_t diagonal = row[0]++;
-        for (std::size_t j = 0; j < b.size(); ++j) {
-            const std::size_t replaced = diagonal + (lower(a[i]) == lower(b[j]) ? 0 : 1);
+        // To be less, no two places that belong together lie farther apart.
+        const std::size_t begin = i + 1 - std::min(i + 1, limit);
+        const std::size_t end = std::min(b.size(), i + limit);
+        std::size_t diagonal = std::exchange(row[begin], i + 1 - begin);
+        std::size_t least = row[begin];
+        for (std::size_t j = begin; j < end; ++j) {
+            const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
             diagonal = row[j + 1];
             row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
+            least = std::min(least, row[j + 1]);
         }
+        // No later row has less.
+        if (least >= limit) return limit;
     }
     return row[b.size()];
 }
@@ -31,10 +46,11 @@ std::size_t Distance(std::string_view a, std::string_view b) {
 std::vector<std::string> NearestWord(std::string_view written,
                                      std::span<const std::string_view> known) {
     if (written.size() > kLongestWord) return {};
+    const std::string lower = LowerCase(written);
     std::string_view nearest;
     std::size_t least = written.size() / 3 + 1;
     for (const std::string_view word : known) {
-        const std::size_t distance = Distance(written, word);
+        const std::size_t distance = Distance(lower, LowerCase(word), least);
         if (distance < least && distance < word.size()) {
             least = distance;
             nearest = word;

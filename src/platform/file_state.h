@@ -23,7 +23,8 @@ bool StateOf(int descriptor, FileState* state);
 bool StateOf(const char* path, FileState* state);
 
 /// Whether every change from now on gives the file other times: the last one is so old that no
-/// clock and no file system counts both as one moment.
+/// clock and no file system counts both as one moment. Not so what is written to a mapping that
+/// others share, which gives it times once for many changes.
 bool HasSettled(const FileState& state);
 
 }  // namespace hundredweight::platform

@@ -49,10 +49,10 @@ void AppendCell(std::string& out, std::string_view text) {
 
 std::string_view TakeCell(std::string_view& encoded) {
     std::uint32_t size = 0;
-    if (encoded.size() < sizeof size) throw std::logic_error("a row for the database is cut");
+    if (encoded.size() < sizeof size) throw std::logic_error("a text is cut");
     std::memcpy(&size, encoded.data(), sizeof size);
     encoded.remove_prefix(sizeof size);
-    if (encoded.size() < size) throw std::logic_error("a row for the database is cut");
+    if (encoded.size() < size) throw std::logic_error("a text is cut");
     const std::string_view text = encoded.substr(0, size);
     encoded.remove_prefix(size);
     return text;

@@ -96,4 +96,9 @@ std::string IsoDate(const std::string& date);
 void WriteJson(JsonWriter& json, const Bill& bill);
 nlohmann::ordered_json BillJson(const Bill& bill);
 
+/// The same as it is printed, and that a shipment with this bill is valid, of the schema
+/// hundredweight/check/1.
+std::string BillDocument(const Bill& bill);
+std::string CheckDocument(const Bill& bill);
+
 }  // namespace cwt

@@ -124,4 +124,21 @@ nlohmann::ordered_json BillJson(const Bill& bill) {
     return nlohmann::ordered_json::parse(text);
 }
 
+std::string BillDocument(const Bill& bill) {
+    return DocumentOf([&](JsonWriter& json) { WriteJson(json, bill); });
+}
+
+std::string CheckDocument(const Bill& bill) {
+    return DocumentOf([&](JsonWriter& json) {
+        json.Object([&] {
+            json.Key("schema").Text("hundredweight/check/1");
+            json.Key("id").TextOrNull(bill.id);
+            json.Key("valid").Flag(true);
+            json.Key("notes").Array([&] {
+                for (const std::string& note : bill.notes) json.Text(note);
+            });
+        });
+    });
+}
+
 }  // namespace cwt

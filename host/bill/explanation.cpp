@@ -97,4 +97,8 @@ void WriteJson(JsonWriter& json, const Bill& bill, const Explanation& explanatio
     });
 }
 
+std::string ExplanationDocument(const Bill& bill, const Explanation& explanation) {
+    return DocumentOf([&](JsonWriter& json) { WriteJson(json, bill, explanation); });
+}
+
 }  // namespace cwt

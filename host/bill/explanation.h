@@ -50,4 +50,7 @@ std::string ExplanationText(const Explanation& explanation);
 /// The bill and its explanation as JSON, of the schema hundredweight/explanation/1.
 void WriteJson(JsonWriter& json, const Bill& bill, const Explanation& explanation);
 
+/// The same as it is printed.
+std::string ExplanationDocument(const Bill& bill, const Explanation& explanation);
+
 }  // namespace cwt

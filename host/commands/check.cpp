@@ -1,5 +1,3 @@
-#include <nlohmann/json.hpp>
-
 #include "commands/commands.h"
 #include "session/session.h"
 
@@ -18,11 +16,7 @@ int Check(const Options& options) {
     const Bill& bill = std::get<Bill>(outcome);
     SayNotes(session, bill.notes);
     if (options.json) {
-        PrintJson({{"schema", "hundredweight/check/1"},
-                   {"id", bill.id.empty() ? nlohmann::ordered_json(nullptr)
-                                          : nlohmann::ordered_json(bill.id)},
-                   {"valid", true},
-                   {"notes", bill.notes}});
+        Print(CheckDocument(bill));
     } else {
         Print("The shipment is valid.\n");
     }

@@ -9,6 +9,7 @@
 #include "session/session.h"
 #include "shipment/shipment_file.h"
 #include "text/code_page.h"
+#include "text/json_writer.h"
 #include "text/path_text.h"
 
 namespace cwt {
@@ -99,8 +100,7 @@ int RefuseShipment(const Options& options, const Shipment& shipment, const Refus
 }
 
 void PrintJson(const nlohmann::ordered_json& json) {
-    constexpr int kIndent = 2;
-    Print(json.dump(kIndent, ' ', false, nlohmann::json::error_handler_t::replace) + "\n");
+    Print(DocumentOf(json));
 }
 
 }  // namespace cwt

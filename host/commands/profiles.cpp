@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "commands/commands.h"
+#include "session/look_up_documents.h"
 #include "session/profile_list.h"
 #include "session/tariff_set.h"
 
@@ -15,7 +16,7 @@ struct ProfilesOptions : Options {
 int List(RateContext& context, bool json) {
     const std::vector<std::string> names = ProfileNames(context);
     if (json) {
-        PrintJson({{"schema", "hundredweight/profiles/1"}, {"profiles", names}});
+        Print(ProfilesDocument(names));
     } else {
         for (const std::string& name : names) Print(name + "\n");
     }

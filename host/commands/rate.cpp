@@ -2,7 +2,6 @@
 #include "commands/commands.h"
 #include "session/messages.h"
 #include "session/session.h"
-#include "text/json_writer.h"
 
 namespace cwt {
 namespace {
@@ -15,15 +14,6 @@ struct RateOptions : Options {
     bool explain = false;
 };
 
-/// Prints a bill, or a bill and its explanation.
-template <class... Written>
-void PrintAsJson(const Written&... written) {
-    std::string text;
-    JsonWriter json(text, JsonWriter::kIndented);
-    WriteJson(json, written...);
-    Print(text + "\n");
-}
-
 int Explain(const RateOptions& options, const Shipment& shipment, Session& session) {
     const ExplainedOutcome outcome = session.Explain(shipment, options.request_code);
     if (const auto* refusals = std::get_if<Refusals>(&outcome)) {
@@ -32,7 +22,7 @@ int Explain(const RateOptions& options, const Shipment& shipment, Session& sessi
     const auto& explained = std::get<ExplainedBill>(outcome);
     SayNotes(session, explained.bill.notes);
     if (options.json) {
-        PrintAsJson(explained.bill, explained.explanation);
+        Print(ExplanationDocument(explained.bill, explained.explanation));
     } else {
         Print(BillText(explained.bill) + '\n' + ExplanationText(explained.explanation));
     }
@@ -53,7 +43,7 @@ int Rate(const RateOptions& options) {
     if (options.record) {
         Print(RecordText(session.context()));
     } else if (options.json) {
-        PrintAsJson(bill);
+        Print(BillDocument(bill));
     } else {
         Print(BillText(bill));
     }

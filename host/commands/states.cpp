@@ -1,14 +1,12 @@
-#include <nlohmann/json.hpp>
 #include <vector>
 
 #include "commands/commands.h"
+#include "session/look_up_documents.h"
 #include "session/session.h"
 #include "shipment/spelling.h"
 
 namespace cwt {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 struct StatesOptions : Options {
     std::vector<std::string> postal_codes;
@@ -18,21 +16,17 @@ int States(const StatesOptions& options) {
     Session session(FindSources(options, "."));
     SayNotes(session, {});
     Refusals refusals;
-    Json states = Json::array();
+    std::vector<PlacedCode> placed;
     for (const std::string& written : options.postal_codes) {
         const std::string postal_code = SpellPostalCode(written);
         StateAnswer answer = session.StateOf(postal_code);
         if (answer.refusals.empty()) {
-            states.push_back({{"postal_code", postal_code}, {"state", answer.state}});
+            placed.push_back({postal_code, answer.state});
             if (!options.json) Print(postal_code + " " + answer.state + "\n");
         }
         refusals.insert(refusals.end(), answer.refusals.begin(), answer.refusals.end());
     }
-    if (options.json) {
-        PrintJson({{"schema", "hundredweight/states/1"},
-                   {"states", states},
-                   {"refusals", RefusalsJson(refusals, "")["refusals"]}});
-    }
+    if (options.json) Print(StatesDocument(placed, refusals));
     return refusals.empty() ? kDone : Refuse("", refusals);
 }
 

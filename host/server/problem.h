@@ -44,9 +44,9 @@ const char* NameOf(ProblemKind kind);
 
 /// What a document says besides; what is not there is left out.
 struct ProblemMembers {
-    std::optional<std::string> id;  ///< The shipment's; null when it has none.
-    Refusals refusals;
-    std::vector<std::string> alternatives;  ///< What was most likely meant.
+    std::optional<std::string> id = {};  ///< The shipment's; null when it has none.
+    Refusals refusals = {};
+    std::vector<std::string> alternatives = {};  ///< What was most likely meant.
 };
 
 /// The document, with an LF behind it.

@@ -37,7 +37,7 @@ std::optional<int> KnownCharge(const RatedShipment& rated, int weight) {
     const Bill& bill = rated.bill;
     const auto billed = rated.engine.BreakOf(bill.billed_weight);
     if (!billed || !HasOneRate(rated)) return std::nullopt;
-    const int lowest = rated.engine.breaks[*billed];
+    const int lowest = rated.engine.breaks[*billed].weight;
     const Cents charge = ChargeOf(lowest, CentsOf(bill.lines.front().rate));
     constexpr int kCentsInDollar = 100;
     if (SingleCharge(rated, lowest) != Portion(charge, 1, kCentsInDollar)) return std::nullopt;
@@ -50,7 +50,7 @@ constexpr const char* kNotKnown = "is not known from what the engine answered";
 std::string OwnBreakWords(const RatedShipment& rated) {
     const Bill& bill = rated.bill;
     const auto own = rated.engine.BreakOf(bill.total_weight);
-    const int lowest = own ? rated.engine.breaks[*own] : 0;
+    const int lowest = own ? rated.engine.breaks[*own].weight : 0;
     const std::optional<int> dollars = own ? KnownCharge(rated, lowest) : std::nullopt;
     if (dollars) {
         // A whole dollar may be half a dollar off, and every line is rounded.
@@ -76,7 +76,7 @@ void ExplainTaken(const RatedShipment& rated, Statement& statement) {
     statement.words =
         fmt::format("The engine bills {} pounds as {}", bill.total_weight, bill.billed_weight);
     if (const auto billed = rated.engine.BreakOf(bill.billed_weight);
-        billed && rated.engine.breaks[*billed] == bill.billed_weight) {
+        billed && rated.engine.breaks[*billed].weight == bill.billed_weight) {
         statement.words += ", the lowest weight of a break";
     }
     const auto rate = [](const BillLine& line) { return CentsOf(line.rate); };
@@ -105,7 +105,7 @@ void ExplainNotTaken(const RatedShipment& rated, Statement& statement) {
     } else if (*own + 1 == rated.engine.breaks.size()) {
         statement.words += "There is no heavier weight break.";
     } else {
-        const int next = rated.engine.breaks[*own + 1];
+        const int next = rated.engine.breaks[*own + 1].weight;
         statement.words += fmt::format("The next break begins at {} pounds, {} more; ", next,
                                        next - bill.total_weight);
         if (const std::optional<int> dollars = KnownCharge(rated, next)) {

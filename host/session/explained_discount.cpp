@@ -44,7 +44,7 @@ bool IsCarried(const RateContext& context, std::size_t place) {
 
 std::string PercentWords(const RatedShipment& rated, std::size_t place) {
     const std::size_t billed = *rated.engine.BreakOf(rated.bill.billed_weight);
-    const int lowest = rated.engine.breaks[billed];
+    const int lowest = rated.engine.breaks[billed].weight;
     const std::string words = fmt::format(" {} percent is that of weight break {}",
                                           rated.bill.discount_percent, place + 1);
     if (billed == place) return fmt::format("{}, {}#>.", words, lowest);

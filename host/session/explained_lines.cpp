@@ -48,7 +48,7 @@ void ExplainLine(const RatedShipment& rated, std::size_t i, Explanation& explana
                                       class_words, line.weight, line.rate, line.charge);
     }
     if (const auto lowest = rated.engine.BreakOf(rated.bill.billed_weight)) {
-        const int weight_break = rated.engine.breaks[*lowest];
+        const int weight_break = rated.engine.breaks[*lowest].weight;
         statement.figures.push_back({"weight_break", weight_break});
         statement.words +=
             fmt::format(" The billed weight, {}, lies in the engine's weight break {}#>.",

@@ -3,17 +3,13 @@
 #include <fmt/core.h>
 #include <hundredweight/exports.h>
 
-#include <algorithm>
 #include <cstdlib>
 
-#include "session/messages.h"
 #include "session/shipment_check.h"
 #include "text/field_text.h"
 
 namespace cwt {
 namespace {
-
-constexpr int32_t kEngineTables = 1;
 
 /// A record of the table of letter postal codes.
 struct LetterRange {
@@ -62,32 +58,7 @@ SettledState SettleState(const char* name, const Point& point, const DataFiles& 
     return settled;
 }
 
-/// Asks the engine for the tariff's tables. A name that it is not asked by gets none.
-EngineTables AskForTables(RateContext& copy) {
-    const std::string tariff = TextOf(copy.TariffName);
-    if (tariff.size() < sizeof copy.TariffName - 1 || tariff[3] == ' ') return {};
-    copy.WgtLoaded = 0;  // The set's own weight breaks would stand.
-    copy.DefBreakCount[0] = '\0';
-    SetClassesAndWeights(&copy, kEngineTables, 0);
-    if (!TakeMessageBoxes().empty()) return {};
-    EngineTables tables;
-    for (int32_t i = 0; i < copy.ClassCount; ++i) {
-        tables.classes.push_back(TextOf(copy.ClassTable[i]));
-    }
-    for (int32_t i = 0; i < copy.WeightBreakCount; ++i) {
-        tables.breaks.push_back(+copy.WeightBreakMin[i]);
-    }
-    if (!std::ranges::is_sorted(tables.breaks)) tables.breaks.clear();
-    return tables;
-}
-
 }  // namespace
-
-std::optional<std::size_t> EngineTables::BreakOf(int weight) const {
-    const auto above = std::ranges::upper_bound(breaks, weight);
-    if (above == breaks.begin()) return std::nullopt;
-    return static_cast<std::size_t>(above - breaks.begin()) - 1;
-}
 
 RatedShipment LookAt(const Shipment& shipment, const RateContext& context, const Bill& bill,
                      DataFiles& files, RateContext& copy) {

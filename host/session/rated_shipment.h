@@ -10,6 +10,7 @@
 #include "bill/bill.h"
 #include "bill/explanation.h"
 #include "session/data_files.h"
+#include "session/engine_answers.h"
 #include "session/minimum_charge.h"
 #include "shipment/shipment.h"
 
@@ -20,18 +21,6 @@ struct SettledState {
     std::string state;
     std::string words;  ///< Behind "30303 lies in GA": ", as entered".
     Source source;
-};
-
-/// The tables that the engine gives for the tariff, whatever tables the set has of its own.
-struct EngineTables {
-    std::vector<std::string> classes;
-    std::vector<int> breaks;  ///< Lowest weights, ascending; empty when not known.
-
-    /// Whether there is one rate for freight of all kinds.
-    bool RatesAllKinds() const { return classes.size() == 1 && classes.front() == "FAK"; }
-
-    /// Position of the break that holds a weight; nothing when that is not known.
-    std::optional<std::size_t> BreakOf(int weight) const;
 };
 
 struct RatedShipment {

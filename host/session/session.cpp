@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/system.h"
+#include "session/engine_answers.h"
 #include "session/explained.h"
 #include "session/messages.h"
 #include "session/notes.h"
@@ -28,19 +29,12 @@ constexpr int32_t kEngineFailed = 133;
 constexpr int32_t kNoOwnZipTable = 436;
 constexpr int32_t kNoPointCode = 501;
 constexpr std::size_t kZipRecord = 12;  // Bytes of a ZIP table's record.
-constexpr int32_t kStandardTables = 0;
 constexpr int32_t kEngineTables = 1;
 constexpr int32_t kSettleList = 0;
 
-/// The engine's offers for a point that it could not place.
-Refusal Alternatives(const RateContext& context) {
-    Refusal refusal{"", "The city does not lie at its postal code"};
-    for (int32_t i = 0; i < context.EngineListCount; ++i) {
-        const EngineAlternative offer = context.EngineList[i];
-        refusal.alternatives.push_back(
-            fmt::format("{} {}", TextOf(offer.Text), TextOf(offer.Code)));
-    }
-    return refusal;
+/// A point that the engine could not place.
+Refusal CityUnknown(const RateContext& context) {
+    return {"", "The city does not lie at its postal code", 0, "", OfferedCities(context)};
 }
 
 }  // namespace
@@ -133,18 +127,22 @@ void Session::Restore() {
     }
 }
 
-Refusals Session::ApplyProfile(const std::string& name) {
-    RateContext& context = *context_;
-    // They are read whole, once in each state that they are in.
+/// Profiles are read whole, once in each state that their file is in.
+void Session::OpenProfiles() {
     const std::string mark = ChangeMark(sources_.data / "PROFILE.FIL");
     if (mark.empty() || mark != profiles_mark_) {
         RequireProfiles(sources_.data);
         profile_names_.clear();
     }
     profiles_mark_ = mark;
-    if (!ReadProfileFile(&context)) Break(PathText(sources_.data), context.ErrorCode);
-    if (!LoadProfile(context, name)) {
-        if (profile_names_.empty()) profile_names_ = ProfileNames(context);
+    if (!ReadProfileFile(context_)) Break(PathText(sources_.data), context_->ErrorCode);
+}
+
+Refusals Session::ApplyProfile(const std::string& name) {
+    RateContext& context = *context_;
+    OpenProfiles();
+    if (!cwt::LoadProfile(context, name)) {
+        if (profile_names_.empty()) profile_names_ = cwt::ProfileNames(context);
         return {UnknownProfile(profile_names_, name)};
     }
     LoadProfileSettings(&context);
@@ -182,10 +180,7 @@ Refusals Session::LayOutTariff(const Shipment& shipment) {
     TakeMessageBoxes();
     SetClassesAndWeights(&context, kEngineTables, 0);
     if (!TakeMessageBoxes().empty()) return {};
-    // A tariff of freight of all kinds rates every standard class.
-    if (TextOf(context.ClassTable[0]) == "FAK") {
-        SetClassesAndWeights(&context, kStandardTables, 0);
-    }
+    AdmitStandardClasses(context);
     return CheckLines(shipment, context);
 }
 
@@ -211,15 +206,6 @@ Refusals Session::AskServiceGuide() {
     return {RefusalOf("service_guide", context_->ErrorCode)};
 }
 
-StateAnswer Session::StateOf(const std::string& postal_code) {
-    Restore();
-    const std::optional<std::string> bytes = ToCodePage(postal_code);
-    if (!bytes || !SetBytes(context_->OrigZip, *bytes) || VerOrigZip(context_) == 0) {
-        return {"", {{"", "this is no postal code", 0, postal_code, PostalCodeForms()}}};
-    }
-    return FindState(*context_, "", postal_code);
-}
-
 Outcome Session::Rate(const Shipment& shipment, int request_code) {
     Restore();
     RateContext& context = *context_;
@@ -242,7 +228,7 @@ Outcome Session::Rate(const Shipment& shipment, int request_code) {
         if (shown.empty()) return Refusals{RefusalOf("", code)};
         return Refusals{{"", shown.back(), code}};
     }
-    if (context.EngineListCount > 0) return Refusals{Alternatives(context)};
+    if (context.EngineListCount > 0) return Refusals{CityUnknown(context)};
     // The library blanks the points on a status, and an engine says what it means.
     if (context.OrigCity[0] == ' ') throw Broken(sources_.engine + ": a status without a message");
     shown.insert(shown.begin(), notes_.begin(), notes_.end());

@@ -13,6 +13,7 @@
 #include "bill/bill.h"
 #include "bill/explanation.h"
 #include "session/data_files.h"
+#include "session/engine_answers.h"
 #include "session/partner_library.h"
 #include "session/shipment_check.h"
 #include "session/sources.h"
@@ -30,6 +31,20 @@ struct ExplainedBill {
     Explanation explanation;
 };
 using ExplainedOutcome = std::variant<ExplainedBill, Refusals>;
+
+/// The cities at a postal code, with their states; when it is none, the reason.
+struct CitiesAnswer {
+    std::vector<std::string> cities;  ///< "Atlanta GA"; at most 25.
+    Refusals refusals;
+};
+
+/// Classes and weight breaks that lines may have; when the tariff is unknown, the reason.
+struct TablesAnswer {
+    std::string tariff;  ///< Empty: those of the set.
+    std::vector<std::string> classes;
+    std::vector<WeightBreak> breaks;
+    Refusals refusals;
+};
 
 /// A loaded tariff set with its level file, discounts and a running engine. Whatever is broken
 /// about them, or breaks later, throws Broken.
@@ -49,6 +64,24 @@ class Session {
 
     /// The state of a postal code that a shipment could have.
     StateAnswer StateOf(const std::string& postal_code);
+
+    /// The cities that the engine offers at such a postal code.
+    CitiesAnswer CitiesAt(const std::string& postal_code);
+
+    /// The classes and weight breaks of a tariff; without a name those of the engine's first one,
+    /// or of the set when the engine has none.
+    TablesAnswer TablesOf(const std::optional<std::string>& tariff);
+
+    /// The names of the profiles; none when there is no file of them.
+    const std::vector<std::string>& ProfileNames();
+
+    /// Loads a profile into the record, for ProfileJson. Result: what is wrong with the name.
+    Refusals LoadProfile(const std::string& name);
+
+    /// Does at once what the first shipments to need it would have done: profiles of an earlier
+    /// layout are put into today's, and the service guide is started. What cannot be had is a
+    /// matter of the shipments that ask for it.
+    void Prepare();
 
     /// Loads and starts the service guide, unless that is done.
     void StartServiceGuide();
@@ -73,6 +106,7 @@ class Session {
 
     void StartEngine();
     void Restore();
+    void OpenProfiles();
     Refusals ApplyProfile(const std::string& name);
     Refusals LayOutTariff(const Shipment& shipment);
     Refusals Check(const Shipment& shipment);

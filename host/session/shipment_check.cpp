@@ -3,8 +3,7 @@
 #include <fmt/core.h>
 #include <hundredweight/exports.h>
 
-#include <iterator>
-
+#include "session/engine_answers.h"
 #include "session/messages.h"
 #include "shipment/spelling.h"
 #include "text/field_text.h"
@@ -33,15 +32,6 @@ bool CheckPoint(RateContext& context, int32_t(HWT_CALL* verify)(RateContext*),
     if (answer.refusals.empty() && point.state.empty()) SetBytes(state, answer.state);
     Append(refusals, std::move(answer.refusals));
     return true;
-}
-
-std::vector<std::string> TariffClasses(const RateContext& context) {
-    std::vector<std::string> classes;
-    classes.reserve(std::size(context.ClassTable));
-    for (int32_t i = 0; i < context.ClassCount; ++i) {
-        classes.push_back(TextOf(context.ClassTable[i]));
-    }
-    return classes;
 }
 
 }  // namespace
@@ -80,7 +70,7 @@ Refusals CheckLines(const Shipment& shipment, RateContext& context) {
         const std::string& class_code = shipment.lines[i].class_code;
         if (VerClass(&context, class_code.c_str(), line, kAllKindsAllowed) == 0) {
             refusals.push_back({name + ".class", MessageOf(context.ErrorCode), context.ErrorCode,
-                                class_code, TariffClasses(context)});
+                                class_code, ClassesOf(context)});
         }
         char weight[sizeof context.LineWeight[0]];
         SetBytes(weight, std::to_string(shipment.lines[i].weight));

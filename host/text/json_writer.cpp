@@ -77,4 +77,8 @@ void JsonWriter::AppendQuoted(std::string_view text) {
     out_ += '"';
 }
 
+std::string DocumentOf(const nlohmann::ordered_json& json) {
+    return json.dump(kIndent, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
+}
+
 }  // namespace cwt

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
 
@@ -52,5 +53,17 @@ class JsonWriter {
     bool first_ = true;  ///< Nothing stands in the innermost object or array.
     bool named_ = false;
 };
+
+/// A document as it is printed: what `write` writes, indented, with an LF behind it.
+template <class Write>
+std::string DocumentOf(Write write) {
+    std::string text;
+    JsonWriter json(text, JsonWriter::kIndented);
+    write(json);
+    return text + '\n';
+}
+
+/// The same of a JSON value.
+std::string DocumentOf(const nlohmann::ordered_json& json);
 
 }  // namespace cwt

@@ -47,7 +47,8 @@ bool IsAskedByName(const RateContext& context) {
 }
 
 void AdmitStandardClasses(RateContext& context) {
-    if (TextOf(context.ClassTable[0]) == "FAK") SetClassesAndWeights(&context, kStandardTables, 0);
+    if (TextOf(context.ClassTable[0]) == kAllKinds)
+        SetClassesAndWeights(&context, kStandardTables, 0);
 }
 
 EngineTables AskForTables(RateContext& copy) {

@@ -9,6 +9,9 @@
 
 namespace cwt {
 
+/// The class of freight of all kinds.
+inline constexpr const char* kAllKinds = "FAK";
+
 struct WeightBreak {
     std::string label;
     int weight = 0;  ///< The lowest of it, in pounds.
@@ -34,7 +37,7 @@ struct EngineTables {
     std::vector<WeightBreak> breaks;  ///< Ascending; empty when not known.
 
     /// Whether there is one rate for freight of all kinds.
-    bool RatesAllKinds() const { return classes.size() == 1 && classes.front() == "FAK"; }
+    bool RatesAllKinds() const { return classes.size() == 1 && classes.front() == kAllKinds; }
 
     /// Position of the break that holds a weight; nothing when that is not known.
     std::optional<std::size_t> BreakOf(int weight) const;

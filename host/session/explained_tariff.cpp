@@ -6,56 +6,12 @@
 #include <string_view>
 
 #include "session/explained.h"
+#include "session/point_tables.h"
 #include "text/code_page.h"
 #include "text/field_text.h"
 
 namespace cwt {
 namespace {
-
-/// The point code of a range of postal codes; ranges ascend.
-struct PointRecord {
-    char LowZip[6];
-    char HighZip[6];
-    char PointCode[6];
-};
-
-/// The tariff of a pair of point codes; pairs ascend.
-struct TariffRecord {
-    char Points[12];
-    char TariffName[8];
-};
-
-template <class Record>
-struct Found {
-    int number;  ///< From 1.
-    Record record;
-};
-
-/// Searches ascending records as the library does. `place` tells where the key lies: below the
-/// record (negative), in it (0) or above it.
-template <class Record, class Place>
-std::optional<Found<Record>> Search(std::string_view table, Place place) {
-    int low = 0;
-    int high = static_cast<int>(table.size() / sizeof(Record)) - 1;
-    while (low <= high) {
-        const int middle = low + (high - low) / 2;
-        Record record;
-        std::memcpy(&record, table.data() + static_cast<std::size_t>(middle) * sizeof record,
-                    sizeof record);
-        const int where = place(record);
-        if (where == 0) return Found<Record>{middle + 1, record};
-        if (where < 0) high = middle - 1;
-        if (where > 0) low = middle + 1;
-    }
-    return std::nullopt;
-}
-
-std::optional<Found<PointRecord>> FindPoint(std::string_view table, std::string_view zip) {
-    return Search<PointRecord>(table, [&](const PointRecord& record) {
-        if (std::memcmp(zip.data(), record.LowZip, zip.size()) < 0) return -1;
-        return std::memcmp(zip.data(), record.HighZip, zip.size()) > 0 ? 1 : 0;
-    });
-}
 
 /// Completes the statement by the records that name the tariff; only if they still name this one.
 void ExplainLookUp(const RatedShipment& rated, Statement& statement) {
@@ -67,12 +23,7 @@ void ExplainLookUp(const RatedShipment& rated, Statement& statement) {
     const auto destination = FindPoint(points, destination_zip);
     std::optional<Found<TariffRecord>> tariff;
     if (origin && destination) {
-        char key[sizeof TariffRecord::Points];
-        std::memcpy(key, origin->record.PointCode, sizeof origin->record.PointCode);
-        std::memcpy(key + sizeof key / 2, destination->record.PointCode, sizeof key / 2);
-        tariff = Search<TariffRecord>(rated.files.Table("CMT"), [&](const TariffRecord& record) {
-            return std::memcmp(key, record.Points, sizeof key);
-        });
+        tariff = FindTariff(rated.files.Table("CMT"), origin->record, destination->record);
     }
     const bool agrees = tariff && std::memcmp(tariff->record.TariffName, context.TariffName,
                                               sizeof tariff->record.TariffName) == 0;

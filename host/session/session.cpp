@@ -245,14 +245,18 @@ Outcome Session::Rate(const Shipment& shipment, int request_code) {
     return bill;
 }
 
+DataFiles& Session::Files() {
+    if (!files_) files_.emplace(sources_, discounts_elsewhere_);
+    return *files_;
+}
+
 ExplainedOutcome Session::Explain(const Shipment& shipment, int request_code) {
     Outcome outcome = Rate(shipment, request_code);
     if (auto* refusals = std::get_if<Refusals>(&outcome)) return std::move(*refusals);
-    if (!files_) files_.emplace(sources_, discounts_elsewhere_);
     if (!looked_at_) looked_at_ = std::make_unique<RateContext>();
     ExplainedBill explained = {std::get<Bill>(std::move(outcome)), {}};
     explained.explanation =
-        cwt::Explain(LookAt(shipment, *context_, explained.bill, *files_, *looked_at_));
+        cwt::Explain(LookAt(shipment, *context_, explained.bill, Files(), *looked_at_));
     return explained;
 }
 

@@ -65,7 +65,8 @@ class Session {
     /// The state of a postal code that a shipment could have.
     StateAnswer StateOf(const std::string& postal_code);
 
-    /// The cities that the engine offers at such a postal code.
+    /// The cities that the engine offers at such a postal code; none where the set's tables know no
+    /// lane there.
     CitiesAnswer CitiesAt(const std::string& postal_code);
 
     /// The classes and weight breaks of a tariff; without a name those of the engine's first one,
@@ -104,6 +105,7 @@ class Session {
         void operator()(RateContext* context) const;
     };
 
+    DataFiles& Files();
     void StartEngine();
     void Restore();
     void OpenProfiles();
@@ -127,7 +129,7 @@ class Session {
     KeptListing zip_tables_;                  ///< Of the profiles.
     std::filesystem::path discounts_elsewhere_;
     std::string said_;
-    std::optional<DataFiles> files_;          ///< Once a bill is explained.
+    std::optional<DataFiles> files_;          ///< Once records are looked up.
     std::unique_ptr<RateContext> looked_at_;  ///< A copy for an explanation's look-ups.
 };
 

@@ -3,6 +3,7 @@
 
 #include "session/engine_answers.h"
 #include "session/messages.h"
+#include "session/point_tables.h"
 #include "session/profile_list.h"
 #include "session/session.h"
 #include "shipment/spelling.h"
@@ -14,6 +15,7 @@ namespace cwt {
 namespace {
 
 constexpr int32_t kEngineTables = 1;
+constexpr std::size_t kMostLanes = 20;
 constexpr const char* kNoCity = "None of the above";
 constexpr const char* kNoCityState = "**";
 
@@ -43,15 +45,23 @@ CitiesAnswer Session::CitiesAt(const std::string& postal_code) {
     if (Refusals refusals = StateOf(postal_code).refusals; !refusals.empty()) {
         return {{}, std::move(refusals)};
     }
-    const TablesAnswer tables = TablesOf(std::nullopt);
-    if (tables.tariff.empty() || tables.classes.empty()) return {};
-    Shipment shipment;
-    shipment.origin = {.zip = postal_code, .city = kNoCity, .state = kNoCityState};
-    shipment.destination = shipment.origin;
-    shipment.lines = {{tables.classes.front(), 1}};
-    shipment.tariff = tables.tariff;
-    Rate(shipment, 0);
-    return {OfferedCities(*context_), {}};
+    const std::vector<Lane> lanes =
+        LanesAt(postal_code, Files().Table("CBS"), Files().Table("CMT"), kMostLanes);
+    for (const Lane& lane : lanes) {
+        const TablesAnswer tables = TablesOf(lane.tariff);
+        if (tables.classes.empty()) continue;
+        Shipment shipment;
+        shipment.origin.zip = shipment.destination.zip = lane.other;
+        Point& point = lane.is_from ? shipment.origin : shipment.destination;
+        point.zip = postal_code;
+        point.city = kNoCity;
+        point.state = kNoCityState;
+        shipment.lines = {{tables.classes.front(), 1}};
+        shipment.tariff = lane.tariff;
+        Rate(shipment, 0);
+        if (context_->EngineListCount > 0) return {OfferedCities(*context_), {}};
+    }
+    return {};
 }
 
 TablesAnswer Session::TablesOf(const std::optional<std::string>& tariff) {
@@ -75,10 +85,9 @@ TablesAnswer Session::TablesOf(const std::optional<std::string>& tariff) {
     }
     answer.breaks = WeightBreaksOf(context);
     answer.classes = ClassesOf(context);
+    if (answer.classes.empty() || answer.classes.front() != kAllKinds) return answer;
     AdmitStandardClasses(context);
-    for (std::string& name : ClassesOf(context)) {
-        if (name != answer.classes.front()) answer.classes.push_back(std::move(name));
-    }
+    for (std::string& name : ClassesOf(context)) answer.classes.push_back(std::move(name));
     return answer;
 }
 

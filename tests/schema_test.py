@@ -20,7 +20,10 @@ schemas = {}
 for schema in found:
     jsonschema.Draft202012Validator.check_schema(schema)
     resolver = jsonschema.RefResolver.from_schema(schema, store=by_id, urljoin_cache=join)
-    schemas[schema["properties"]["schema"]["const"]] = jsonschema.Draft202012Validator(
+    # What a document calls its schema; a problem has no name of its own there.
+    name = schema["$id"].removeprefix("urn:").replace(":", "/")
+    assert schema["properties"].get("schema", {"const": name})["const"] == name, name
+    schemas[name] = jsonschema.Draft202012Validator(
         schema, resolver=resolver)
 
 
@@ -68,6 +71,19 @@ with tempfile.TemporaryDirectory() as directory:
     for arguments in ([shipments], [shipments, "--engine", "none"]):
         subprocess.run([cwt, "batch", *arguments, "--summary", summary], capture_output=True)
         complaints += faults(summary, "hundredweight/summary/1")
+    for arguments in (["check", transcript / "shipments/01-deficit-and-discount.json"],
+                      ["states", "30303", "M5H 2N2", "00000"], ["profiles"],
+                      ["profiles", "Northeast"], ["inspect"],
+                      ["inspect", "--engine", "none"]):
+        printed = subprocess.run([cwt, *arguments, "--json"], cwd=transcript, text=True,
+                                 capture_output=True).stdout
+        complaints += faults(" ".join(map(str, arguments)), json.loads(printed)["schema"], printed)
+# What a rating service answers.
+answers = json.loads((transcript / "desk.json").read_text())
+for answer in answers:
+    complaints += faults("desk.json", answer.get("schema", "hundredweight/problem/1"),
+                         json.dumps(answer))
+assert len({answer.get("schema", answer.get("type")) for answer in answers}) >= 12
 comparison = json.loads(run.stdout)
 both = comparison["rated_in_both"]
 assert both["rose"] == rated and both["total_due"]["change"] == f"{rated}.00", both

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "session/engine_answers.h"
 #include "session/messages.h"
 #include "session/profile_list.h"
 #include "session/session.h"
@@ -75,12 +76,6 @@ Json TableNames(const RateContext& c) {
         if (name[0] != '\0') names.push_back(TextOf(name));
     }
     return names;
-}
-
-Json Classes(const RateContext& c) {
-    Json classes = Json::array();
-    for (int32_t i = 0; i < c.ClassCount; ++i) classes.push_back(TextOf(c.ClassTable[i]));
-    return classes;
 }
 
 Json WeightBreaks(const RateContext& c) {
@@ -210,7 +205,7 @@ Json OwnTables(const Sources& sources) {
     TariffSet set(sources);
     set.context().UseEngine = 0;
     set.Load();
-    return {{"table_names", TableNames(set.context())}, {"classes", Classes(set.context())}};
+    return {{"table_names", TableNames(set.context())}, {"classes", ClassesOf(set.context())}};
 }
 
 /// Starts the partners. Result: what each is, whether it works and what is wrong.

@@ -19,10 +19,10 @@
 #include "bill/record_text.h"
 #include "reference/samples/generated_shipments.h"
 #include "reference/samples/sample_data.h"
+#include "server/desk.h"
 #include "session/messages.h"
 #include "session/session.h"
 #include "shipment/shipment_file.h"
-#include "text/json_writer.h"
 #include "transcript/written_files.h"
 
 namespace {
@@ -82,10 +82,8 @@ void WriteExplanation(cwt::Session& session, const fs::path& shipment, int reque
     if (!cwt::ReadShipmentFile(shipment.string(), read).empty()) return;
     const cwt::ExplainedOutcome outcome = session.Explain(read, request_code);
     if (const auto* explained = std::get_if<cwt::ExplainedBill>(&outcome)) {
-        std::string text;
-        cwt::JsonWriter json(text, cwt::JsonWriter::kIndented);
-        cwt::WriteJson(json, explained->bill, explained->explanation);
-        Write(fs::path(shipment).replace_extension(".explained.json"), text);
+        Write(fs::path(shipment).replace_extension(".explained.json"),
+              cwt::ExplanationDocument(explained->bill, explained->explanation));
     }
 }
 
@@ -165,6 +163,39 @@ void PrintBatch(const fs::path& cwt, const fs::path& directory) {
     fs::current_path(before);
 }
 
+/// What a rating service answers about the samples.
+void WriteDeskAnswers(const fs::path& directory) {
+    cwt::Session session({.data = directory});
+    nlohmann::ordered_json answers = nlohmann::ordered_json::array();
+    const auto ask = [&](const cwt::DeskRequest& request) {
+        answers.push_back(nlohmann::ordered_json::parse(cwt::AnswerRequest(session, request).body));
+    };
+    std::set<fs::path> shipments;
+    for (const auto& entry : fs::directory_iterator(directory / "shipments")) {
+        const std::string name = entry.path().filename().string();
+        if (entry.path().extension() == ".json" && name.find('.') == name.rfind('.')) {
+            shipments.insert(entry.path());
+        }
+    }
+    for (const fs::path& shipment : shipments) {
+        std::ifstream stream(shipment, std::ios::binary);
+        const std::string body(std::istreambuf_iterator<char>(stream), {});
+        for (const char* route : {"rate", "check", "curve"}) ask({route, {}, body});
+        ask({"rate", {{"explain", "1"}}, body});
+    }
+    ask({"rate", {}, "[]"});
+    ask({"profiles", {}, {}});
+    for (const char* name : {"Northeast", "Northeasd"}) ask({"profile", {{"name", name}}, {}});
+    for (const char* tariff : {"SMPLNATL", "SMPLFAK1", "SMPLNATX", "X"}) {
+        ask({"classes", {{"tariff", tariff}}, {}});
+    }
+    ask({"classes", {}, {}});
+    for (const char* code : {"30339", "90012", "m5h 2n2", "00000", "x"}) {
+        for (const char* route : {"state", "cities"}) ask({route, {{"code", code}}, {}});
+    }
+    Write(directory / "desk.json", answers.dump(1));
+}
+
 void WriteTranscript(const fs::path& directory, const fs::path& cwt) {
     if (fs::exists(directory) && !fs::exists(directory / kMark)) {
         throw std::runtime_error("the directory is there and is no transcript");
@@ -191,6 +222,7 @@ void WriteTranscript(const fs::path& directory, const fs::path& cwt) {
     Write(directory / "rows.ndjson", totals.ndjson.text);
     Write(directory / "rows.csv", totals.csv.text);
     RateTogether(rated, directory);
+    WriteDeskAnswers(directory);
     PrintBatch(cwt, directory);
     hundredweight::transcript::WriteUserFiles(directory);
     std::printf("%d shipments rated, %zu kinds of refusal\n", totals.rated, totals.refusals.size());

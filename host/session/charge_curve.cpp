@@ -102,9 +102,10 @@ std::optional<CurvePoint> FindMinimum(const std::vector<CurvePoint>& points) {
 }
 
 std::optional<CurvePoint> FindCheaper(const std::vector<CurvePoint>& points,
-                                      const CurvePoint& shipment) {
+                                      const CurvePoint& shipment, Cents rounding) {
     const auto found = std::ranges::find_if(points, [&](const CurvePoint& point) {
-        return point.weight > shipment.weight && point.refusal.empty() && point.net < shipment.net;
+        return point.weight > shipment.weight && point.refusal.empty() &&
+               point.net + rounding < shipment.net;
     });
     return found == points.end() ? std::nullopt : std::optional(*found);
 }
@@ -131,7 +132,7 @@ CurveOutcome DrawCurve(Session& session, const Shipment& shipment, const WeightR
     for (const auto& [weight, sample] : rater.samples()) curve.points.push_back(sample.point);
     curve.plateaus = FindPlateaus(curve.points);
     curve.minimum = FindMinimum(curve.points);
-    curve.cheaper = FindCheaper(curve.points, curve.shipment);
+    curve.cheaper = FindCheaper(curve.points, curve.shipment, RoundingOf(shipment.lines.size()));
     return curve;
 }
 

@@ -24,9 +24,9 @@ struct CurvePoint {
     int weight = 0;
     int billed_weight = 0;
     Cents gross = 0, net = 0, due = 0;
-    bool is_minimum = false;  ///< The minimum charge holds.
-    int deficit = 0;          ///< Pounds that were added to reach a cheaper weight break.
-    std::string refusal;      ///< Why there are no charges; empty when there are.
+    bool is_minimum = false;   ///< The minimum charge holds.
+    int deficit = 0;           ///< Pounds that were added to reach a cheaper weight break.
+    std::string refusal = {};  ///< Why there are no charges; empty when there are.
 };
 
 /// Weights that are all billed as one higher one.
@@ -47,7 +47,8 @@ struct ChargeCurve {
     std::vector<Plateau> plateaus;
     std::optional<CurvePoint> minimum;  ///< The last point up to which the minimum charge holds.
     CurvePoint shipment;                ///< As it is.
-    std::optional<CurvePoint> cheaper;  ///< The next heavier point that costs less.
+    std::optional<CurvePoint>
+        cheaper;  ///< The next heavier point that costs less, and not by rounding.
 };
 
 using CurveOutcome = std::variant<ChargeCurve, Refusals>;

@@ -110,9 +110,9 @@ CurveSample CurveRater::Rate(int weight) {
     const double net_error = point.is_minimum ? 0 : gross_error * Ratio(point.net, point.gross);
     sample.net = static_cast<double>(point.net) - net_error;
     sample.due = static_cast<double>(point.due) - net_error * Ratio(point.due, point.net);
-    // Lines are rounded, and the discount; the library sums in single precision.
+    // The library sums in single precision.
     constexpr double kSinglePrecision = 1.0 / (1 << 22);
-    sample.tolerance = 1 + static_cast<double>(bill.lines.size()) +
+    sample.tolerance = static_cast<double>(RoundingOf(bill.lines.size())) +
                        static_cast<double>(point.gross) * kSinglePrecision;
     return sample;
 }

@@ -12,6 +12,11 @@ namespace cwt {
 /// is left over. Lines that come to no pound have weight 0.
 std::vector<int> ShareOut(const std::vector<ShipmentLine>& lines, int weight);
 
+/// Cents that the rounding of each line and of the discount may make between two points.
+constexpr Cents RoundingOf(std::size_t lines) {
+    return 1 + static_cast<Cents>(lines);
+}
+
 /// A rated weight, with what tells whether the curve goes straight on to another.
 struct CurveSample {
     CurvePoint point;

@@ -45,6 +45,7 @@ double Ratio(Cents part, Cents whole) {
 std::vector<int> ShareOut(const std::vector<ShipmentLine>& lines, int weight) {
     const std::int64_t total = TotalOf(lines);
     std::vector<int> shares;
+    shares.reserve(lines.size());
     std::vector<std::size_t> order(lines.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     for (const ShipmentLine& line : lines) {

@@ -4,6 +4,7 @@
 #include <hundredweight/exports.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "session/messages.h"
 #include "text/field_text.h"
@@ -18,6 +19,7 @@ constexpr int32_t kEngineTables = 1;
 
 std::vector<std::string> ClassesOf(const RateContext& context) {
     std::vector<std::string> classes;
+    classes.reserve(std::size(context.ClassTable));
     for (int32_t i = 0; i < context.ClassCount; ++i) {
         classes.push_back(TextOf(context.ClassTable[i]));
     }
@@ -26,6 +28,7 @@ std::vector<std::string> ClassesOf(const RateContext& context) {
 
 std::vector<WeightBreak> WeightBreaksOf(const RateContext& context) {
     std::vector<WeightBreak> breaks;
+    breaks.reserve(std::size(context.WeightBreakName));
     for (int32_t i = 0; i < context.WeightBreakCount; ++i) {
         breaks.push_back({TextOf(context.WeightBreakName[i]), context.WeightBreakMin[i]});
     }

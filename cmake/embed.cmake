@@ -1,0 +1,76 @@
+# Files within a program. hwt_embed(TARGET NAME FILE...) makes the static library TARGET;
+# <TARGET_files.h> declares cwt::NAME, a span of EmbeddedFile in the order of the files.
+#
+# The same file is the script that writes them, when it is run with TO, NAME and FILES.
+if(NOT CMAKE_SCRIPT_MODE_FILE)
+    set(HWT_EMBED_SCRIPT ${CMAKE_CURRENT_LIST_FILE})
+    function(hwt_embed target name)
+        set(to ${CMAKE_CURRENT_BINARY_DIR}/${target})
+        list(JOIN ARGN "|" files)
+        add_custom_command(OUTPUT ${to}/${target}_files.cpp ${to}/${target}_files.h
+            COMMAND ${CMAKE_COMMAND} -DTO=${to}/${target}_files -DNAME=${name} "-DFILES=${files}"
+                    -P ${HWT_EMBED_SCRIPT}
+            DEPENDS ${ARGN} ${HWT_EMBED_SCRIPT} VERBATIM)
+        add_library(${target} STATIC ${to}/${target}_files.cpp ${to}/${target}_files.h)
+        target_include_directories(${target}
+            PUBLIC ${to} ${PROJECT_SOURCE_DIR}/host)
+        target_link_libraries(${target} PRIVATE hwt_compile_options)
+    endfunction()
+    return()
+endif()
+
+set(type_html "text/html; charset=utf-8")
+set(type_css "text/css; charset=utf-8")
+set(type_js "text/javascript; charset=utf-8")
+set(type_json "application/json")
+set(type_svg "image/svg+xml")
+set(type_png "image/png")
+set(type_webmanifest "application/manifest+json")
+
+string(REPLACE "|" ";" FILES "${FILES}")
+get_filename_component(header ${TO}.h NAME)
+set(arrays "")
+set(entries "")
+set(number 0)
+foreach(file IN LISTS FILES)
+    get_filename_component(name ${file} NAME)
+    get_filename_component(extension ${file} LAST_EXT)
+    string(SUBSTRING ${extension} 1 -1 extension)
+    if(NOT DEFINED type_${extension})
+        message(FATAL_ERROR "${file}: no type is known for its name")
+    endif()
+    file(READ ${file} bytes HEX)
+    string(REGEX REPLACE "(..)" "0x\\1," bytes "${bytes}")
+    # One more byte, for an array cannot be empty.
+    string(APPEND arrays "const unsigned char kBytes${number}[] = {${bytes}0};\n")
+    string(APPEND entries
+        "    {\"${name}\", \"${type_${extension}}\",\n"
+        "     {reinterpret_cast<const char*>(kBytes${number}), sizeof kBytes${number} - 1}},\n")
+    math(EXPR number "${number} + 1")
+endforeach()
+
+file(WRITE ${TO}.h "#pragma once
+
+#include <span>
+
+#include \"server/embedded_file.h\"
+
+namespace cwt {
+extern const std::span<const EmbeddedFile> ${NAME};
+}
+")
+file(WRITE ${TO}.cpp "#include \"${header}\"
+
+namespace cwt {
+namespace {
+
+${arrays}
+const EmbeddedFile kFiles[] = {
+${entries}};
+
+}  // namespace
+
+const std::span<const EmbeddedFile> ${NAME} = kFiles;
+
+}  // namespace cwt
+")

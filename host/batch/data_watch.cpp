@@ -73,27 +73,29 @@ DataWatch::Texts DataWatch::Look() const {
     return marks;
 }
 
-void DataWatch::RequireUnchanged() {
+std::string DataWatch::Change() {
     const Texts marks = Look();
-    if (marks == marks_) return;
-    const auto fail = [&](const std::string& name, const char* what) {
-        if (MayChange(name)) return;
-        throw Broken(fmt::format(
-            "{}: {} since the run began, and bills of two tariffs must not stand in one output",
-            name, what));
-    };
+    if (marks == marks_) return {};
     for (const auto& [name, state] : files_) {
+        if (MayChange(name)) continue;
         const auto found = marks.find(name);
-        if (found == marks.end()) {
-            fail(name, "is gone");
-        } else if (found->second != marks_.at(name) && StateOf(PathOf(name)) != state) {
-            fail(name, "has changed");
+        if (found == marks.end()) return name + ": is gone";
+        if (found->second != marks_.at(name) && StateOf(PathOf(name)) != state) {
+            return name + ": has changed";
         }
     }
     for (const auto& [name, mark] : marks) {
-        if (!files_.contains(name)) fail(name, "has come");
+        if (!files_.contains(name) && !MayChange(name)) return name + ": has come";
     }
     marks_ = marks;
+    return {};
+}
+
+void DataWatch::RequireUnchanged() {
+    const std::string change = Change();
+    if (change.empty()) return;
+    throw Broken(change +
+                 " since the run began, and bills of two tariffs must not stand in one output");
 }
 
 }  // namespace cwt

@@ -18,8 +18,11 @@ class DataWatch {
     /// Size and digest by name, as they were at the start.
     const std::map<std::string, std::string>& files() const { return files_; }
 
-    /// Throws Broken, with the name, when a file is another now, is gone or has come: bills of two
-    /// tariffs must not stand in one output.
+    /// The first file that is another now, is gone or has come, and which of these; empty when all
+    /// are what they were.
+    std::string Change();
+
+    /// Throws Broken when there is such a file: bills of two tariffs must not stand in one output.
     void RequireUnchanged();
 
  private:

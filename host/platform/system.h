@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <string_view>
+#include <string>
 
 namespace cwt {
 
@@ -13,6 +15,24 @@ void CatchInterrupts();
 
 /// Whether the program was asked to stop since.
 bool IsInterrupted();
+
+/// How often a service was asked, since it counts, to end and to read its data anew (SIGHUP).
+struct Wishes {
+    int end = 0, reload = 0;
+};
+
+/// From here on such wishes are counted, which ends a wait, and nothing ends the program.
+void CountWishes();
+Wishes WishesSoFar();
+
+/// From here on they are left to the process that counts them.
+void IgnoreWishes();
+
+/// Writes a text at once, without the program's buffer.
+void WriteToStandardError(std::string_view text);
+
+/// A function of a module that was loaded; null when it has none of the name.
+void* FunctionOf(void* module, const char* name);
 
 bool IsTerminal(std::FILE* stream);
 
@@ -25,6 +45,9 @@ std::string ChangeMark(const std::filesystem::path& file);
 /// The same of a file or directory whose last change is so old that every later one makes another
 /// mark. Empty of others, and where the system does not tell.
 std::string SettledMark(const std::filesystem::path& file);
+
+/// Whether others than its owner may read or write a file.
+bool IsOpenToOthers(const std::filesystem::path& file);
 
 /// Has what was written to a file on its disk. False when that fails, with errno.
 bool SyncFile(std::FILE* file);

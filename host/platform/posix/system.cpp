@@ -1,16 +1,25 @@
 #include "platform/system.h"
 
+#include <dlfcn.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <time.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <initializer_list>
 
 namespace cwt {
 namespace {
 
 volatile std::sig_atomic_t is_interrupted = 0;
+volatile std::sig_atomic_t wishes_to_end = 0, wishes_to_reload = 0;
+
+void HandleBy(void (*handler)(int), std::initializer_list<int> signals) {
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    for (const int signal : signals) sigaction(signal, &action, nullptr);
+}
 
 std::string MarkOf(const struct stat& status) {
     const auto text = [](auto number) { return std::to_string(number) + ' '; };
@@ -35,6 +44,29 @@ void CatchInterrupts() {
 
 bool IsInterrupted() {
     return is_interrupted != 0;
+}
+
+void CountWishes() {
+    HandleBy([](int) { wishes_to_end = wishes_to_end + 1; }, {SIGINT, SIGTERM});
+    HandleBy([](int) { wishes_to_reload = wishes_to_reload + 1; }, {SIGHUP});
+    HandleBy(SIG_IGN, {SIGPIPE, SIGXFSZ});
+}
+
+Wishes WishesSoFar() {
+    return {wishes_to_end, wishes_to_reload};
+}
+
+void IgnoreWishes() {
+    HandleBy(SIG_IGN, {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGXFSZ});
+}
+
+void WriteToStandardError(std::string_view text) {
+    // Nobody can be told that it fails.
+    [[maybe_unused]] const ssize_t count = write(STDERR_FILENO, text.data(), text.size());
+}
+
+void* FunctionOf(void* module, const char* name) {
+    return dlsym(module, name);
 }
 
 bool IsTerminal(std::FILE* stream) {
@@ -64,6 +96,11 @@ std::string SettledMark(const std::filesystem::path& file) {
     timespec now = {};
     if (stat(file.c_str(), &status) != 0 || clock_gettime(CLOCK_REALTIME, &now) != 0) return {};
     return now.tv_sec - status.st_ctim.tv_sec < kSettled ? std::string() : MarkOf(status);
+}
+
+bool IsOpenToOthers(const std::filesystem::path& file) {
+    struct stat status = {};
+    return stat(file.c_str(), &status) != 0 || (status.st_mode & (S_IRWXG | S_IRWXO)) != 0;
 }
 
 bool SyncFile(std::FILE* file) {

@@ -1,0 +1,134 @@
+#include "server/generation.h"
+
+#include <chrono>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <thread>
+#include <utility>
+
+#include "batch/data_watch.h"
+#include "platform/system.h"
+#include "server/service_messages.h"
+#include "session/inspection.h"
+
+namespace cwt {
+namespace {
+
+constexpr std::chrono::seconds kStill(1);
+constexpr std::chrono::seconds kForInspection(60);
+
+/// Knows what the data were, and looks at them when it is told to.
+void Keep(const Sources& sources, bool patient, Foreman& foreman) {
+    IgnoreWishes();
+    try {
+        std::optional<DataWatch> data(sources);
+        while (patient) {
+            std::this_thread::sleep_for(kStill);
+            patient = !data->Change().empty();
+            if (patient) data.emplace(sources);
+        }
+        foreman.Send({kReady, {}});
+        while (foreman.Receive()) {
+            const std::string change = data->Change();
+            foreman.Send({change.empty() ? kUnchanged : kChanged, change});
+        }
+    } catch (const std::exception& error) {
+        foreman.Send({kBroken, error.what()});
+    }
+}
+
+void InspectOnce(const Sources& sources, Foreman& foreman) {
+    constexpr int kIndent = 2;
+    IgnoreWishes();
+    const auto inspection = Inspect(sources, {});
+    using nlohmann::json;
+    foreman.Send({kReply,
+                  inspection.dump(kIndent, ' ', false, json::error_handler_t::replace) + '\n'});
+}
+
+}  // namespace
+
+Generation::Generation(std::uint64_t number, const Sources& sources, const PoolTerms& terms,
+                       bool patient)
+    : number_(number), sources_(sources), pool_(sources, terms) {
+    keeper_ = std::make_unique<WorkerProcess>(
+        [&](Foreman& foreman) { Keep(sources_, patient, foreman); });
+}
+
+void Generation::AddTo(std::vector<WorkerProcess*>& processes) const {
+    for (const auto* process : {&keeper_, &inspector_}) {
+        if (*process) processes.push_back(process->get());
+    }
+    pool_.AddTo(processes);
+}
+
+void Generation::See() {
+    if (keeper_) SeeKeeper();
+    if (inspector_) SeeInspector();
+    if (phase_ == Phase::kLoading || phase_ == Phase::kServing) pool_.See();
+    if (phase_ == Phase::kLoading && !pool_.failure().empty()) Fail(pool_.failure());
+    if (keeper_ && !is_looking_ && Clock::now() >= next_look_) Look();
+}
+
+void Generation::SeeKeeper() {
+    while (const auto message = keeper_->Receive()) {
+        is_looking_ = false;
+        switch (message->kind) {
+            case kReady:
+                Load();
+                break;
+            case kUnchanged:
+                change_.clear();
+                pool_.Confirm();
+                if (phase_ == Phase::kLoading) phase_ = Phase::kServing;
+                break;
+            case kChanged:
+                change_ = message->bytes;
+                next_look_ = Clock::now() + kStill;
+                if (phase_ == Phase::kLoading) Fail(change_ + " while the set was loaded");
+                break;
+            default:
+                change_ = message->bytes;
+        }
+    }
+    if (!keeper_->has_ended()) return;
+    keeper_.reset();
+    if (change_.empty()) change_ = "the process that looks at the data has ended";
+    if (phase_ != Phase::kServing) Fail(change_);
+}
+
+void Generation::SeeInspector() {
+    const auto message = inspector_->Receive();
+    if (message) set_ = message->bytes;
+    if (message || inspector_->has_ended() || Clock::now() - since_ > kForInspection) {
+        inspector_.reset();
+    }
+}
+
+void Generation::Load() {
+    phase_ = Phase::kLoading;
+    since_ = Clock::now();
+    inspector_ = std::make_unique<WorkerProcess>(
+        [this](Foreman& foreman) { InspectOnce(sources_, foreman); });
+    pool_.Start();
+}
+
+/// Has the data looked at when something waits for that.
+void Generation::Look() {
+    const bool is_loaded = phase_ == Phase::kLoading && !inspector_ && pool_.IsLoaded();
+    const bool is_wanted = std::exchange(is_look_wanted_, false) && phase_ != Phase::kLoading;
+    if (!is_loaded && !is_wanted && phase_ != Phase::kServing) return;
+    const bool pool_wants = phase_ != Phase::kFailed && pool_.WantsLook();
+    if (!is_wanted && !pool_wants) return;
+    is_looking_ = true;
+    keeper_->Send({kLook, {}});
+}
+
+void Generation::Fail(const std::string& reason) {
+    phase_ = Phase::kFailed;
+    failure_ = reason;
+    inspector_.reset();
+    pool_.End();
+}
+
+}  // namespace cwt

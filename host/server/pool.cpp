@@ -1,0 +1,158 @@
+#include "server/pool.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "platform/system.h"
+#include "server/service_messages.h"
+
+namespace cwt {
+namespace {
+
+constexpr std::chrono::seconds kForStart(60);
+constexpr int kUnavailable = 503;
+
+/// What a process does.
+void Work(const Sources& sources, Foreman& foreman) {
+    IgnoreWishes();
+    std::optional<Session> session;
+    try {
+        session.emplace(sources);
+        foreman.Send({kReady, session->said()});
+        while (const auto message = foreman.Receive()) {
+            const DeskReply reply = AnswerRequest(*session, ReadRequest(message->bytes));
+            foreman.Send({reply.status == kUnavailable ? kStale : kReply, WriteReply(reply)});
+        }
+    } catch (const std::exception& error) {
+        foreman.Send({kBroken, error.what()});
+    }
+}
+
+}  // namespace
+
+void Pool::Start() {
+    workers_.resize(terms_.jobs);
+    for (Worker& worker : workers_) StartOne(worker);
+}
+
+void Pool::StartOne(Worker& worker) {
+    worker.process = std::make_unique<WorkerProcess>(
+        [this](Foreman& foreman) { Work(sources_, foreman); });
+    worker.state = State::kStarting;
+    worker.is_looked_for = false;
+    worker.since = Clock::now();
+}
+
+void Pool::AddTo(std::vector<WorkerProcess*>& processes) const {
+    for (const Worker& worker : workers_) {
+        if (worker.process) processes.push_back(worker.process.get());
+    }
+}
+
+std::size_t Pool::CountOf(State state) const {
+    return static_cast<std::size_t>(std::ranges::count(workers_, state, &Worker::state));
+}
+
+bool Pool::IsHopeless() const {
+    return std::ranges::all_of(workers_, [](const Worker& worker) {
+        return worker.state == State::kLost && worker.failures > 0;
+    });
+}
+
+void Pool::See() {
+    for (Worker& worker : workers_) {
+        if (!worker.process) continue;
+        while (worker.process) {
+            const auto message = worker.process->Receive();
+            if (!message) break;
+            Take(worker, *message);
+        }
+        if (worker.process && worker.process->has_ended()) {
+            const std::string end = worker.process->End();
+            Lose(worker, ProblemKind::kPartnerEnded,
+                 "a partner library has ended the process, by " + end);
+        }
+        if (worker.process) RequireInTime(worker);
+    }
+}
+
+void Pool::Take(Worker& worker, const Message& message) {
+    switch (message.kind) {
+        case kReady:
+            worker.state = State::kLoaded;
+            worker.failures = 0;
+            break;
+        case kReply:
+            Deliver(worker, message.bytes);
+            worker.state = State::kIdle;
+            break;
+        case kStale:
+            Deliver(worker, message.bytes);
+            Lose(worker, ProblemKind::kDataChanged, "the data changed during a rating");
+            break;
+        default:
+            Lose(worker, ProblemKind::kBrokenData, message.bytes);
+    }
+}
+
+void Pool::Deliver(Worker& worker, const std::string& reply) {
+    worker.state = State::kLoaded;
+    terms_.deliver(worker.request, reply);
+}
+
+void Pool::RequireInTime(Worker& worker) {
+    const bool is_starting = worker.state == State::kStarting;
+    if (!is_starting && worker.state != State::kBusy) return;
+    const auto limit = is_starting ? std::max(terms_.timeout, kForStart) : terms_.timeout;
+    if (Clock::now() - worker.since <= limit) return;
+    Lose(worker, ProblemKind::kPartnerLate, fmt::format("no answer in {} seconds", limit.count()));
+}
+
+/// Answers what the process worked on by a problem, and leaves it to be started anew: at once, or
+/// later the more often it could not begin.
+void Pool::Lose(Worker& worker, ProblemKind kind, const std::string& reason) {
+    constexpr int kMostDoublings = 8;
+    constexpr std::chrono::milliseconds kFirstPause(100);
+    worker.process.reset();
+    if (worker.state == State::kBusy) Deliver(worker, WriteReply(ProblemReply(kind, reason)));
+    if (worker.state == State::kStarting) {
+        failure_ = reason;
+        worker.again = Clock::now() + kFirstPause * (1 << std::min(worker.failures, kMostDoublings));
+        ++worker.failures;
+    }
+    worker.state = State::kLost;
+    worker.is_looked_for = false;
+    terms_.when_lost(reason);
+}
+
+void Pool::Give(std::uint64_t id, const std::string& request) {
+    Worker& worker = *std::ranges::find(workers_, State::kIdle, &Worker::state);
+    worker.request = id;
+    worker.state = State::kBusy;
+    worker.since = Clock::now();
+    worker.process->Send({kAsk, request});
+}
+
+bool Pool::WantsLook() {
+    bool wants = false;
+    for (Worker& worker : workers_) {
+        worker.is_looked_for =
+            worker.state == State::kLoaded ||
+            (worker.state == State::kLost && Clock::now() >= worker.again);
+        wants = wants || worker.is_looked_for;
+    }
+    return wants;
+}
+
+void Pool::Confirm() {
+    for (Worker& worker : workers_) {
+        if (!std::exchange(worker.is_looked_for, false)) continue;
+        if (worker.state == State::kLoaded) worker.state = State::kIdle;
+        if (worker.state == State::kLost) StartOne(worker);
+    }
+}
+
+}  // namespace cwt

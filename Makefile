@@ -12,8 +12,8 @@
 # make packages      installs what all of these need but bench
 
 BUILD_PACKAGES   = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libsqlite3-dev \
-    zlib1g-dev libzstd-dev
-TEST_PACKAGES    = googletest binutils pkg-config locales python3-jsonschema
+    zlib1g-dev libzstd-dev libcpp-httplib-dev pkg-config
+TEST_PACKAGES    = googletest binutils locales python3-jsonschema
 LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 WINE_PACKAGES    = debootstrap xvfb xauth

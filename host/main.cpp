@@ -61,6 +61,9 @@ constexpr Command kCommands[] = {
     {"rate", cwt::AddRate},       {"check", cwt::AddCheck},   {"batch", cwt::AddBatch},
     {"inspect", cwt::AddInspect}, {"states", cwt::AddStates}, {"profiles", cwt::AddProfiles},
     {"compare", cwt::AddCompare}, {"sample", cwt::AddSample},
+#ifdef HWT_SERVE
+    {"serve", cwt::AddServe},
+#endif
 };
 
 /// Only the command that is named, when one is: to set up the others takes longer than to rate a

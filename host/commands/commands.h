@@ -36,6 +36,8 @@ void AddProfiles(CLI::App& app, int& exit_code);
 void AddInspect(CLI::App& app, int& exit_code);
 void AddCompare(CLI::App& app, int& exit_code);
 void AddSample(CLI::App& app, int& exit_code);
+/// Where the system has what it needs.
+void AddServe(CLI::App& app, int& exit_code);
 
 /// A command whose options live as long as it does.
 template <class CommandOptions>

@@ -10,6 +10,7 @@
 #include "platform/system.h"
 #include "server/service_messages.h"
 #include "session/inspection.h"
+#include "text/json_writer.h"
 
 namespace cwt {
 namespace {
@@ -38,12 +39,8 @@ void Keep(const Sources& sources, bool patient, Foreman& foreman) {
 }
 
 void InspectOnce(const Sources& sources, Foreman& foreman) {
-    constexpr int kIndent = 2;
     IgnoreWishes();
-    const auto inspection = Inspect(sources, {});
-    using nlohmann::json;
-    foreman.Send({kReply,
-                  inspection.dump(kIndent, ' ', false, json::error_handler_t::replace) + '\n'});
+    foreman.Send({kReply, DocumentOf(Inspect(sources, {}))});
 }
 
 }  // namespace

@@ -8,12 +8,12 @@
 
 #include "platform/system.h"
 #include "server/service_messages.h"
+#include "session/live_files.h"
 
 namespace cwt {
 namespace {
 
 constexpr std::chrono::seconds kForStart(60);
-constexpr int kUnavailable = 503;
 
 /// What a process does.
 void Work(const Sources& sources, Foreman& foreman) {
@@ -21,10 +21,17 @@ void Work(const Sources& sources, Foreman& foreman) {
     std::optional<Session> session;
     try {
         session.emplace(sources);
+        session->Prepare();
+        LiveFiles live(sources);
         foreman.Send({kReady, session->said()});
         while (const auto message = foreman.Receive()) {
-            const DeskReply reply = AnswerRequest(*session, ReadRequest(message->bytes));
-            foreman.Send({reply.status == kUnavailable ? kStale : kReply, WriteReply(reply)});
+            DeskReply reply = AnswerRequest(*session, ReadRequest(message->bytes));
+            const std::string changed = live.Changed();
+            if (!changed.empty()) {
+                reply = ProblemReply(ProblemKind::kDataChanged,
+                                     changed + " is not what it was when the rating began");
+            }
+            foreman.Send({changed.empty() ? kReply : kStale, WriteReply(reply)});
         }
     } catch (const std::exception& error) {
         foreman.Send({kBroken, error.what()});
@@ -39,8 +46,8 @@ void Pool::Start() {
 }
 
 void Pool::StartOne(Worker& worker) {
-    worker.process = std::make_unique<WorkerProcess>(
-        [this](Foreman& foreman) { Work(sources_, foreman); });
+    worker.process =
+        std::make_unique<WorkerProcess>([this](Foreman& foreman) { Work(sources_, foreman); });
     worker.state = State::kStarting;
     worker.is_looked_for = false;
     worker.since = Clock::now();
@@ -120,7 +127,8 @@ void Pool::Lose(Worker& worker, ProblemKind kind, const std::string& reason) {
     if (worker.state == State::kBusy) Deliver(worker, WriteReply(ProblemReply(kind, reason)));
     if (worker.state == State::kStarting) {
         failure_ = reason;
-        worker.again = Clock::now() + kFirstPause * (1 << std::min(worker.failures, kMostDoublings));
+        worker.again =
+            Clock::now() + kFirstPause * (1 << std::min(worker.failures, kMostDoublings));
         ++worker.failures;
     }
     worker.state = State::kLost;
@@ -139,9 +147,8 @@ void Pool::Give(std::uint64_t id, const std::string& request) {
 bool Pool::WantsLook() {
     bool wants = false;
     for (Worker& worker : workers_) {
-        worker.is_looked_for =
-            worker.state == State::kLoaded ||
-            (worker.state == State::kLost && Clock::now() >= worker.again);
+        worker.is_looked_for = worker.state == State::kLoaded ||
+                               (worker.state == State::kLost && Clock::now() >= worker.again);
         wants = wants || worker.is_looked_for;
     }
     return wants;

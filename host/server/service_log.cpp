@@ -17,7 +17,7 @@ void LogEvent(const char* event, const nlohmann::ordered_json& told) {
                              fmt::gmtime(std::chrono::system_clock::to_time_t(whole)),
                              floor<milliseconds>(now - whole).count())},
         {"event", event}};
-    line.update(told);
+    if (!told.is_null()) line.update(told);
     WriteToStandardError(line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) +
                          "\n");
 }

@@ -8,7 +8,6 @@ namespace cwt {
 namespace {
 
 constexpr std::chrono::seconds kForHead(10);
-constexpr std::chrono::seconds kIdle(15);
 constexpr std::chrono::milliseconds kGlance(100);
 constexpr std::chrono::seconds kWritePatience(30);
 constexpr std::string_view kHeadEnd = "\r\n\r\n";
@@ -67,7 +66,8 @@ const Head* HttpStream::NextHead(const std::atomic<bool>& is_stopping) {
 
 void HttpStream::Admit(std::size_t longest, std::chrono::seconds limit) {
     if (head_.length > longest) {
-        throw BadRequest(ProblemKind::kTooLarge, fmt::format("A body is at most {} bytes here", longest));
+        throw BadRequest(ProblemKind::kTooLarge,
+                         fmt::format("A body is at most {} bytes here", longest));
     }
     frame_ = BodyFrame(head_.is_chunked, head_.length, longest);
     deadline_ = Clock::now() + limit;

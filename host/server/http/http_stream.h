@@ -16,6 +16,9 @@ namespace cwt {
 /// The library gets a request's head and body, in time, and no byte of what follows them.
 class HttpStream : public httplib::Stream {
  public:
+    /// How long a connection may be idle.
+    static constexpr std::chrono::seconds kIdle{15};
+
     explicit HttpStream(Socket socket) : socket_(std::move(socket)), peer_(socket_.peer()) {}
 
     /// Waits for the next request, and reads its head. Nothing when the connection ends, or nothing

@@ -97,14 +97,15 @@ class Supervisor {
     void SeeFront() {
         while (const auto message = front_->Receive()) {
             if (message->kind == kListening) {
+                has_listened_ = true;
                 LogEvent("listening", {{"address", message->bytes}});
-                terms_.front.address.port = std::stoi(
-                    message->bytes.substr(message->bytes.rfind(':') + 1));
+                terms_.front.address.port =
+                    std::stoi(message->bytes.substr(message->bytes.rfind(':') + 1));
             } else if (message->kind == kDone) {
                 is_done_ = true;
                 front_->Finish();
             } else if (message->kind == kBroken) {
-                if (!current_) throw Broken(message->bytes);
+                if (!has_listened_) throw Broken(message->bytes);
                 LogEvent("front-broken", {{"reason", message->bytes}});
             } else {
                 TakeParcel(message->kind, ReadParcel(message->bytes));
@@ -112,7 +113,7 @@ class Supervisor {
         }
         if (!front_->has_ended() || is_stopping_) return;
         const std::string end = front_->End();
-        if (!current_) throw Broken("the front has ended, by " + end);
+        if (!has_listened_) throw Broken("the front has ended, by " + end);
         LogEvent("front-lost", {{"reason", end}});
         for (const auto& one : Serving()) one->pins = 0;
         waiting_.clear();
@@ -169,9 +170,8 @@ class Supervisor {
         for (Generation* const one : Serving()) one->See();
         if (failed_) failed_->See();
         if (attempt_) SeeAttempt();
-        std::erase_if(older_, [&](const auto& one) {
-            return one->pins <= 0 && !one->pool().IsBusy();
-        });
+        std::erase_if(older_,
+                      [&](const auto& one) { return one->pins <= 0 && !one->pool().IsBusy(); });
         if (!current_ || attempt_ || is_stopping_) return;
         if (Clock::now() >= next_look_) LookForChanges();
         // What has failed is tried again when it is no longer what failed.
@@ -194,8 +194,7 @@ class Supervisor {
             ++reload_failures_;
             failure_ = attempt_->failure();
             failed_ = std::move(attempt_);
-            LogEvent("reload-failed",
-                     {{"generation", failed_->number()}, {"reason", failure_}});
+            LogEvent("reload-failed", {{"generation", failed_->number()}, {"reason", failure_}});
             next_try_ = Clock::now() + kBetweenTries;
         }
     }
@@ -281,7 +280,7 @@ class Supervisor {
     std::uint64_t generations_ = 0, losses_ = 0, reload_failures_ = 0;
     std::string failure_;  ///< Why the last reload failed, if it did.
     int reloads_ = 0;      ///< Wishes that were seen.
-    bool is_stopping_ = false, is_done_ = false;
+    bool has_listened_ = false, is_stopping_ = false, is_done_ = false;
     Clock::time_point next_look_ = {}, next_try_ = {};
     std::string told_;  ///< The state that the front was told last, but for the queue.
     Clock::time_point told_at_ = {};

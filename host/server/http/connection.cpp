@@ -21,7 +21,7 @@ using enum ProblemKind;
 
 constexpr std::size_t kLongestShipment = std::size_t{1} << 20;
 constexpr std::uint64_t kMostRows = 5000000;
-constexpr std::chrono::seconds kForShipment(20);
+constexpr std::chrono::seconds kForShipment(10);
 constexpr std::chrono::seconds kForBatch(600);
 constexpr unsigned kMostBatches = 8;
 constexpr unsigned kMostRequests = 1000;  // On one connection.

@@ -77,6 +77,7 @@ Gate::Gate(const Address& address, std::string token)
 /// A page of elsewhere whose name was made to lead to this machine knows this machine by that name.
 void Gate::RequireHost(const Head& head) const {
     const std::string written = InSmallLetters(head.Find("host"));
+    if (written.empty()) return;  // Of HTTP/1.0, which no browser speaks.
     const std::string_view host = WithoutPort(written);
     const std::string own = host_.find(':') == host_.npos ? host_ : "[" + host_ + "]";
     for (const std::string_view known :

@@ -54,7 +54,8 @@ void Metrics::CountShipments(const Tally& tally) {
     rated_ += tally.rated();
     refused_ += tally.refused();
     failed_ += tally.failed();
-    for (const auto& kind : tally.Json().at("refused_by")) {
+    const nlohmann::ordered_json counts = tally.Json();
+    for (const auto& kind : counts.at("refused_by")) {
         refused_by_[kind.at("code").get<int>()] += kind.at("rows").get<std::uint64_t>();
     }
 }

@@ -66,11 +66,12 @@ namespace {
 
 ${arrays}
 const EmbeddedFile kFiles[] = {
-${entries}};
+${entries}    {},
+};
 
 }  // namespace
 
-const std::span<const EmbeddedFile> ${NAME} = kFiles;
+const std::span<const EmbeddedFile> ${NAME}(kFiles, ${number});
 
 }  // namespace cwt
 ")

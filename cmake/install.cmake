@@ -17,6 +17,17 @@ install(TARGETS hundredweight hundredweight_platform EXPORT hundredweight)
 install(TARGETS cwt)
 # The stand-ins for the partner libraries, which cwt loads unless it is told otherwise.
 install(TARGETS tolvex servgd ARCHIVE EXCLUDE_FROM_ALL)
+if(TARGET cwt-front)
+    set_target_properties(cwt-front PROPERTIES
+        BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH $ORIGIN)
+    install(TARGETS cwt-front LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    # The unit names the program where it is installed, which is known then.
+    set(unit lib/systemd/system/cwt-serve.service)
+    install(CODE "set(program \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/cwt\")
+        set(page \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DOCDIR}/service.md\")
+        configure_file(${PROJECT_SOURCE_DIR}/host/server/cwt-serve.service.in
+                       \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${unit}\" @ONLY)")
+endif()
 install(DIRECTORY include/hundredweight TYPE INCLUDE)
 install(DIRECTORY docs/ TYPE DOC)
 if(WIN32)

@@ -45,7 +45,7 @@ std::string ReadToken(const std::string& name) {
     constexpr std::size_t kShortest = 16, kLongest = 4096;
     const std::filesystem::path file = PathOf(name);
     RequireReadable(file);
-    if (IsOpenToOthers(file)) throw Broken(name + ": others than its owner may read or write it");
+    if (IsOpenToOthers(file)) throw Broken(name + ": everybody may read it, or others than its owner write it");
     std::ifstream stream(file, std::ios::binary);
     std::string token{std::istreambuf_iterator<char>(stream), {}};
     while (token.ends_with('\n') || token.ends_with('\r')) token.pop_back();
@@ -96,7 +96,7 @@ void AddServe(CLI::App& app, int& exit_code) {
                      "--token-file; port 0 is any that is free.")
         ->capture_default_str();
     command->add_option("--token-file", options->token_file,
-                        "A file that its owner alone may read, with the token that requests must "
+                        "A file that not everybody may read, with the token that requests must "
                         "carry: Authorization: Bearer TOKEN.");
     front.jobs = std::clamp(std::thread::hardware_concurrency(), 1U, kMostJobs);
     command->add_option("--jobs", front.jobs, "Rating processes. Default: the processors.")

@@ -46,7 +46,7 @@ std::string ChangeMark(const std::filesystem::path& file);
 /// mark. Empty of others, and where the system does not tell.
 std::string SettledMark(const std::filesystem::path& file);
 
-/// Whether others than its owner may read or write a file.
+/// Whether everybody may read or write a file, or its group write it.
 bool IsOpenToOthers(const std::filesystem::path& file);
 
 /// Has what was written to a file on its disk. False when that fails, with errno.

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 #include "platform/socket.h"
@@ -17,6 +18,8 @@ struct FrontTerms {
     unsigned jobs = 1;
     unsigned connections = 256;
     std::size_t longest_batch = std::size_t{256} << 20;  ///< Bytes of its body.
+    /// Ids of requests begin here, beyond those of a front before.
+    std::uint64_t first_id = 0;
 };
 
 struct ServiceTerms {

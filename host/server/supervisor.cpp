@@ -71,6 +71,8 @@ class Supervisor {
     }
 
     void StartFront() {
+        constexpr std::uint64_t kIdsOfOne = std::uint64_t{1} << 40;
+        terms_.front.first_id += kIdsOfOne;
         front_ = StartFrontProcess(terms_.front);
         front_since_ = Clock::now();
         told_.clear();
@@ -216,7 +218,7 @@ class Supervisor {
             Refuse(waiting_.front().request.id, ProblemKind::kBusy, "No process became free");
             waiting_.pop_front();
         }
-        if (!current_ || current_->pool().IsHopeless()) {
+        if (!current_ || (IsHopeless(*current_) && !attempt_)) {
             for (const Waiting& one : std::exchange(waiting_, {})) {
                 Refuse(one.request.id, ProblemKind::kNotReady, "No process can rate");
             }
@@ -232,10 +234,16 @@ class Supervisor {
         }
     }
 
+    /// Whether none can rate by a generation, nor will: processes are not started on other data.
+    static bool IsHopeless(Generation& generation) {
+        const Pool& pool = generation.pool();
+        return pool.IsHopeless() || (pool.ready() == 0 && !generation.change().empty());
+    }
+
     bool GivePinned() {
         for (auto one = pinned_.begin(); one != pinned_.end(); ++one) {
             Generation* const generation = Find(one->request.generation);
-            const bool is_lost = generation == nullptr || generation->pool().IsHopeless();
+            const bool is_lost = generation == nullptr || IsHopeless(*generation);
             if (!is_lost && !generation->pool().HasIdle()) continue;
             const Parcel request = std::move(one->request);
             pinned_.erase(one);

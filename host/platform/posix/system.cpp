@@ -100,7 +100,7 @@ std::string SettledMark(const std::filesystem::path& file) {
 
 bool IsOpenToOthers(const std::filesystem::path& file) {
     struct stat status = {};
-    return stat(file.c_str(), &status) != 0 || (status.st_mode & (S_IRWXG | S_IRWXO)) != 0;
+    return stat(file.c_str(), &status) != 0 || (status.st_mode & (S_IWGRP | S_IRWXO)) != 0;
 }
 
 bool SyncFile(std::FILE* file) {

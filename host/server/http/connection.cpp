@@ -62,7 +62,7 @@ std::map<std::string, std::string> TermsOf(const httplib::Request& request, cons
 
 FrontDesk::FrontDesk(const FrontTerms& what_terms, Foreman& foreman)
     : terms(what_terms),
-      line(foreman),
+      line(foreman, terms.first_id),
       gate(terms.address, terms.token),
       open_api(OpenApiDocument()) {}
 
@@ -290,8 +290,8 @@ void Connection::AnswerBatch(const httplib::ContentReader& reader, httplib::Resp
         try {
             const auto text = batch_->Next();
             if (text) return text->empty() || sink.write(text->data(), text->size());
-            sink.done();
             front_.metrics.CountShipments(batch_->tally());
+            sink.done();
             return true;
         } catch (const std::exception& error) {
             broken_off_ = error.what();

@@ -47,6 +47,7 @@ void DeskLine::Receive() {
             default: {
                 const Parcel parcel = ReadParcel(message->bytes);
                 auto open = open_.extract(parcel.id);
+                if (open.empty()) break;  // Asked by a front that was lost.
                 open.mapped().set_value(message->kind == kPinned ? std::to_string(parcel.generation)
                                                                  : parcel.bytes);
             }

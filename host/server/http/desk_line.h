@@ -17,7 +17,7 @@ namespace cwt {
 /// May be used by many threads.
 class DeskLine {
  public:
-    explicit DeskLine(Foreman& foreman) : foreman_(foreman) {}
+    DeskLine(Foreman& foreman, std::uint64_t first_id) : foreman_(foreman), last_id_(first_id) {}
 
     void Say(std::uint32_t kind, const std::string& text);
 
@@ -41,7 +41,7 @@ class DeskLine {
     Foreman& foreman_;
     std::mutex sending_;
     mutable std::mutex mutex_;  ///< Of what follows.
-    std::uint64_t last_id_ = 0;
+    std::uint64_t last_id_;
     std::map<std::uint64_t, std::promise<std::string>> open_;
     nlohmann::json state_ = {{"generation", 0}, {"ready", 0}, {"failure", nullptr}};
     std::string set_;

@@ -6,12 +6,23 @@ if(NOT CMAKE_SCRIPT_MODE_FILE)
     set(HWT_EMBED_SCRIPT ${CMAKE_CURRENT_LIST_FILE})
     function(hwt_embed target name)
         set(to ${CMAKE_CURRENT_BINARY_DIR}/${target})
+        # Known before anything is built, to those who only look at the sources.
+        file(CONFIGURE OUTPUT ${to}/${target}_files.h CONTENT "#pragma once
+
+#include <span>
+
+#include \"server/embedded_file.h\"
+
+namespace cwt {
+extern const std::span<const EmbeddedFile> ${name};
+}
+")
         list(JOIN ARGN "|" files)
-        add_custom_command(OUTPUT ${to}/${target}_files.cpp ${to}/${target}_files.h
+        add_custom_command(OUTPUT ${to}/${target}_files.cpp
             COMMAND ${CMAKE_COMMAND} -DTO=${to}/${target}_files -DNAME=${name} "-DFILES=${files}"
                     -P ${HWT_EMBED_SCRIPT}
             DEPENDS ${ARGN} ${HWT_EMBED_SCRIPT} VERBATIM)
-        add_library(${target} STATIC ${to}/${target}_files.cpp ${to}/${target}_files.h)
+        add_library(${target} STATIC ${to}/${target}_files.cpp)
         target_include_directories(${target}
             PUBLIC ${to} ${PROJECT_SOURCE_DIR}/host)
         target_link_libraries(${target} PRIVATE hwt_compile_options)
@@ -49,16 +60,6 @@ foreach(file IN LISTS FILES)
     math(EXPR number "${number} + 1")
 endforeach()
 
-file(WRITE ${TO}.h "#pragma once
-
-#include <span>
-
-#include \"server/embedded_file.h\"
-
-namespace cwt {
-extern const std::span<const EmbeddedFile> ${NAME};
-}
-")
 file(WRITE ${TO}.cpp "#include \"${header}\"
 
 namespace cwt {

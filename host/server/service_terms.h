@@ -24,7 +24,7 @@ struct FrontTerms {
 
 struct ServiceTerms {
     FrontTerms front;
-    Sources sources;  ///< A symbolic link to the data may lead elsewhere later.
+    Sources sources;                   ///< A symbolic link to the data may lead elsewhere later.
     std::chrono::seconds timeout{30};  ///< For one request.
     std::size_t queue = 16;            ///< The most requests that wait for a process.
     bool watch = false;                ///< Whether changed data are loaded unasked.

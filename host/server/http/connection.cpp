@@ -8,7 +8,6 @@
 #include <utility>
 #include <vector>
 
-#include "files/packing.h"
 #include "server/http/documents.h"
 #include "server/http/security_fields.h"
 #include "server/service_log.h"
@@ -20,10 +19,8 @@ namespace {
 using enum ProblemKind;
 
 constexpr std::size_t kLongestShipment = std::size_t{1} << 20;
-constexpr std::uint64_t kMostRows = 5000000;
 constexpr std::chrono::seconds kForShipment(10);
 constexpr std::chrono::seconds kForBatch(600);
-constexpr unsigned kMostBatches = 8;
 constexpr unsigned kMostRequests = 1000;  // On one connection.
 constexpr int kUnavailable = 503;
 
@@ -238,69 +235,6 @@ void Connection::AnswerDesk(const httplib::Request& request, std::string body,
     const DeskReply reply = front_.line.Ask(asked).get();
     front_.metrics.CountShipments(reply.tally);
     Reply(reply, response);
-}
-
-/// Takes the rows in before any is answered, for few clients read while they write.
-std::unique_ptr<SpoolFile> Connection::Spool(const httplib::ContentReader& reader) {
-    std::string beginning;
-    std::uint64_t rows = 0;
-    try {
-        auto spool = std::make_unique<SpoolFile>();
-        const bool is_read = reader([&](const char* bytes, std::size_t size) {
-            spool->Append({bytes, size});
-            if (beginning.size() < 4) beginning.append(bytes, std::min<std::size_t>(size, 4));
-            rows += static_cast<std::uint64_t>(std::count(bytes, bytes + size, '\n'));
-            return rows <= kMostRows;
-        });
-        if (rows > kMostRows) {
-            throw BadRequest(kTooLarge, fmt::format("A batch has at most {} rows here", kMostRows));
-        }
-        if (!is_read || !stream_.is_read()) throw stream_.BodyFault();
-        if (PackingOf(beginning) != Packing::kNone) {
-            throw BadRequest(kWrongType, "Rows are taken as they are, not packed");
-        }
-        return spool;
-    } catch (const BadRequest&) {
-        throw;
-    } catch (const std::runtime_error& error) {
-        throw BadRequest(kNotReady, error.what());
-    }
-}
-
-void Connection::AnswerBatch(const httplib::ContentReader& reader, httplib::Response& response) {
-    const unsigned before = front_.batches++;
-    const auto leave = [](FrontDesk* front) { --front->batches; };
-    const std::shared_ptr<FrontDesk> place(&front_, leave);
-    if (before >= kMostBatches) throw BadRequest(kBusy, "There are too many batches");
-    const std::string_view accepted = head_->Find("accept");
-    BatchAnswerTerms terms;
-    terms.most_ahead = std::size_t{2} * front_.terms.jobs;
-    terms.from = terms.to = TypeOfBody(*head_) == "text/csv" ? Form::kCsv : Form::kNdjson;
-    if (accepted.find("text/csv") != accepted.npos) terms.to = Form::kCsv;
-    if (accepted.find("application/x-ndjson") != accepted.npos) terms.to = Form::kNdjson;
-    auto spool = Spool(reader);
-    try {
-        batch_ = std::make_unique<BatchAnswer>(front_.line, std::move(spool), terms);
-    } catch (const std::runtime_error& error) {
-        throw BadRequest(kBadRequest, error.what());
-    }
-    if (const auto problem = batch_->Begin()) return Reply(*problem, response);
-    response.set_header(kCacheField, "no-store");
-    const auto next = [this, place](std::size_t /*offset*/, httplib::DataSink& sink) {
-        try {
-            const auto text = batch_->Next();
-            if (text) return text->empty() || sink.write(text->data(), text->size());
-            front_.metrics.CountShipments(batch_->tally());
-            sink.done();
-            return true;
-        } catch (const std::exception& error) {
-            broken_off_ = error.what();
-            return false;
-        }
-    };
-    response.status = 200;
-    response.set_chunked_content_provider(
-        terms.to == Form::kCsv ? "text/csv; charset=utf-8" : "application/x-ndjson", next);
 }
 
 void Connection::AnswerProblem(ProblemKind kind, const std::string& detail,

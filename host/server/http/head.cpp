@@ -47,7 +47,7 @@ std::string_view TakeTo(std::string_view& text, std::string_view end) {
 }
 
 void ReadRequestLine(std::string_view line, Head& head) {
-    constexpr std::string_view kMethods[] = {"GET", "HEAD",   "POST",   "PUT",
+    constexpr std::string_view kMethods[] = {"GET",   "HEAD",   "POST",   "PUT",
                                              "PATCH", "DELETE", "OPTIONS"};
     head.method = TakeTo(line, " ");
     head.target = TakeTo(line, " ");
@@ -133,9 +133,8 @@ void ReadConnection(Head& head) {
 }  // namespace
 
 std::string_view Head::Find(std::string_view name) const {
-    const auto found = std::ranges::find(fields, name, [](const auto& field) {
-        return std::string_view(field.first);
-    });
+    const auto found = std::ranges::find(
+        fields, name, [](const auto& field) { return std::string_view(field.first); });
     return found == fields.end() ? std::string_view() : found->second;
 }
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/system.h"
+#include "server/service_log.h"
 #include "server/service_messages.h"
 #include "session/live_files.h"
 
@@ -91,6 +92,7 @@ void Pool::Take(Worker& worker, const Message& message) {
         case kReady:
             worker.state = State::kLoaded;
             worker.failures = 0;
+            if (!message.bytes.empty()) LogEvent("partner-said", {{"text", message.bytes}});
             break;
         case kReply:
             Deliver(worker, message.bytes);

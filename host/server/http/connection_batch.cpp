@@ -2,6 +2,8 @@
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <chrono>
+#include <stdexcept>
 #include <utility>
 
 #include "files/packing.h"
@@ -15,7 +17,8 @@ using enum ProblemKind;
 
 constexpr std::uint64_t kMostRows = 5000000;
 constexpr unsigned kMostBatches = 8;
-constexpr std::size_t kBeginning = 4;  // Bytes that tell whether rows are packed.
+constexpr std::chrono::hours kLongest(1);  // Since a batch came.
+constexpr std::size_t kBeginning = 4;      // Bytes that tell whether rows are packed.
 
 /// The forms of the rows by what the request says of them.
 BatchAnswerTerms TermsOf(const Head& head) {
@@ -73,6 +76,7 @@ void Connection::AnswerBatch(const httplib::ContentReader& reader, httplib::Resp
     response.set_header(kCacheField, "no-store");
     const auto next = [this, place](std::size_t /*offset*/, httplib::DataSink& sink) {
         try {
+            if (Clock::now() - since_ > kLongest) throw std::runtime_error("it took too long");
             const auto text = batch_->Next();
             if (text) return text->empty() || sink.write(text->data(), text->size());
             front_.metrics.CountShipments(batch_->tally());

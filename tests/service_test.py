@@ -18,6 +18,9 @@ import unittest
 
 import jsonschema
 
+sys.dont_write_bytecode = True
+import service_requests
+
 CWT, ENGINE = sys.argv[1:3]
 ROOT = pathlib.Path(tempfile.mkdtemp())
 subprocess.run([CWT, "sample", ROOT / "sample"], check=True, stdout=subprocess.DEVNULL)
@@ -87,9 +90,10 @@ class Service:
         """All that comes back for bytes, written in pieces."""
         with socket.create_connection(("127.0.0.1", self.port), timeout=20) as connection:
             try:
-                for piece in pieces:
+                for piece in pieces[:-1]:
                     connection.sendall(piece)
                     time.sleep(pause)
+                connection.sendall(pieces[-1])
                 connection.shutdown(socket.SHUT_WR)
                 return b"".join(iter(lambda: connection.recv(65536), b""))
             except (ConnectionResetError, BrokenPipeError):
@@ -367,67 +371,16 @@ class ServiceTest(unittest.TestCase):
 
     def test_wrong_requests_are_answered_and_leave_it_serving(self):
         service = self.start("--max-body", "1")
-        host = f"Host: localhost:{service.port}\r\n".encode()
-        get = b"GET /healthz HTTP/1.1\r\n" + host
-        post = b"POST /v1/rate HTTP/1.1\r\n" + host
-        rows = post.replace(b"rate", b"batch")
-        chunked = post + b"Transfer-Encoding: chunked\r\n\r\n"
-        size = lambda count: b"Content-Length: %d\r\n\r\n" % count
-        whole = b"%x\r\n%s\r\n0\r\n\r\n" % (len(GOOD), GOOD)
-        for status, *pieces in (
-                (200, get + b"\r\n"), (200, b"\r\n" + get + b"\r\n"), (200, get[:9], get[9:] + b"\r\n"),
-                (200, post + size(len(GOOD)) + GOOD), (200, chunked + whole),
-                (200, chunked, whole[:9], whole[9:]), (200, b"GET /healthz HTTP/1.0\r\n\r\n"),
-                (100, post + b"Expect: 100-continue\r\n" + size(len(GOOD)), GOOD),
-                (400, post + size(2) + b"[]"), (400, post + size(3) + b"{\"a"), (400, post + b"\r\n"),
-                (400, post + size(9) + b"cut"), (400, post + size(4) + b"\xff\xfe{}"),
-                (400, chunked + b"5\r\nab"), (400, chunked + b"-1\r\n"), (400, chunked + b"0x2\r\n{}\r\n"),
-                (400, chunked + b"2;a=b\r\n{}\r\n0\r\n\r\n"), (400, chunked + b"2\r\n{}0\r\n\r\n"),
-                (413, chunked + b"fffffffffffffffff\r\n"), (413, chunked + b"ffffffff\r\n"),
-                (400, chunked + b"2\n{}\n0\n\n"), (400, chunked + b"2\r\n{}\r\n0\r\nA: b\r\n\r\n"),
-                (400, post + b"Content-Length: 2\r\n" + size(2) + b"{}"),
-                (400, post + b"Content-Length: 2\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n"),
-                (400, post + b"Content-Length: +2\r\n\r\n{}"), (400, post + b"Content-Length: \r\n\r\n"),
-                (400, post + b"Content-Length: 2, 2\r\n\r\n{}"),
-                (400, post + b"Content-Length : 2\r\n\r\n{}"),
-                (400, post + b"Content-Length: 99999999999999999999\r\n\r\n"),
-                (400, post + b"Transfer-Encoding: gzip, chunked\r\n\r\n"),
-                (400, post + b"Transfer-Encoding: chunked\r\nTransfer-Encoding: x\r\n\r\n"),
-                (400, post.replace(b"1.1", b"1.0") + b"Transfer-Encoding: chunked\r\n\r\n"),
-                (400, get + b"A: b\r\n folded\r\n\r\n"), (400, get + b"A: b\nC: d\r\n\r\n"),
-                (400, get + b"A: b\rC: d\r\n\r\n"), (400, get + b"A: \0\r\n\r\n"),
-                (400, get + b": b\r\n\r\n"), (400, get + b"no colon\r\n\r\n"), (400, get + host + b"\r\n"),
-                (400, b"GET /healthz HTTP/1.1\r\n\r\n"), (400, b"GET  /healthz HTTP/1.1\r\n\r\n"),
-                (400, b"GET /healthz HTTP/2.0\r\n\r\n"), (400, b"GET http://a/ HTTP/1.1\r\n" + host + b"\r\n"),
-                (400, b"BREW /healthz HTTP/1.1\r\n" + host + b"\r\n"), (400, b"\x16\x03\x01\x02\x00\r\n\r\n"),
-                (400, get + size(3) + b"abc"), (400, get + b"Expect: tea\r\n\r\n"),
-                (400, get.replace(b"healthz", b"v1/classes?x=1") + b"\r\n"),
-                (400, post.replace(b"rate", b"rate?explain=1&explain=0") + size(2) + b"{}"),
-                (404, get.replace(b"healthz", b"../etc/passwd") + b"\r\n"),
-                (404, get.replace(b"healthz", b"v1/states/") + b"\r\n"),
-                (404, get.replace(b"healthz", b"a" * 7900) + b"\r\n"),
-                (405, post.replace(b"POST", b"DELETE") + size(2) + b"{}"),
-                (405, post.replace(b"POST", b"GET") + b"\r\n"), (405, get.replace(b"GET", b"OPTIONS") + b"\r\n"),
-                (413, post + size(1 << 21)), (413, rows + size((1 << 20) + 1)),
-                (413, chunked + b"200000\r\n"), (415, post + b"Content-Encoding: gzip\r\n" + size(2) + b"{}"),
-                (415, post + b"Content-Type: text/xml\r\n" + size(2) + b"{}"),
-                (415, post + b"Content-Type: multipart/form-data; boundary=a\r\n" + size(2) + b"{}"),
-                (415, post + b"Content-Type: application/json; charset=utf-16\r\n" + size(2) + b"{}"),
-                (421, b"GET /healthz HTTP/1.1\r\nHost: evil.example\r\n\r\n"),
-                (403, get + b"Origin: http://evil.example\r\n\r\n"), (403, get + b"Origin: null\r\n\r\n"),
-                (200, get + b"Origin: http://localhost:%d\r\n\r\n" % service.port),
-                (431, get + b"A: " + b"b" * 17000 + b"\r\n\r\n"), (431, get + b"A: b\r\n" * 150 + b"\r\n")):
+        requests = service_requests.Requests(service.port, GOOD)
+        for status, *pieces in requests.cases:
             with self.subTest(pieces=pieces):
                 answer = service.raw(*pieces)
                 self.assertEqual(answer[:12], b"HTTP/1.1 %d" % status, answer[:200])
                 if status >= 400 and b"Connection: close" in answer:
                     self.assertEqual(answer.count(b"HTTP/1.1 "), 1)
-        # What is behind a request is the next one, and what is in its body is none.
-        answers = service.raw(get + b"\r\n" + post + size(len(GOOD)) + GOOD + chunked + whole + get + b"\r\n")
-        self.assertEqual(re.findall(rb"HTTP/1.1 (\d+)", answers), [b"200"] * 4)
-        inner = get + b"\r\n"
-        answers = service.raw(post + size(len(inner)) + inner)
-        self.assertEqual(re.findall(rb"HTTP/1.1 (\d+)", answers), [b"400"])
+        for bytes_sent, statuses in ((requests.four, [b"200"] * 4), (requests.one, [b"400"])):
+            answers = service.raw(bytes_sent)
+            self.assertEqual(re.findall(rb"HTTP/1.1 (\d+)", answers), statuses)
         self.check(service.rate(), 200)
         self.assertEqual(service.stop(), 0)
 

@@ -45,7 +45,8 @@ std::string ReadToken(const std::string& name) {
     constexpr std::size_t kShortest = 16, kLongest = 4096;
     const std::filesystem::path file = PathOf(name);
     RequireReadable(file);
-    if (IsOpenToOthers(file)) throw Broken(name + ": everybody may read it, or others than its owner write it");
+    if (IsOpenToOthers(file))
+        throw Broken(name + ": everybody may read it, or others than its owner write it");
     std::ifstream stream(file, std::ios::binary);
     std::string token{std::istreambuf_iterator<char>(stream), {}};
     while (token.ends_with('\n') || token.ends_with('\r')) token.pop_back();

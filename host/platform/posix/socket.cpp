@@ -59,8 +59,7 @@ bool IsLoopback(const sockaddr* address) {
 }
 
 /// The numeric host and port of an end of a connection.
-std::pair<std::string, std::string> NumbersOf(int number,
-                                              int (*end)(int, sockaddr*, socklen_t*)) {
+std::pair<std::string, std::string> NumbersOf(int number, int (*end)(int, sockaddr*, socklen_t*)) {
     sockaddr_storage address = {};
     socklen_t size = sizeof address;
     auto* const plain = reinterpret_cast<sockaddr*>(&address);

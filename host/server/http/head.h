@@ -24,9 +24,9 @@ struct Head {
 
     std::string method;
     std::string target;
-    bool is_newest = true;  ///< HTTP/1.1, not 1.0.
+    bool is_newest = true;                                    ///< HTTP/1.1, not 1.0.
     std::vector<std::pair<std::string, std::string>> fields;  ///< Names in small letters.
-    std::size_t length = 0;                                   ///< Of the body, unless it is chunked.
+    std::size_t length = 0;  ///< Of the body, unless it is chunked.
     bool is_chunked = false;
     bool ends_connection = false;
 

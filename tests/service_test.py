@@ -122,13 +122,18 @@ class ServiceTest(unittest.TestCase):
         cls.slow = [pool.submit(cls.plagued.raw, begin, *[b"a"] * 22, pause=0.5), pool.submit(
             cls.plagued.raw, begin + b"Content-Length: 99\r\n\r\n", *[b" "] * 22, pause=0.5)]
 
+    @classmethod
+    def tearDownClass(cls):
+        cls.plagued.process.kill()
+        cls.plagued.process.wait()
+        cls.plagued.process.stderr.close()
+
     def test_slow_senders_are_dropped(self):
         for sender in self.slow:
             self.assertIn(sender.result()[:12], (b"HTTP/1.1 408", b""))
         statuses = self.plagued.ask("GET", "/metrics").text
         self.assertEqual(re.findall(rb'requests_total.*"408"} (\d)', statuses), [b"1", b"1"])
         self.assertEqual(self.plagued.stop(), 0)
-        self.plagued.process.stderr.close()
 
     def start(self, *arguments, **more):
         service = Service(*arguments, **more)

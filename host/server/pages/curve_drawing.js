@@ -135,7 +135,7 @@ export function drawCurve(curve, { width, near }) {
     drawn("line", { y1: kMargin.top, y2: size.height - kMargin.bottom }), drawn("circle", { r: 4 }));
   const drawing = drawn("svg", { viewBox: `0 0 ${width} ${size.height}`, width, height: size.height, "aria-hidden": "true" },
     bands(curve, seen, x, size), axes(seen, x, y, near, size), breakLines(curve, seen, x, size),
-    pieces(points).map((piece) => drawn("path", { class: "net", d: path(piece, x, y) })),
+    pieces(points).map((piece) => drawn("path", { class: "charge", d: path(piece, x, y) })),
     mark("cheaper", curve.cheaper && curve.cheaper.weight <= seen.to ? curve.cheaper : null, x, y),
     mark("shipment", curve.shipment, x, y), cross);
   const move = (point) => {

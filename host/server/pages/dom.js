@@ -33,7 +33,7 @@ export function table(caption, headings, rows, attributes = {}) {
 
 /** Something wide that scrolls by itself, with the keyboard too. */
 export function scrolling(label, child) {
-  return element("div", { class: "scrolling", role: "region", "aria-label": label, tabindex: "0" }, child);
+  return element("div", { class: "scrolling", role: "region", "aria-label": `${label}, to scroll`, tabindex: "0" }, child);
 }
 
 /** Pounds and counts with their thousands parted. */

@@ -2,6 +2,7 @@
 # make test          runs every test, with sanitizers
 # make test-linux32  the same on 32-bit Linux     make test-win32  the same on 32-bit Windows
 # make test-all      all three, and compares what the three make of the same shipments
+# make test-web      tests the rating screen in a browser
 # make fuzz          attacks it with inputs of every kind    make fuzz-minute  for a minute in all
 # make bench         measures what rating costs, against what it must cost
 # make bench-docs    puts what the last whole run of it gave into docs/performance.md
@@ -17,6 +18,7 @@ TEST_PACKAGES    = googletest binutils locales python3-jsonschema
 LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 WINE_PACKAGES    = debootstrap xvfb xauth
+WEB_PACKAGES     = chromium chromium-driver python3-selenium npm
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
 BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib time
 LINT_PACKAGES    = clang-format clang-tidy
@@ -26,8 +28,8 @@ SAMPLE = sample
 # The targets share packages, trees and a display.
 .NOTPARALLEL:
 
-.PHONY: rate win32 test test-linux32 test-win32 test-all compare fuzz fuzz-minute bench bench-docs \
-    outcomes lint format clean packages
+.PHONY: rate win32 test test-linux32 test-win32 test-all test-web compare fuzz fuzz-minute bench \
+    bench-docs outcomes lint format clean packages
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -61,6 +63,11 @@ test-all:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINUX32_PACKAGES) \
 	    $(WIN32_PACKAGES) $(WINE_PACKAGES)
 	@$(MAKE) --no-print-directory test test-linux32 test-win32 compare
+
+test-web:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(WEB_PACKAGES)
+	@scripts/build.sh release
+	@scripts/test_web.sh
 
 # What the tests of the three targets and the optimised build have made of the same shipments.
 compare:
@@ -100,7 +107,8 @@ format:
 
 packages:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINUX32_PACKAGES) \
-	    $(WIN32_PACKAGES) $(WINE_PACKAGES) $(FUZZ_PACKAGES) $(LINT_PACKAGES)
+	    $(WIN32_PACKAGES) $(WINE_PACKAGES) $(WEB_PACKAGES) $(FUZZ_PACKAGES) \
+	    $(LINT_PACKAGES)
 
 clean:
 	@rm -rf build

@@ -132,7 +132,7 @@ export class BatchView {
     const name = `${file.name.replace(/\.\w+$/, "")}.rated.${this.to}`;
     const blob = new Blob(parts, { type: kForms[this.to].type });
     const counts = element("dl", { class: "tally" }, kOutcomes.map((outcome) =>
-      element("div", { class: outcome }, element("dt", {}, outcome), element("dd", {}, grouped(tally[outcome])))));
+      element("div", { class: tally[outcome] > 0 ? outcome : null }, element("dt", {}, outcome), element("dd", {}, grouped(tally[outcome])))));
     const fewer = tally.rows === total ? null : element("p", { class: "banner bad" },
       `The file has ${grouped(total)} rows by its quotes and line ends, and ${grouped(tally.rows)} were answered. Look for a quote that is not closed.`);
     this.panel(element("h2", {}, file.name), counts, fewer);

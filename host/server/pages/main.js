@@ -20,13 +20,14 @@ const sheet = new Sheet({ form, explanation, curve, share });
 const rating = new Rating(form, sheet, curve);
 const batch = new BatchView(byId("view-batch"));
 const set = new SetView(byId("view-set"));
+const linkTo = (name) => document.querySelector(`nav [data-view="${name}"]`);
 let written = null;  // The fragment of the entries on the form.
 
 /** What is rated becomes the address, so that going back, reloading and sharing give the same. */
 function share(entries) {
   written = fragmentOf(entries);
   byId("shipment").dataset.fragment = written;
-  document.querySelector('[data-view="rate"]').href = `#${written}`;
+  linkTo("rate").href = `#${written}`;
   if (!byId("view-rate").hidden) history.replaceState(null, "", `#${written}`);
   return shareButtons(entries);
 }
@@ -34,12 +35,11 @@ function share(entries) {
 function view(name) {
   for (const other of Object.keys(kTitles)) {
     byId(`view-${other}`).hidden = other !== name;
-    const link = document.querySelector(`[data-view="${other}"]`);
+    const link = linkTo(other);
     if (other === name) link.setAttribute("aria-current", "page");
     else link.removeAttribute("aria-current");
   }
   document.title = `${kTitles[name]} – Hundredweight`;
-  document.body.dataset.view = name;
 }
 
 /** Shows what the address says. */
@@ -76,7 +76,7 @@ addEventListener("drop", (event) => {
   batch.rate(file);
 });
 follow();
-if (form.isEmpty() && matchMedia("(min-width: 60em)").matches && document.body.dataset.view === "rate") byId("origin-zip").focus();
+if (form.isEmpty() && matchMedia("(min-width: 60em)").matches && !byId("view-rate").hidden) byId("origin-zip").focus();
 form.offer();
 api.tariffSet().then(({ set: name, level_date: date, loads }) => {
   byId("serving").textContent = loads === false ? `The set ${name} does not load` : `Set ${name}${date ? `, level date ${date}` : ""}`;

@@ -323,6 +323,7 @@ class IsForEveryone(unittest.TestCase):
 
     def test_a_token_is_asked_for_and_kept(self):
         token.write_text("open-sesame-open-sesame-open-sesame\n")
+        token.chmod(0o600)
         with service("--token-file", token) as guarded:
             screen.open(f"{guarded}/#{LINK.format(960)}")
             wait(lambda: screen.all("dialog[open]"), "no token is asked for")

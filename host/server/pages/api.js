@@ -63,7 +63,7 @@ const post = (path, body, signal) =>
   document(path, { method: "POST", body, signal, headers: { "Content-Type": "application/json" } });
 
 export const explain = (shipment, signal) => post("/v1/rate?explain=1", shipment, signal);
-export const curve = (shipment, signal) => post("/v1/curve?from=1&to=20000", shipment, signal);
+export const curve = (shipment, to, signal) => post(`/v1/curve?from=1&to=${to}`, shipment, signal);
 export const stateOf = (code) => document(`/v1/states/${encodeURIComponent(code)}`);
 export const citiesOf = (code) => document(`/v1/cities/${encodeURIComponent(code)}`);
 export const classesOf = (tariff) =>

@@ -40,6 +40,12 @@ function legend({ minimum, plateaus, cheaper }) {
     entry("break", "weight break"));
 }
 
+/** What the line may not show, where the service says so. */
+function caution({ complete }) {
+  return complete === false ? element("p", { class: "hint" },
+    "The charges have too many kinks to rate them all: between two points the curve may be off.") : null;
+}
+
 function tableOf(curve) {
   const rows = curve.points.map((point) => [grouped(point.weight),
     point.billed_weight === null ? "" : grouped(point.billed_weight), point.gross_charge ?? "",
@@ -92,7 +98,7 @@ export class Curve {
       element("div", { class: "curve-head" }, this.head(),
         element("div", { class: "choice", role: "group", "aria-label": "Weights" },
           choice(false, `${grouped(curve.from)} to ${grouped(curve.to)} pounds`), choice(true, "Around this shipment"))),
-      ...[remark(curve)].filter(Boolean), this.pad, this.words, legend(curve), tableOf(curve));
+      ...[remark(curve)].filter(Boolean), this.pad, this.words, ...[caution(curve)].filter(Boolean), legend(curve), tableOf(curve));
     this.fit();
   }
 

@@ -4,6 +4,8 @@ import * as api from "./api.js";
 
 const kPause = 350;  // Milliseconds without a key before it is rated.
 const kCurvePause = 250;  // Milliseconds that a bill stands before its curve is asked for.
+const kCurveEnd = 20000;  // Pounds of the heaviest shipment on a curve, or a quarter more than this one.
+const kMostWeight = 999999;  // Pounds of a shipment.
 const kMostTries = 4;  // Of a service that is busy.
 
 const pause = (milliseconds, signal) => new Promise((resolve, reject) => {
@@ -13,6 +15,8 @@ const pause = (milliseconds, signal) => new Promise((resolve, reject) => {
     reject(signal.reason);
   }, { once: true });
 });
+
+const curveEnd = (weight) => Math.min(kMostWeight, Math.max(kCurveEnd, Math.ceil(weight * 1.25 / 1000) * 1000));
 
 /** Asks again while the service says that it will soon have time. */
 async function askPatiently(question, signal, waiting) {
@@ -66,15 +70,15 @@ export class Rating {
       this.form.refuse([]);
       this.sheet.rated(answer, this.form.entries());
       await pause(kCurvePause, run.signal);
-      await this.draw(shipment, run);
+      await this.draw(shipment, curveEnd(answer.bill.total_weight), run);
     } catch (error) {
       if (run === this.running) await this.fail(error, asked, run);
     }
   }
 
-  async draw(shipment, run) {
+  async draw(shipment, to, run) {
     try {
-      const answer = await askPatiently(() => api.curve(shipment, run.signal), run.signal, () => {});
+      const answer = await askPatiently(() => api.curve(shipment, to, run.signal), run.signal, () => {});
       if (run === this.running) this.curve.show(answer);
     } catch (error) {
       if (run === this.running) this.curve.fail(error);

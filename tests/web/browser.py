@@ -101,7 +101,7 @@ class Screen:
                     and state, f"no answer {states}")
 
     def enter(self, shipment):
-        """Types a shipment as a person does."""
+        """Types a shipment as a person does, and asks for its bill."""
         for end in ("origin", "destination"):
             self.type(f"#{end}-zip", shipment[end]["zip"])
             time.sleep(0.6)  # What the code tells is there before the next field is typed.
@@ -124,6 +124,7 @@ class Screen:
             self.one(f"#break option[value='{surcharge['break_index']}']").click()
         if shipment.get("service_guide"):
             self.one("#guide").click()
+        self.one("#shipment button[type=submit]").click()
 
     def type(self, selector, text):
         field = self.one(selector)

@@ -1,6 +1,6 @@
 """The rating screen as a clerk uses it, in a browser. What is rated is held against cwt rate."""
+import base64
 import json
-import pathlib
 import re
 import subprocess
 import time
@@ -60,7 +60,6 @@ class Rates(unittest.TestCase):
                         self.assertIn(refusal["text"], shown)
                     continue
                 bills += 1
-                press(Keys.ENTER)
                 screen.answer("rated")
                 self.assertEqual(screen.bill(), bill_of(expected["bill"]))
                 self.assertEqual(screen.texts("#statements li > .words:not(.off)"),
@@ -124,7 +123,6 @@ class Refuses(unittest.TestCase):
     def test_each_refusal_stands_at_its_field_in_the_librarys_words(self):
         wrong = {**SAMPLES["17-many-faults"], "profile": "Nowhere", "factor": "1,05", "discount": {"percent": "40.123"}}
         screen.open(f"{base}/").enter(wrong)
-        press(Keys.ENTER)
         screen.answer("refused")
         typed = {**wrong, "discount": {"percent": 40.123}}
         fields = {"origin.zip": "#origin-zip", "destination.zip": "#destination-zip", "profile": "#profile",
@@ -230,7 +228,6 @@ class PassesOn(unittest.TestCase):
         screen.answer("rated")
         screen.one("#curve .pad svg")
         for paper in ((8.27, 11.69), (8.5, 11)):
-            import base64
             pages = base64.b64decode(screen.command("Page.printToPDF", paperWidth=paper[0], paperHeight=paper[1],
                                                     preferCSSPageSize=False)["data"])
             self.assertEqual(len(re.findall(rb"/Type\s*/Page\b", pages)), 1)

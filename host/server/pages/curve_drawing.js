@@ -2,7 +2,7 @@
 // the paper alone; whatever is written is the service's text.
 import { drawn, grouped } from "./dom.js";
 
-const kMargin = { top: 34, right: 26, bottom: 40, left: 62 };
+const kMargin = { top: 46, right: 26, bottom: 40, left: 62 };
 const kSteps = 12;  // Parts of a straight piece, which a scale of roots bends.
 const kNarrow = 520;
 
@@ -89,7 +89,7 @@ function axes(seen, x, y, near, size) {
       drawn("text", { x: x(value), y: bottom + 18, "text-anchor": "middle" }, grouped(value)))),
     drawn("line", { x1: kMargin.left, x2: size.width - kMargin.right, y1: bottom, y2: bottom, class: "axis" }),
     drawn("text", { x: size.width - kMargin.right, y: bottom + 34, "text-anchor": "end", class: "axis-name" }, "pounds"),
-    drawn("text", { x: 8, y: 14, class: "axis-name" }, "net charge, $"));
+    drawn("text", { x: 8, y: 13, class: "axis-name" }, "net charge, $"));
 }
 
 function breakLines(curve, seen, x, size) {

@@ -185,6 +185,7 @@ class Draws(unittest.TestCase):
         self.assertEqual(len(screen.all("#curve .mark.cheaper")), int(curve["cheaper"] is not None))
         self.assertTrue(any(plateau["from"] <= 960 <= plateau["to"] for plateau in curve["plateaus"]))
         self.assertIn("1,000 pounds cost the same", screen.one("#curve .remark").text)
+        mixed = next(point for point in asked("/v1/curve", DEFICIT)["points"] if point["weight"] == 2000)
         places = [point["weight"] for point in curve["points"]]
         pad.send_keys(Keys.ARROW_RIGHT)
         after = curve["points"][next(i for i, weight in enumerate(places) if weight >= 960) + 1]
@@ -199,6 +200,9 @@ class Draws(unittest.TestCase):
             let [low, high] = [0, line.getTotalLength()];
             while (high - low > .1) { const middle = (low + high) / 2; if (spot(middle).x < x) low = middle; else high = middle; }
             return Math.abs(spot(low).y - mark.cy.baseVal.value);"""), 1)
+        # Of two classes the break itself costs more, for the added pounds go at the lowest rate.
+        screen.open(f"{base}/").enter(DEFICIT)
+        self.assertIn(f"as many pounds of this freight cost {mixed['net_charge']}", screen.one("#curve .remark").text)
 
 
 class PassesOn(unittest.TestCase):

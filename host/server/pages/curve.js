@@ -16,15 +16,18 @@ function wordsOf(point) {
   return words.join(", ");
 }
 
-function remark({ shipment, cheaper, minimum, plateaus }) {
+function remark({ points, shipment, cheaper, minimum, plateaus }) {
   const at = (weight) => ({ from, to }) => weight >= from && weight <= to;
   const words = [];
   if (cheaper) {
     words.push(element("strong", {}, `${pounds(cheaper.weight)} would cost less`),
       `: ${cheaper.net_charge}, and these ${grouped(shipment.weight)} cost ${shipment.net_charge}.`);
   } else if (plateaus.some(at(shipment.weight))) {
-    words.push(element("strong", {}, `${pounds(shipment.billed_weight)} cost the same`),
-      `: these ${grouped(shipment.weight)} are billed as the next break.`);
+    const step = points.find(({ weight }) => weight === shipment.billed_weight)?.net_charge;
+    const same = step === shipment.net_charge;
+    words.push(element("strong", {}, same ? `${pounds(shipment.billed_weight)} cost the same` : `Billed as ${pounds(shipment.billed_weight)}`),
+      same ? `: these ${grouped(shipment.weight)} are billed as the next break.`
+        : `, the next break${step ? `; as many pounds of this freight cost ${step}` : ""}.`);
   } else if (minimum && shipment.weight <= minimum.to) {
     words.push(element("strong", {}, `Up to ${pounds(minimum.to)} cost the same`), `: the minimum of ${minimum.net_charge} holds.`);
   }

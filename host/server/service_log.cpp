@@ -1,22 +1,32 @@
 #include "server/service_log.h"
 
-#include <fmt/chrono.h>
+#include <fmt/core.h>
 
 #include <chrono>
+#include <ctime>
 
 #include "platform/system.h"
 
 namespace cwt {
+namespace {
+
+/// A moment in UTC, "2026-11-23T16:57:16.962Z".
+std::string TimeText(std::chrono::system_clock::time_point moment) {
+    using std::chrono::floor, std::chrono::milliseconds, std::chrono::seconds;
+    const auto whole = floor<seconds>(moment);
+    const std::time_t time = std::chrono::system_clock::to_time_t(whole);
+    std::tm parts = {};
+    gmtime_r(&time, &parts);
+    char text[sizeof "2026-11-23T16:57:16"];
+    std::strftime(text, sizeof text, "%FT%T", &parts);
+    return fmt::format("{}.{:03}Z", text, floor<milliseconds>(moment - whole).count());
+}
+
+}  // namespace
 
 void LogEvent(const char* event, const nlohmann::ordered_json& told) {
-    using std::chrono::floor, std::chrono::milliseconds, std::chrono::seconds;
-    const auto now = std::chrono::system_clock::now();
-    const auto whole = floor<seconds>(now);
-    nlohmann::ordered_json line = {
-        {"time", fmt::format("{:%Y-%m-%dT%H:%M:%S}.{:03}Z",
-                             fmt::gmtime(std::chrono::system_clock::to_time_t(whole)),
-                             floor<milliseconds>(now - whole).count())},
-        {"event", event}};
+    nlohmann::ordered_json line = {{"time", TimeText(std::chrono::system_clock::now())},
+                                   {"event", event}};
     if (!told.is_null()) line.update(told);
     WriteToStandardError(line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) +
                          "\n");

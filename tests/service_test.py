@@ -156,9 +156,6 @@ class ServiceTest(unittest.TestCase):
     def test_answers_are_those_of_the_command_and_of_the_description(self):
         service = self.start()
         description = json.loads(service.ask("GET", "/openapi.json").text)
-        schemas = description["components"]["schemas"]
-        join = lambda base, part: base.partition("#")[0] + part if part[:1] == "#" else part
-        store = {schema["$id"]: schema for schema in schemas.values()}
 
         def validate(path, method, answer):
             responses = description["paths"][path][method]["responses"]
@@ -166,13 +163,10 @@ class ServiceTest(unittest.TestCase):
             if "$ref" in told:
                 told = description["components"]["responses"][told["$ref"].rpartition("/")[2]]
             schema = told["content"][answer.getheader("Content-Type").partition(";")[0]]["schema"]
-            parts = [schemas[one["$ref"].rpartition("/")[2]] if "$ref" in one else one
-                     for one in schema.get("oneOf", [schema])]
             document = (json.loads(answer.text) if "json" in answer.getheader("Content-Type")
                         else answer.text.decode())
-            valid = [jsonschema.Draft202012Validator(part, resolver=jsonschema.RefResolver.from_schema(
-                part, store=store, urljoin_cache=join)).is_valid(document) for part in parts]
-            self.assertEqual(valid.count(True), 1, (path, document))
+            jsonschema.Draft202012Validator(
+                {**schema, "components": description["components"]}).validate(document)
 
         refused = 0
         with concurrent.futures.ThreadPoolExecutor(2) as pool:

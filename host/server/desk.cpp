@@ -55,7 +55,11 @@ DeskReply Rated(const Bill& bill, Document document) {
 }
 
 DeskReply AnswerRate(Session& session, const Shipment& shipment, const DeskRequest& request) {
-    if (TermOr(request, "explain", "") != "1") {
+    const std::string explain = TermOr(request, "explain", "0");
+    if (explain != "0" && explain != "1") {
+        return ProblemReply(ProblemKind::kBadRequest, "explain: 0 or 1");
+    }
+    if (explain == "0") {
         const Outcome outcome = session.Rate(shipment, kNoRequestCode);
         if (const auto* bill = std::get_if<Bill>(&outcome)) return Rated(*bill, BillDocument);
         return RefusedShipment(std::get<Refusals>(outcome), shipment.id);

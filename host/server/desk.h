@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "batch/block.h"
 #include "batch/tally.h"
@@ -36,7 +37,8 @@ struct DeskReply {
 /// How the rows of a batch are read and written: "ndjson" or "csv".
 struct BatchForms {
     std::string from, to;
-    std::string header;  ///< Of a CSV input.
+    std::string header;               ///< Of a CSV input.
+    std::vector<std::string> passed;  ///< Its columns that nobody reads.
 };
 
 /// The request to rate a block of rows, answered by the rows in their form without a header.

@@ -12,6 +12,7 @@ namespace cwt {
 namespace {
 
 constexpr const char* kCsv = "csv";
+constexpr std::string_view kBetween("\0", 1);  // No cell holds it.
 
 /// A term that the front has written.
 const std::string& Term(const DeskRequest& request, const char* name) {
@@ -26,6 +27,15 @@ Number NumberOf(std::string_view text) {
         throw std::logic_error("a block without the lengths of its rows");
     }
     return number;
+}
+
+std::vector<std::string> PartsOf(std::string_view text) {
+    std::vector<std::string> parts;
+    while (!text.empty()) {
+        const std::string_view part = parts.emplace_back(text.substr(0, text.find(kBetween)));
+        text.remove_prefix(std::min(part.size() + 1, text.size()));
+    }
+    return parts;
 }
 
 std::vector<std::uint32_t> LengthsOf(std::string_view text) {
@@ -45,6 +55,7 @@ DeskRequest BatchRequest(Block block, const BatchForms& forms) {
                            {{"from", forms.from},
                             {"to", forms.to},
                             {"header", forms.header},
+                            {"passed", fmt::to_string(fmt::join(forms.passed, kBetween))},
                             {"first_row", fmt::to_string(block.first_row)},
                             {"lengths", fmt::to_string(fmt::join(block.lengths, " "))}},
                            {}};
@@ -57,8 +68,10 @@ DeskReply AnswerBatch(Session& session, const DeskRequest& request) {
     block.first_row = NumberOf<std::uint64_t>(Term(request, "first_row"));
     block.lengths = LengthsOf(Term(request, "lengths"));
     block.text = request.body;
-    const auto reader = Term(request, "from") == kCsv ? MakeCsvReader(Term(request, "header"), {})
-                                                      : MakeNdjsonReader();
+    const auto reader =
+        Term(request, "from") == kCsv
+            ? MakeCsvReader(Term(request, "header"), PartsOf(Term(request, "passed")))
+            : MakeNdjsonReader();
     const bool to_csv = Term(request, "to") == kCsv;
     const auto form = to_csv ? MakeCsvForm(reader->passed()) : MakeNdjsonForm(reader->passed());
     const RowForms forms = {*reader, *form};

@@ -47,11 +47,17 @@ void Generations::See() {
     std::erase_if(older_, [&](const auto& one) { return one->pins <= 0 && !one->pool().IsBusy(); });
     if (!current_ || attempt_ || is_stopping_) return;
     if (Clock::now() >= next_look_) LookForChanges();
+    if (attempt_ || Clock::now() < next_try_) return;
     // What has failed is tried again when it is no longer what failed.
-    if (!attempt_ && !current_->change().empty() && (!failed_ || !failed_->change().empty()) &&
-        Clock::now() >= next_try_) {
-        LogEvent("data-changed", {{"reason", current_->change()}});
+    const bool is_changed = !current_->change().empty();
+    const bool is_other = !failed_ || !failed_->change().empty();
+    if (is_other && (is_changed || (watch_ && failed_))) {
+        LogEvent("data-changed", {{"reason", (is_changed ? current_ : failed_)->change()}});
         Begin(true);
+    } else if (is_other && failed_) {
+        LogEvent("serving", {{"generation", current_->number()}});
+        failed_.reset();
+        failure_.clear();
     }
 }
 

@@ -135,7 +135,7 @@ void Pool::Lose(Worker& worker, ProblemKind kind, const std::string& reason) {
     }
     worker.state = State::kLost;
     worker.is_looked_for = false;
-    terms_.when_lost(reason);
+    if (has_served_) terms_.when_lost(reason);
 }
 
 void Pool::Give(std::uint64_t id, const std::string& request) {
@@ -159,7 +159,10 @@ bool Pool::WantsLook() {
 void Pool::Confirm() {
     for (Worker& worker : workers_) {
         if (!std::exchange(worker.is_looked_for, false)) continue;
-        if (worker.state == State::kLoaded) worker.state = State::kIdle;
+        if (worker.state == State::kLoaded) {
+            worker.state = State::kIdle;
+            has_served_ = true;
+        }
         if (worker.state == State::kLost) StartOne(worker);
     }
 }

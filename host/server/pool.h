@@ -21,7 +21,7 @@ struct PoolTerms {
     std::chrono::seconds timeout{30};  ///< For one request.
     /// Gets the reply to the request of an id.
     std::function<void(std::uint64_t id, std::string reply)> deliver;
-    /// Told of a process that was lost, with the reason.
+    /// Told of a process that was lost after the data had served, with the reason.
     std::function<void(const std::string& reason)> when_lost;
 };
 
@@ -83,6 +83,7 @@ class Pool {
     Sources sources_;
     PoolTerms terms_;
     std::vector<Worker> workers_;
+    bool has_served_ = false;
     std::string failure_;
 };
 

@@ -18,6 +18,7 @@ enum class ProblemKind {
     kNotFound,
     kUnknownProfile,
     kWrongMethod,
+    kNotAcceptable,
     kTimeout,
     kTooLarge,
     kWrongType,

@@ -47,7 +47,10 @@ class Supervisor {
         for (;;) {
             Await();
             const Wishes wishes = WishesSoFar();
-            if (wishes.end > 1) return false;
+            if (wishes.end > 1) {
+                LogEvent("cut-off", {{"reason", "asked twice to end"}});
+                return false;
+            }
             if (wishes.end == 1 && !is_stopping_) Stop();
             if (std::exchange(reloads_, wishes.reload) != wishes.reload && !is_stopping_) {
                 generations_.Begin(false);
@@ -154,15 +157,19 @@ class Supervisor {
                 Refuse(one.request.id, ProblemKind::kNotReady, "No process can rate");
             }
         }
-        for (bool has_given = true; has_given;) {
-            has_given = GivePinned();
-            if (!waiting_.empty() && current->pool().HasIdle()) {
-                const Parcel request = std::move(waiting_.front().request);
-                waiting_.pop_front();
-                current->pool().Give(request.id, request.bytes);
-                has_given = true;
-            }
+        while (is_batch_next_ ? GivePinned() || GiveFirst(*current)
+                              : GiveFirst(*current) || GivePinned()) {
+            continue;
         }
+    }
+
+    bool GiveFirst(Generation& current) {
+        if (waiting_.empty() || !current.pool().HasIdle()) return false;
+        const Parcel request = std::move(waiting_.front().request);
+        waiting_.pop_front();
+        current.pool().Give(request.id, request.bytes);
+        is_batch_next_ = true;
+        return true;
     }
 
     /// Whether none can rate by a generation, nor will: processes are not started on other data.
@@ -172,6 +179,7 @@ class Supervisor {
     }
 
     bool GivePinned() {
+        is_batch_next_ = false;
         for (auto one = pinned_.begin(); one != pinned_.end(); ++one) {
             Generation* const generation = generations_.Find(one->request.generation);
             const bool is_lost = generation == nullptr || IsHopeless(*generation);
@@ -206,7 +214,7 @@ class Supervisor {
         if (text == told_ && !is_due) return;
         told_ = std::move(text);
         told_at_ = Clock::now();
-        state["queue"] = waiting_.size() + pinned_.size();
+        state["queue"] = waiting_.size();
         front_->Send({kState, state.dump(-1, ' ', false, Json::error_handler_t::replace)});
     }
 
@@ -217,6 +225,7 @@ class Supervisor {
     std::deque<Waiting> waiting_, pinned_;
     std::uint64_t losses_ = 0;  ///< Of processes that rate.
     int reloads_ = 0;           ///< Wishes that were seen.
+    bool is_batch_next_ = false;
     bool has_listened_ = false, is_stopping_ = false, is_done_ = false;
     std::string told_;  ///< The state that the front was told last, but for the queue.
     Clock::time_point told_at_ = {};

@@ -11,6 +11,7 @@ namespace cwt {
 namespace {
 
 constexpr int kDone = 200;
+constexpr auto kAllRows = std::numeric_limits<std::uint64_t>::max();
 
 const char* NameOf(Form form) {
     return form == Form::kCsv ? "csv" : "ndjson";
@@ -33,14 +34,22 @@ BatchAnswer::BatchAnswer(DeskLine& line, std::unique_ptr<SpoolFile> rows,
     : line_(line),
       rows_(std::move(rows)),
       terms_(terms),
-      source_(rows_->name(), terms.from, {}),
+      source_(rows_->name(), terms.from, terms.allowed),
       form_(terms.to == Form::kCsv ? MakeCsvForm(source_.reader().passed())
                                    : MakeNdjsonForm(source_.reader().passed())),
-      forms_{NameOf(terms.from), NameOf(terms.to), source_.header()},
+      forms_{NameOf(terms.from), NameOf(terms.to), source_.header(), source_.reader().passed()},
       pinned_(line) {}
 
+BatchAnswer::Facts BatchAnswer::LookThrough() const {
+    RowSource source(rows_->name(), terms_.from, terms_.allowed);
+    Facts facts;
+    while (const auto block = source.Next(kAllRows)) facts.rows += block->lengths.size();
+    facts.rows_of_lines = source.rows_of_lines();
+    facts.passed = source.reader().passed();
+    return facts;
+}
+
 void BatchAnswer::Feed() {
-    constexpr auto kAllRows = std::numeric_limits<std::uint64_t>::max();
     while (given_.size() < terms_.most_ahead) {
         std::optional<Block> block = source_.Next(kAllRows);
         if (!block) return;

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "batch/row_source.h"
 #include "platform/spool_file.h"
@@ -16,7 +17,8 @@ namespace cwt {
 
 struct BatchAnswerTerms {
     Form from = Form::kNdjson, to = Form::kNdjson;
-    std::size_t most_ahead = 2;  ///< Blocks that wait to be written.
+    std::vector<std::string> allowed = {};  ///< Columns to pass on though they look like slips.
+    std::size_t most_ahead = 2;             ///< Blocks that wait to be written.
 };
 
 /// All rows are rated by one generation. A row that costs its process is tried once more, alone,
@@ -29,6 +31,14 @@ class BatchAnswer {
     /// What comes next; nothing at the end. The first text is the header's, if there is one. Throws
     /// std::runtime_error when it cannot go on.
     std::optional<std::string> Next();
+
+    /// What is known of the rows before any is rated.
+    struct Facts {
+        std::uint64_t rows = 0;
+        RowSource::RowsOfLines rows_of_lines;
+        std::vector<std::string> passed;  ///< Names of the columns that nobody reads.
+    };
+    Facts LookThrough() const;
 
     /// What came of the rows so far.
     const Tally& tally() const { return tally_; }

@@ -45,7 +45,7 @@ std::map<std::string, std::string> TermsOf(const httplib::Request& request, cons
         if (name.empty() || std::ranges::find(route.terms, name) == route.terms.end()) {
             throw BadRequest(kBadRequest, fmt::format("{} has no query {}", route.path, name));
         }
-        if (!terms.emplace(name, value).second) {
+        if (!terms.emplace(name, value).second && route.kind != RouteKind::kBatch) {
             throw BadRequest(kBadRequest, fmt::format("The query has {} twice", name));
         }
     }
@@ -213,7 +213,7 @@ void Connection::AnswerBody(const httplib::Request& request, httplib::Response& 
     try {
         if (route_->kind == RouteKind::kBatch) {
             TermsOf(request, *route_);
-            AnswerBatch(reader, response);
+            AnswerBatch(request, reader, response);
         } else {
             std::string body;
             const bool is_read = reader([&](const char* bytes, std::size_t size) {

@@ -49,7 +49,8 @@ class Connection : private httplib::Server {
     void AnswerPage(httplib::Response& response);
     void AnswerReadiness(httplib::Response& response);
     void AnswerDesk(const httplib::Request& request, std::string body, httplib::Response& response);
-    void AnswerBatch(const httplib::ContentReader& reader, httplib::Response& response);
+    void AnswerBatch(const httplib::Request& request, const httplib::ContentReader& reader,
+                     httplib::Response& response);
     std::unique_ptr<SpoolFile> Spool(const httplib::ContentReader& reader);
     void AnswerProblem(ProblemKind kind, const std::string& detail, httplib::Response& response);
     void Reply(const DeskReply& reply, httplib::Response& response);

@@ -23,11 +23,44 @@ constexpr std::size_t kBeginning = 4;      // Bytes that tell whether rows are p
 /// The forms of the rows by what the request says of them.
 BatchAnswerTerms TermsOf(const Head& head) {
     const std::string_view accepted = head.Find("accept");
+    const auto accepts = [&](const char* type) { return accepted.find(type) != accepted.npos; };
     BatchAnswerTerms terms;
     terms.from = terms.to = TypeOfBody(head) == "text/csv" ? Form::kCsv : Form::kNdjson;
-    if (accepted.find("text/csv") != accepted.npos) terms.to = Form::kCsv;
-    if (accepted.find("application/x-ndjson") != accepted.npos) terms.to = Form::kNdjson;
+    if (accepts("application/x-ndjson")) {
+        terms.to = Form::kNdjson;
+    } else if (accepts("text/csv")) {
+        terms.to = Form::kCsv;
+    } else if (!accepted.empty() && !accepts("*/*")) {
+        throw BadRequest(kNotAcceptable, "Rows are answered as application/x-ndjson or text/csv");
+    }
     return terms;
+}
+
+/// A text of any letters in a field of a head.
+std::string Encoded(std::string_view text) {
+    std::string encoded;
+    for (const char c : text) {
+        const bool is_plain = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') ||
+                              (c >= 'a' && c <= 'z') || c == '_' || c == '-' || c == '.';
+        encoded +=
+            is_plain ? std::string(1, c) : fmt::format("%{:02X}", static_cast<unsigned char>(c));
+    }
+    return encoded;
+}
+
+/// Tells what `cwt batch` says of the rows of a whole run.
+void TellFacts(const BatchAnswer::Facts& facts, httplib::Response& response) {
+    response.set_header("Cwt-Rows", std::to_string(facts.rows));
+    if (facts.rows_of_lines.rows > 0) {
+        response.set_header(
+            "Cwt-Rows-Of-Several-Lines",
+            fmt::format("{}; first={}", facts.rows_of_lines.rows, facts.rows_of_lines.first));
+    }
+    std::string passed;
+    for (const std::string& name : facts.passed) {
+        passed += (passed.empty() ? "" : ",") + Encoded(name);
+    }
+    if (!passed.empty()) response.set_header("Cwt-Columns-Passed", passed);
 }
 
 }  // namespace
@@ -59,13 +92,15 @@ std::unique_ptr<SpoolFile> Connection::Spool(const httplib::ContentReader& reade
     }
 }
 
-void Connection::AnswerBatch(const httplib::ContentReader& reader, httplib::Response& response) {
+void Connection::AnswerBatch(const httplib::Request& request, const httplib::ContentReader& reader,
+                             httplib::Response& response) {
     const unsigned before = front_.batches++;
     const auto leave = [](FrontDesk* front) { --front->batches; };
     const std::shared_ptr<FrontDesk> place(&front_, leave);
     if (before >= kMostBatches) throw BadRequest(kBusy, "There are too many batches");
     BatchAnswerTerms terms = TermsOf(*head_);
     terms.most_ahead = std::size_t{2} * front_.terms.jobs;
+    for (const auto& [name, value] : request.params) terms.allowed.push_back(value);
     auto spool = Spool(reader);
     try {
         batch_ = std::make_unique<BatchAnswer>(front_.line, std::move(spool), terms);
@@ -73,6 +108,7 @@ void Connection::AnswerBatch(const httplib::ContentReader& reader, httplib::Resp
         throw BadRequest(kBadRequest, error.what());
     }
     if (const auto problem = batch_->Begin()) return Reply(*problem, response);
+    TellFacts(batch_->LookThrough(), response);
     response.set_header(kCacheField, "no-store");
     const auto next = [this, place](std::size_t /*offset*/, httplib::DataSink& sink) {
         try {

@@ -45,15 +45,15 @@ void RequireOrigin(const Head& head) {
 void RequireType(const Head& head, const Route& route) {
     constexpr std::string_view kShipmentTypes[] = {"", "application/json",
                                                    "application/x-www-form-urlencoded"};
-    constexpr std::string_view kRowTypes[] = {"", "application/x-ndjson", "text/csv",
-                                              "application/x-www-form-urlencoded"};
+    constexpr std::string_view kRowTypes[] = {"", "application/x-ndjson", "text/csv"};
     const std::string type = TypeOfBody(head);
     const bool is_taken = route.kind == RouteKind::kBatch
                               ? std::ranges::find(kRowTypes, type) != std::end(kRowTypes)
                               : std::ranges::find(kShipmentTypes, type) != std::end(kShipmentTypes);
     if (is_taken) return;
     throw BadRequest(kWrongType, route.kind == RouteKind::kBatch
-                                     ? "Rows are application/x-ndjson or text/csv"
+                                     ? "Rows are application/x-ndjson or text/csv, which "
+                                       "Content-Type is to say"
                                      : "A shipment is application/json");
 }
 

@@ -9,7 +9,7 @@ const Route kRoutes[] = {
     {"/v1/rate", kShipment, "rate", {"explain"}},
     {"/v1/check", kShipment, "check"},
     {"/v1/curve", kShipment, "curve", {"from", "to"}},
-    {"/v1/batch", kBatch},
+    {"/v1/batch", kBatch, "batch", {"pass"}},
     {"/v1/set", kSet},
     {"/v1/profiles", kLookUp, "profiles"},
     {"/v1/profiles/{name}", kLookUp, "profile"},

@@ -3,6 +3,7 @@
 # make test-linux32  the same on 32-bit Linux     make test-win32  the same on 32-bit Windows
 # make test-all      all three, and compares what the three make of the same shipments
 # make test-web      tests the rating screen in a browser
+# make load          loads the rating service, and holds every answer against cwt rate
 # make fuzz          attacks it with inputs of every kind    make fuzz-minute  for a minute in all
 # make bench         measures what rating costs, against what it must cost
 # make bench-docs    puts what the last whole run of it gave into docs/performance.md
@@ -28,8 +29,8 @@ SAMPLE = sample
 # The targets share packages, trees and a display.
 .NOTPARALLEL:
 
-.PHONY: rate win32 test test-linux32 test-win32 test-all test-web compare fuzz fuzz-minute bench \
-    bench-docs outcomes lint format clean packages
+.PHONY: rate win32 test test-linux32 test-win32 test-all test-web load compare fuzz fuzz-minute \
+    bench bench-docs outcomes lint format clean packages
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -68,6 +69,12 @@ test-web:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(WEB_PACKAGES)
 	@scripts/build.sh release
 	@scripts/test_web.sh
+
+# LOAD says how: "--seconds 20 --connections 32", say.
+load:
+	@scripts/install_packages.sh $(BUILD_PACKAGES)
+	@HWT_TARGET=cwt scripts/build.sh release
+	@/usr/bin/python3 tests/service_load.py build/release/bin/cwt build/load $(LOAD)
 
 # What the tests of the three targets and the optimised build have made of the same shipments.
 compare:

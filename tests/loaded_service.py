@@ -23,8 +23,9 @@ class Sets:
         self.link, self.paths = root / "data", [root / "old", root / "new"]
         for path in self.paths:
             subprocess.run([cwt, "sample", path], check=True, stdout=subprocess.DEVNULL)
-        for name, pattern, newer in (("SAMPLE.LVL", rb"2025", lambda match: b"2026"), (
-                "tolvex-rates.txt", rb"\d+\.\d\d", lambda rate: b"%.2f" % (float(rate[0]) * 1.049))):
+        dearer = lambda rate: b"%.2f" % (float(rate[0]) * 1.049)
+        for name, pattern, newer in (("SAMPLE.LVL", rb"2025", b"2026"),
+                                     ("tolvex-rates.txt", rb"\d+\.\d\d", dearer)):
             file = self.paths[1] / name
             file.write_bytes(re.sub(pattern, newer, file.read_bytes()))
         self.requests, self.bills, self.right, self.swaps = [], [], set(), -1

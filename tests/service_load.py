@@ -43,7 +43,7 @@ class Connection:
         self.socket.sendall(sets.requests[self.which].replace(PLACE, self.id))
 
     def take(self, kinds):
-        """None when more is to come; else the status, 0 for a lost answer, and whether it is right."""
+        """None when more is to come; else the status, 0 for none, and whether that is right."""
         try:
             piece = self.socket.recv(1 << 16)
         except ConnectionError:
@@ -59,58 +59,68 @@ class Connection:
         if not piece:
             return 0, True
         sets = self.service.sets
-        now = (sets.swaps % 2,) if self.settled == sets.swaps else (0, 1)
-        status, body = int(head[9:12]), body.replace(self.id, PLACE)
-        return status, sets.is_right(self.which, status, body, now, kinds)
+        is_one = self.settled == sets.swaps
+        self.service.counts["held against one set"] += is_one
+        now = (sets.swaps % 2,) if is_one else (0, 1)
+        status, whole = int(head[9:12]), len(body) == size
+        body = body.replace(self.id, PLACE)
+        return status, whole and sets.is_right(self.which, status, body, now, kinds)
+
+
+def drive(service, name, count, seconds):
+    """Answers by status with the wrong ones, their times, and how many never came."""
+    counts, times, poll = collections.Counter(), [], select.epoll()
+    every = [Connection(service, 5 * i) for i in range(count)]
+    end = time.perf_counter() + seconds
+    for one in every:
+        one.ask(poll)
+    waiting, next_blow = {one.socket.fileno(): one for one in every}, time.perf_counter() + 0.2
+    while waiting and time.perf_counter() < end + 40:
+        for number, _ in poll.poll(0.05):
+            one = waiting[number]
+            answer = one.take(RUNS[name][1])
+            if answer is None:
+                continue
+            del waiting[number]
+            now = time.perf_counter()
+            times.append(now - one.since)
+            counts[answer[0]] += 1
+            if not answer[1]:
+                counts["wrong"] += 1
+                print("wrong:", answer[0], one.which, one.buffer, file=sys.stderr)
+            if now < end:
+                one.ask(poll)
+                waiting[one.socket.fileno()] = one
+        if name == "reloads and kills" and next_blow < time.perf_counter() < end:
+            next_blow += 0.2
+            service.disturb()
+        service.see()
+    for one in every:
+        if one.socket:
+            one.socket.close()
+    return counts, sorted(times), counts[0] + len(waiting)
 
 
 def load(service, name, count, seconds):
     """A row of the table, and whether all was right."""
-    kinds, counts, times, poll = RUNS[name][1], collections.Counter(), [], select.epoll()
-    before, cpu = service.answered(), (service.seconds(), time.process_time())
-    killed, asked = service.counts["killed"], Connection.count
-    every = [Connection(service, 5 * i) for i in range(count)]
-    begin = time.perf_counter()
-    for one in every:
-        one.ask(poll)
-    open_ones, next_look = {one.socket.fileno(): one for one in every}, begin + 0.2
-    while open_ones and time.perf_counter() < begin + seconds + 40:
-        for number, _ in poll.poll(0.05):
-            one = open_ones[number]
-            answer = one.take(kinds)
-            if answer is None:
-                continue
-            del open_ones[number]
-            now = time.perf_counter()
-            times.append(now - one.since)
-            counts[answer[0]] += 1
-            counts["wrong"] += not answer[1]
-            if now < begin + seconds:
-                one.ask(poll)
-                open_ones[one.socket.fileno()] = one
-        if name == "reloads and kills" and begin + seconds > time.perf_counter() > next_look:
-            next_look += 0.2
-            service.disturb()
-        service.see()
+    before, asked, killed = service.answered(), Connection.count, service.counts["killed"]
+    begin, cpu = time.perf_counter(), (service.seconds(), time.process_time())
+    counts, times, lost = drive(service, name, count, seconds)
     passed = time.perf_counter() - begin
-    wrong = counts.pop("wrong")
-    wrong += max(0, counts[502] - service.counts["killed"] + killed)
     client, served = time.process_time() - cpu[1], service.seconds() - cpu[0]
+    asked = Connection.count - asked
+    # A kill costs one request at most.
+    wrong = counts.pop("wrong", 0) + max(0, counts[502] - service.counts["killed"] + killed)
     end = time.monotonic() + 2  # It counts an answer when it has written it.
     while (answered := service.answered() - before) != counts and time.monotonic() < end:
         time.sleep(0.02)
-    asked, lost = Connection.count - asked, counts[0] + len(open_ones)
-    times.sort()
-    statuses = " | ".join(f"{counts[status]:,}" for status in (200, 422, 502, 503))
-    row = (f"| {count} | {name} | {asked:,} | {sum(answered.values()):,} | {statuses} | {wrong} | {lost} "
-           f"| {len(times) / passed:,.0f} | {times[len(times) // 2] * 1000:.2f} "
-           f"| {times[len(times) * 99 // 100] * 1000:.2f} | {client / (client + served):.0%} |")
-    for one in open_ones.values():
-        one.socket.close()
-    for one in every:
-        if one.socket:
-            one.socket.close()
-    return row, not wrong and not lost and answered == counts and asked == len(times)
+    middle, late = (times[len(times) * part // 100] * 1000 for part in (50, 99))
+    cells = [count, name, f"{asked:,}", f"{answered.total():,}"]
+    cells += [f"{counts[status]:,}" for status in (200, 422, 502, 503)]
+    cells += [wrong, lost, f"{len(times) / passed:,.0f}", f"{middle:.2f}", f"{late:.2f}",
+              f"{client / (client + served):.0%}"]
+    row = "| " + " | ".join(map(str, cells)) + " |"
+    return row, not wrong and not lost and answered == counts and answered.total() == asked
 
 
 def memory_table(before, after):
@@ -149,9 +159,10 @@ def main():
                 notes.append(f"Idle, all its processes took {service.seconds() - seconds:.3f} "
                              "seconds of CPU time in 10 seconds.")
             elif service.counts["killed"]:
-                notes.append("Meanwhile it was killed {killed} processes, and began to load "
-                             "{loading} times; {reload-failed} loads failed, by a kill."
-                             .format_map(service.counts))
+                notes.append(
+                    "With reloads and kills, it lost {killed} processes and loaded {loading} times, "
+                    "{reload-failed} of them in vain for a kill; {held against one set} answers "
+                    "were asked for and given while one set alone served.".format_map(service.counts))
             service.process.terminate()
             all_right = service.process.wait(40) == 0 and all_right
     terms.directory.mkdir(parents=True, exist_ok=True)

@@ -5,6 +5,7 @@ DIRECTORY gets load.md, the tables. Exit code 1 when an answer is wrong, lost or
 """
 import argparse
 import collections
+import os
 import pathlib
 import random
 import re
@@ -118,7 +119,7 @@ def load(service, name, count, seconds):
     cells = [count, name, f"{asked:,}", f"{answered.total():,}"]
     cells += [f"{counts[status]:,}" for status in (200, 422, 502, 503)]
     cells += [wrong, lost, f"{len(times) / passed:,.0f}", f"{middle:.2f}", f"{late:.2f}",
-              f"{client / (client + served):.0%}"]
+              f"{served / len(times) * 1e6:.0f}", f"{client / (client + served):.0%}"]
     row = "| " + " | ".join(map(str, cells)) + " |"
     return row, not wrong and not lost and answered == counts and answered.total() == asked
 
@@ -139,9 +140,12 @@ def main():
     parser.add_argument("--connections", type=int, nargs="+", default=[1, 8, 64])
     terms = parser.parse_args()
     random.seed(1)
-    all_right, notes = True, []
+    all_right = True
+    notes = [f"On {os.cpu_count()} processors, for which {os.getloadavg()[0]:.0f} processes "
+             "contended already when the run began."]
     lines = ["| Connections | Disturbed by | Requests | Answered | 200 | 422 | 502 | 503 | Wrong "
-             "| Lost | A second | p50 ms | p99 ms | Client's CPU |", "|---" * 14 + "|"]
+             "| Lost | A second | p50 ms | p99 ms | CPU µs each | Client's CPU |",
+             "|---" * 15 + "|"]
     for name, (options, _) in RUNS.items():
         with tempfile.TemporaryDirectory() as root:
             service = Service(terms.cwt, Sets(terms.cwt, pathlib.Path(root).resolve()), options)
@@ -159,15 +163,16 @@ def main():
                 notes.append(f"Idle, all its processes took {service.seconds() - seconds:.3f} "
                              "seconds of CPU time in 10 seconds.")
             elif service.counts["killed"]:
+                counts = service.counts
                 notes.append(
-                    "With reloads and kills, it lost {killed} processes and loaded {loading} times, "
-                    "{reload-failed} of them in vain for a kill; {held against one set} answers "
-                    "were asked for and given while one set alone served.".format_map(service.counts))
+                    "With reloads and kills, {killed} processes were lost, and it loaded {loading} "
+                    "times, {reload-failed} in vain for a kill; {held against one set} answers "
+                    "were asked for and given while one set alone served.".format_map(counts))
             service.process.terminate()
             all_right = service.process.wait(40) == 0 and all_right
     terms.directory.mkdir(parents=True, exist_ok=True)
     text = "\n".join([*lines, "", *notes, "", *table]) + "\n"
-    (terms.directory / "load.md").write_text(text)
+    (terms.directory / "load.md").write_text(text, "utf-8")
     print("\n".join(["", *notes, "", *table]))
     return 0 if all_right else 1
 

@@ -45,7 +45,8 @@ bool IsPath(const std::string& partner) {
 
 }  // namespace
 
-DataWatch::DataWatch(Sources sources) : sources_(std::move(sources)), marks_(Look()) {
+DataWatch::DataWatch(Sources sources, bool may_convert)
+    : sources_(std::move(sources)), marks_(Look()), is_converted_(!may_convert) {
     for (const auto& [name, mark] : marks_) {
         files_[name] = StateOf(PathOf(name));
         is_converted_ = is_converted_ || PathOf(name).filename() == "PROFILE.ZSA";

@@ -13,7 +13,8 @@ namespace cwt {
 /// given by their paths.
 class DataWatch {
  public:
-    explicit DataWatch(Sources sources);
+    /// `may_convert`: a rating may still put profiles of the earlier layout into today's.
+    explicit DataWatch(Sources sources, bool may_convert = true);
 
     /// Size and digest by name, as they were at the start.
     const std::map<std::string, std::string>& files() const { return files_; }
@@ -34,7 +35,7 @@ class DataWatch {
     const Sources sources_;
     Texts marks_;  ///< What a file's change changes, and costs little to look at.
     Texts files_;
-    bool is_converted_ = false;
+    bool is_converted_;
 };
 
 }  // namespace cwt

@@ -27,8 +27,8 @@ Wishes WishesSoFar();
 /// From here on they are left to the process that counts them.
 void IgnoreWishes();
 
-/// Writes a text at once, without the program's buffer.
-void WriteToStandardError(std::string_view text);
+/// Writes a text at once, without the program's buffer. False when nobody takes it now.
+bool WriteToStandardError(std::string_view text);
 
 /// A function of a module that was loaded; null when it has none of the name.
 void* FunctionOf(void* module, const char* name);

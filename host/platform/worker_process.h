@@ -72,11 +72,12 @@ class WorkerProcess {
 
  private:
     void Write();
-    void Read();
+    bool Read();
+    void LookForEnd();
 
     pid_t process_ = -1;
     int to_ = -1, from_ = -1;
-    std::atomic<std::uint32_t>* step_;  ///< Both processes see it.
+    std::atomic<std::uint32_t>* step_ = nullptr;  ///< Both processes see it.
     std::deque<std::string> outgoing_;
     std::size_t written_ = 0;  ///< Bytes of the first of them.
     std::string incoming_;

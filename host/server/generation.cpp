@@ -3,6 +3,7 @@
 #include <chrono>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -10,23 +11,37 @@
 #include "platform/system.h"
 #include "server/service_messages.h"
 #include "session/inspection.h"
+#include "session/messages.h"
+#include "session/profile_list.h"
+#include "session/tariff_set.h"
 #include "text/json_writer.h"
 
 namespace cwt {
 namespace {
 
 constexpr std::chrono::seconds kStill(1);
-constexpr std::chrono::seconds kForInspection(60);
+constexpr std::chrono::seconds kForInspection(60), kForLook(60);
+
+/// Has profiles of an earlier layout put into today's, which would be a change later.
+void ConvertProfiles(const Sources& sources) {
+    TariffSet set(sources);
+    try {
+        ProfileNames(set.context());
+    } catch (const Broken&) {
+        // Who rates by a profile is told.
+    }
+}
 
 /// Knows what the data were, and looks at them when it is told to.
 void Keep(const Sources& sources, bool patient, Foreman& foreman) {
     IgnoreWishes();
     try {
-        std::optional<DataWatch> data(sources);
+        ConvertProfiles(sources);
+        std::optional<DataWatch> data(std::in_place, sources, false);
         while (patient) {
             std::this_thread::sleep_for(kStill);
             patient = !data->Change().empty();
-            if (patient) data.emplace(sources);
+            if (patient) data.emplace(sources, false);
         }
         foreman.Send({kReady, {}});
         while (foreman.Receive()) {
@@ -48,8 +63,13 @@ void InspectOnce(const Sources& sources, Foreman& foreman) {
 Generation::Generation(std::uint64_t number, const Sources& sources, const PoolTerms& terms,
                        bool patient)
     : number_(number), sources_(sources), pool_(sources, terms) {
-    keeper_ = std::make_unique<WorkerProcess>(
-        [&](Foreman& foreman) { Keep(sources_, patient, foreman); });
+    try {
+        keeper_ = std::make_unique<WorkerProcess>(
+            [&](Foreman& foreman) { Keep(sources_, patient, foreman); });
+    } catch (const std::system_error& error) {
+        change_ = error.what();
+        Fail(change_);
+    }
 }
 
 void Generation::AddTo(std::vector<WorkerProcess*>& processes) const {
@@ -88,9 +108,10 @@ void Generation::SeeKeeper() {
                 change_ = message->bytes;
         }
     }
-    if (!keeper_->has_ended()) return;
+    const bool is_late = is_looking_ && Clock::now() - looked_at_ > kForLook;
+    if (!keeper_->has_ended() && !is_late) return;
     keeper_.reset();
-    if (change_.empty()) change_ = "the process that looks at the data has ended";
+    if (change_.empty()) change_ = "the process that looks at the data does not answer";
     if (phase_ != Phase::kServing) Fail(change_);
 }
 
@@ -105,8 +126,12 @@ void Generation::SeeInspector() {
 void Generation::Load() {
     phase_ = Phase::kLoading;
     since_ = Clock::now();
-    inspector_ = std::make_unique<WorkerProcess>(
-        [this](Foreman& foreman) { InspectOnce(sources_, foreman); });
+    try {
+        inspector_ = std::make_unique<WorkerProcess>(
+            [this](Foreman& foreman) { InspectOnce(sources_, foreman); });
+    } catch (const std::system_error& error) {
+        return Fail(error.what());
+    }
     pool_.Start();
 }
 
@@ -118,6 +143,7 @@ void Generation::Look() {
     const bool pool_wants = phase_ != Phase::kFailed && pool_.WantsLook();
     if (!is_wanted && !pool_wants) return;
     is_looking_ = true;
+    looked_at_ = Clock::now();
     keeper_->Send({kLook, {}});
 }
 

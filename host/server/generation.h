@@ -58,7 +58,7 @@ class Generation {
     bool is_look_wanted_ = false;
     bool is_looking_ = false;
     Clock::time_point since_ = Clock::now();  ///< When this phase began.
-    Clock::time_point next_look_ = {};
+    Clock::time_point next_look_ = {}, looked_at_ = {};
 };
 
 }  // namespace cwt

@@ -36,8 +36,8 @@ void Generations::Begin(bool patient) {
     sources.data = std::filesystem::canonical(sources.data, error);
     if (error) sources.data = sources_.data;
     failed_.reset();
-    attempt_ = std::make_unique<Generation>(++count_, sources, pool_, patient);
-    LogEvent("loading", {{"generation", count_}, {"data", PathText(sources.data)}});
+    LogEvent("loading", {{"generation", ++count_}, {"data", PathText(sources.data)}});
+    attempt_ = std::make_unique<Generation>(count_, sources, pool_, patient);
 }
 
 void Generations::See() {

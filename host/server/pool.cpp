@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 #include "platform/system.h"
@@ -26,13 +27,15 @@ void Work(const Sources& sources, Foreman& foreman) {
         LiveFiles live(sources);
         foreman.Send({kReady, session->said()});
         while (const auto message = foreman.Receive()) {
-            DeskReply reply = AnswerRequest(*session, ReadRequest(message->bytes));
+            const Parcel asked = ReadParcel(message->bytes);
+            DeskReply reply = AnswerRequest(*session, ReadRequest(asked.bytes));
             const std::string changed = live.Changed();
             if (!changed.empty()) {
                 reply = ProblemReply(ProblemKind::kDataChanged,
                                      changed + " is not what it was when the rating began");
             }
-            foreman.Send({changed.empty() ? kReply : kStale, WriteReply(reply)});
+            foreman.Send(
+                {changed.empty() ? kReply : kStale, WriteParcel({asked.id, 0, WriteReply(reply)})});
         }
     } catch (const std::exception& error) {
         foreman.Send({kBroken, error.what()});
@@ -47,11 +50,15 @@ void Pool::Start() {
 }
 
 void Pool::StartOne(Worker& worker) {
-    worker.process =
-        std::make_unique<WorkerProcess>([this](Foreman& foreman) { Work(sources_, foreman); });
     worker.state = State::kStarting;
     worker.is_looked_for = false;
     worker.since = Clock::now();
+    try {
+        worker.process =
+            std::make_unique<WorkerProcess>([this](Foreman& foreman) { Work(sources_, foreman); });
+    } catch (const std::system_error& error) {
+        Lose(worker, ProblemKind::kNotReady, error.what());
+    }
 }
 
 void Pool::AddTo(std::vector<WorkerProcess*>& processes) const {
@@ -95,21 +102,28 @@ void Pool::Take(Worker& worker, const Message& message) {
             if (!message.bytes.empty()) LogEvent("partner-said", {{"text", message.bytes}});
             break;
         case kReply:
-            Deliver(worker, message.bytes);
-            worker.state = State::kIdle;
+            if (Deliver(worker, message.bytes)) worker.state = State::kIdle;
             break;
         case kStale:
-            Deliver(worker, message.bytes);
-            Lose(worker, ProblemKind::kDataChanged, "the data changed during a rating");
+            if (Deliver(worker, message.bytes))
+                Lose(worker, ProblemKind::kDataChanged, "the data changed during a rating");
             break;
         default:
             Lose(worker, ProblemKind::kBrokenData, message.bytes);
     }
 }
 
-void Pool::Deliver(Worker& worker, const std::string& reply) {
+/// A partner that has forked may have both processes answer, and at any time. Result: whether the
+/// reply is to the request at hand.
+bool Pool::Deliver(Worker& worker, const std::string& bytes) {
+    const Parcel reply = ReadParcel(bytes);
+    if (worker.state != State::kBusy || reply.id != worker.request) {
+        Lose(worker, ProblemKind::kPartnerEnded, "a partner library has answered twice");
+        return false;
+    }
     worker.state = State::kLoaded;
-    terms_.deliver(worker.request, reply);
+    terms_.deliver(reply.id, reply.bytes);
+    return true;
 }
 
 void Pool::RequireInTime(Worker& worker) {
@@ -126,7 +140,9 @@ void Pool::Lose(Worker& worker, ProblemKind kind, const std::string& reason) {
     constexpr int kMostDoublings = 8;
     constexpr std::chrono::milliseconds kFirstPause(100);
     worker.process.reset();
-    if (worker.state == State::kBusy) Deliver(worker, WriteReply(ProblemReply(kind, reason)));
+    if (worker.state == State::kBusy) {
+        terms_.deliver(worker.request, WriteReply(ProblemReply(kind, reason)));
+    }
     if (worker.state == State::kStarting) {
         failure_ = reason;
         worker.again =
@@ -143,7 +159,7 @@ void Pool::Give(std::uint64_t id, const std::string& request) {
     worker.request = id;
     worker.state = State::kBusy;
     worker.since = Clock::now();
-    worker.process->Send({kAsk, request});
+    worker.process->Send({kAsk, WriteParcel({id, 0, request})});
 }
 
 bool Pool::WantsLook() {

@@ -76,7 +76,7 @@ class Pool {
     std::size_t CountOf(State state) const;
     void StartOne(Worker& worker);
     void Take(Worker& worker, const Message& message);
-    void Deliver(Worker& worker, const std::string& reply);
+    bool Deliver(Worker& worker, const std::string& bytes);
     void Lose(Worker& worker, ProblemKind kind, const std::string& reason);
     void RequireInTime(Worker& worker);
 

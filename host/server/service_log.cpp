@@ -3,7 +3,9 @@
 #include <fmt/core.h>
 
 #include <chrono>
+#include <cstdint>
 #include <ctime>
+#include <mutex>
 
 #include "platform/system.h"
 
@@ -25,11 +27,16 @@ std::string TimeText(std::chrono::system_clock::time_point moment) {
 }  // namespace
 
 void LogEvent(const char* event, const nlohmann::ordered_json& told) {
+    // A log that nobody reads must not hold up the service.
+    static std::mutex turn;
+    static std::uint64_t dropped = 0;
+    const std::lock_guard lock(turn);
     nlohmann::ordered_json line = {{"time", TimeText(std::chrono::system_clock::now())},
                                    {"event", event}};
     if (!told.is_null()) line.update(told);
-    WriteToStandardError(line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) +
-                         "\n");
+    if (dropped > 0) line["lines_dropped_before"] = dropped;
+    const std::string text = line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    dropped = WriteToStandardError(text + '\n') ? 0 : dropped + 1;
 }
 
 }  // namespace cwt

@@ -12,12 +12,12 @@ enum ServiceMessage : std::uint32_t {
     // From a process that works for a generation.
     kReady,      ///< It can begin; what it has to say.
     kBroken,     ///< It cannot go on; the reason.
-    kReply,      ///< The reply to a request; from the supervisor to the front, a parcel of it.
-    kStale,      ///< The same, and the data that it began with are no more.
+    kReply,      ///< A parcel: the reply to a request.
+    kStale,      ///< The same, and the data that the process began with are no more.
     kUnchanged,  ///< What was found at a look at the data.
     kChanged,    ///< The same; the reason.
     // To such a process.
-    kAsk,   ///< A request; from the front to the supervisor, a parcel of it.
+    kAsk,   ///< A parcel: a request.
     kLook,  ///< Look at the data.
     // From the front.
     kListening,  ///< The address that it listens at.

@@ -4,6 +4,7 @@
 #include <deque>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -112,7 +113,11 @@ class Supervisor {
         pinned_.clear();
         // One that ends again and again must not take all the time there is.
         if (Clock::now() - front_since_ < kBetweenStates) std::this_thread::sleep_for(kTick);
-        StartFront();
+        try {
+            StartFront();
+        } catch (const std::system_error& error) {
+            LogEvent("front-lost", {{"reason", error.what()}});
+        }
     }
 
     void TakeParcel(std::uint32_t kind, Parcel parcel) {

@@ -14,6 +14,8 @@ namespace {
 
 using Json = nlohmann::json;
 
+constexpr std::size_t kLongestKey = 64;  // That is shown of one.
+
 /// Watches a parser for keys that it has met before in the same object.
 class RepeatedKeys {
  public:
@@ -60,7 +62,9 @@ class RepeatedKeys {
             if (level.is_array) {
                 place += fmt::format("[{}]", level.entries);
             } else {
-                place += (place.empty() ? "" : ".") + Printable(level.key);
+                const bool is_long = level.key.size() > kLongestKey;
+                place += (place.empty() ? "" : ".") +
+                         Printable(is_long ? level.key.substr(0, kLongestKey) + "..." : level.key);
             }
         }
         return place;
@@ -71,6 +75,7 @@ class RepeatedKeys {
 };
 
 struct TooDeep {};
+struct TooMany {};
 
 /// Where the parser gave up, counted from 1.
 std::string LineAndColumn(std::string_view text, std::size_t bytes_read) {
@@ -84,21 +89,26 @@ std::string LineAndColumn(std::string_view text, std::size_t bytes_read) {
 
 Json ParseJson(std::string_view text, Refusals& refusals) {
     constexpr int kDeepest = 32;  // Levels; a shipment has three.
+    constexpr int kMost = 2000;   // Keys and values; a shipment has some eighty.
     // The parser takes a zero byte for the end.
     if (const std::size_t zero = text.find('\0'); zero != text.npos) {
         refusals = {{LineAndColumn(text, zero + 1), "a zero byte"}};
         return nullptr;
     }
     RepeatedKeys repeated(refusals);
+    int count = 0;
     try {
         return Json::parse(text.begin(), text.end(),
                            [&](int depth, Json::parse_event_t event, Json& parsed) {
                                if (depth > kDeepest) throw TooDeep();
+                               if (++count > kMost) throw TooMany();
                                repeated.Note(event, parsed);
                                return true;
                            });
     } catch (const TooDeep&) {
         refusals = {{"", "too many levels of lists and objects"}};
+    } catch (const TooMany&) {
+        refusals = {{"", "more keys and values than any shipment has"}};
     } catch (const Json::parse_error& error) {
         refusals = {
             {LineAndColumn(text, error.byte), "this is no JSON in UTF-8, or it ends too early"}};

@@ -1,6 +1,7 @@
 #include "platform/system.h"
 
 #include <dlfcn.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <time.h>
@@ -60,9 +61,10 @@ void IgnoreWishes() {
     HandleBy(SIG_IGN, {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGXFSZ});
 }
 
-void WriteToStandardError(std::string_view text) {
-    // Nobody can be told that it fails.
-    [[maybe_unused]] const ssize_t count = write(STDERR_FILENO, text.data(), text.size());
+bool WriteToStandardError(std::string_view text) {
+    pollfd standard_error{STDERR_FILENO, POLLOUT, 0};
+    if (poll(&standard_error, 1, 0) <= 0 || (standard_error.revents & POLLOUT) == 0) return false;
+    return write(STDERR_FILENO, text.data(), text.size()) >= 0;
 }
 
 void* FunctionOf(void* module, const char* name) {

@@ -56,6 +56,13 @@ bool ReadAll(int from, char* bytes, std::size_t size) {
 struct Pipe {
     int from = -1, to = -1;
 
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+    ~Pipe() {
+        for (const int end : {from, to}) {
+            if (end >= 0) close(end);
+        }
+    }
     Pipe() {
         int ends[2];
         if (pipe2(ends, O_CLOEXEC) != 0) Fail("a pipe to a worker process");
@@ -114,16 +121,20 @@ void Foreman::Send(const Message& message) {
     }
 }
 
-WorkerProcess::WorkerProcess(const std::function<void(Foreman&)>& work) : step_(NewStep()) {
-    const Pipe to_worker, from_worker;
+WorkerProcess::WorkerProcess(const std::function<void(Foreman&)>& work) {
+    Pipe to_worker, from_worker;
+    step_ = NewStep();
     std::fflush(nullptr);
     process_ = fork();
-    if (process_ < 0) Fail("a worker process");
+    if (process_ < 0) {
+        const int reason = errno;
+        munmap(step_, sizeof *step_);
+        errno = reason;
+        Fail("a worker process");
+    }
     if (process_ == 0) Work(to_worker.from, from_worker.to, *step_, work);
-    close(to_worker.from);
-    close(from_worker.to);
-    to_ = to_worker.to;
-    from_ = from_worker.from;
+    to_ = std::exchange(to_worker.to, -1);
+    from_ = std::exchange(from_worker.from, -1);
     fcntl(to_, F_SETFL, O_NONBLOCK);
     fcntl(from_, F_SETFL, O_NONBLOCK);
 }
@@ -188,12 +199,23 @@ void WorkerProcess::Write() {
     }
 }
 
-/// Reads what the pipe holds.
-void WorkerProcess::Read() {
+/// Reads what the pipe holds. Result: whether that was something.
+bool WorkerProcess::Read() {
     static char buffer[kPipeSize];
     const ssize_t count = read(from_, buffer, sizeof buffer);
     if (count > 0) incoming_.append(buffer, static_cast<std::size_t>(count));
     if (count == 0) has_ended_ = true;
+    return count > 0;
+}
+
+/// A partner's processes may hold the pipe open when this one has ended.
+void WorkerProcess::LookForEnd() {
+    siginfo_t ended = {};
+    if (has_ended_ || process_ < 0) return;
+    waitid(P_PID, static_cast<id_t>(process_), &ended, WEXITED | WNOHANG | WNOWAIT);
+    if (ended.si_pid == 0) return;
+    while (Read()) continue;
+    has_ended_ = true;
 }
 
 void WorkerProcess::Await(std::span<WorkerProcess* const> workers,
@@ -204,10 +226,11 @@ void WorkerProcess::Await(std::span<WorkerProcess* const> workers,
         ends.push_back({worker->has_ended_ ? -1 : worker->from_, POLLIN, 0});
         ends.push_back({worker->outgoing_.empty() ? -1 : worker->to_, POLLOUT, 0});
     }
-    if (poll(ends.data(), ends.size(), static_cast<int>(longest.count())) <= 0) return;
+    const int ready = poll(ends.data(), ends.size(), static_cast<int>(longest.count()));
     for (std::size_t i = 0; i < workers.size(); ++i) {
-        if (ends[2 * i].revents != 0) workers[i]->Read();
-        if (ends[2 * i + 1].revents != 0) workers[i]->Write();
+        if (ready > 0 && ends[2 * i].revents != 0) workers[i]->Read();
+        if (ready > 0 && ends[2 * i + 1].revents != 0) workers[i]->Write();
+        workers[i]->LookForEnd();
     }
 }
 

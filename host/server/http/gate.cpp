@@ -38,7 +38,8 @@ std::string_view WithoutPort(std::string_view host) {
 void RequireOrigin(const Head& head) {
     const std::string origin = InSmallLetters(head.Find("origin"));
     const std::string host = InSmallLetters(head.Find("host"));
-    if (origin.empty() || origin == "http://" + host || origin == "https://" + host) return;
+    const bool is_own = origin == "http://" + host || origin == "https://" + host;
+    if (is_own || (origin.empty() && head.Find("sec-fetch-site") != "cross-site")) return;
     throw BadRequest(kForbidden, "Pages of other hosts may not ask this service");
 }
 
@@ -99,7 +100,7 @@ void Gate::RequireToken(const Head& head) const {
 
 void Gate::RequireAllowed(const Head& head, const Route& route) const {
     if (is_open_) RequireHost(head);
-    RequireOrigin(head);
+    if (route.kind != RouteKind::kPage) RequireOrigin(head);
     if (!token_.empty() && !route.is_public()) RequireToken(head);
     const std::string_view methods = route.methods();
     if (methods != head.method &&

@@ -105,8 +105,10 @@ class Screen:
         for end in ("origin", "destination"):
             self.type(f"#{end}-zip", shipment[end]["zip"])
             time.sleep(0.6)  # What the code tells is there before the next field is typed.
-            for part in ("city", "state"):
-                self.type(f"#{end}-{part}", shipment[end].get(part, ""))
+            for part in ("city", "state"):  # Typed over what is there, which is not sent unless it is typed.
+                field = self.one(f"#{end}-{part}")
+                field.clear()
+                field.send_keys(shipment[end].get(part, ""))
         for number, line in enumerate(shipment["lines"]):
             if number > 0:
                 self.one("#add-line").click()
@@ -159,8 +161,9 @@ class Screen:
                     reference: all(".reference").map(text)};""")
 
 
-def grouped(number):
-    return f"{number:,}"
+def money(text):
+    """Pounds and amounts as the screen parts them: 1234.56 as 1,234.56."""
+    return re.sub(r"\d+", lambda whole: f"{int(whole[0]):,}", str(text), count=1)
 
 
 def bill_of(bill):
@@ -173,24 +176,24 @@ def bill_of(bill):
     def shown(line):
         return line["class"] if line["class"] == line["rated_as"] else f"{line['class']}, rated as {line['rated_as']}*"
 
-    rows = [[shown(line), grouped(line["weight"]), line["rate"], line["charge"]] for line in bill["lines"]]
+    rows = [[shown(line), money(line["weight"]), money(line["rate"]), money(line["charge"])] for line in bill["lines"]]
     deficit, days, tariff = bill["deficit"], bill["transit_days"], bill["tariff"]
     if deficit:
-        rows.append(["Deficit", grouped(deficit["weight"]), deficit["rate"], deficit["charge"]])
-    rows.append(["Total", grouped(bill["total_weight"]), "", ""])
+        rows.append(["Deficit", money(deficit["weight"]), money(deficit["rate"]), money(deficit["charge"])])
+    rows.append(["Total", money(bill["total_weight"]), "", ""])
     if bill["billed_weight"] != bill["total_weight"]:
-        rows.append(["Billed as", grouped(bill["billed_weight"]), "", ""])
+        rows.append(["Billed as", money(bill["billed_weight"]), "", ""])
     charges = bill["charges_by_break"]["minimum"] + bill["charges_by_break"]["single_shipment"]
     return {
         "tariff": f"Tariff {tariff['name']} of {tariff['date']}, rate code {tariff['rate_code']}",
         "ends": [end(bill["origin"]), end(bill["destination"])],
         "transit": [f"Standard transit {days['standard']} business days, guaranteed {days['guaranteed']} business day"] if days else [],
         "rows": rows,
-        "amounts": [["Gross charge", bill["gross_charge"]],
-                    [f"Discount {bill['discount']['percent']}%", bill["discount"]["amount"]],
-                    ["Net charge", bill["net_charge"]], ["Minimum charge", bill["minimum_charge"]],
-                    ["Surcharge", bill["surcharge"]], ["Total due", f"USD {bill['total_due']}"]],
-        "breaks": [[re.sub(r"\s+", " ", charge["label"]), f"{charge['amount']}{'*' if charge['raised_to_floor'] else ''}"]
+        "amounts": [[name, money(text)] for name, text in (
+            ("Gross charge", bill["gross_charge"]), (f"Discount {bill['discount']['percent']}%", bill["discount"]["amount"]),
+            ("Net charge", bill["net_charge"]), ("Minimum charge", bill["minimum_charge"]),
+            ("Surcharge", bill["surcharge"]), ("Total due", f"USD {bill['total_due']}"))],
+        "breaks": [[re.sub(r"\s+", " ", charge["label"]), f"{money(charge['amount'])}{'*' if charge['raised_to_floor'] else ''}"]
                    for charge in charges],
         "notes": bill["notes"],
         "reference": [bill["description"]] if bill["description"] else [],

@@ -1,16 +1,10 @@
 // Many shipments: a file is rated row by row, and the result comes down as a file.
 import { ask } from "./api.js";
-import { CsvRows, JsonRows } from "./csv_rows.js";
+import { remarksOf, resultOf, wordsOf } from "./batch_result.js";
+import { kForms, Tally } from "./batch_rows.js";
 import { byId, element, grouped } from "./dom.js";
 
-const kForms = {
-  csv: { type: "text/csv", rows: (heard) => new CsvRows(heard, 3), header: 1, status: (fields) => fields[2] },
-  ndjson: {
-    type: "application/x-ndjson", rows: (heard) => new JsonRows(heard), header: 0,
-    status: (line) => JSON.parse(line).status,
-  },
-};
-const kOutcomes = ["rated", "refused", "failed"];
+const kMebibyte = 1024 * 1024;
 
 const formOf = (name) => (/\.(ndjson|jsonl)$/i.test(name) ? "ndjson" : /\.csv$/i.test(name) ? "csv" : null);
 
@@ -32,6 +26,12 @@ async function countRows(file, form, signal) {
   await readText(file.stream(), (text) => rows.push(text), signal);
   rows.finish();
   return Math.max(0, count);
+}
+
+/** Why there is no answer, as one says it of a file. */
+function wordsOfNo(error) {
+  const most = error.kind === "too-large" ? Number(/(\d+) bytes/.exec(error.message)?.[1]) / kMebibyte : 0;
+  return most > 0 ? `The file is larger than ${grouped(Math.floor(most))} MiB, the most that this service takes.` : error.message;
 }
 
 /** The view that rates files. */
@@ -74,21 +74,21 @@ export class BatchView {
     const run = this.running = new AbortController();
     const form = formOf(file.name);
     if (!form) return this.stop(file, "This is neither a CSV file (.csv) nor one of JSON lines (.ndjson).");
-    const tally = { rows: 0, rated: 0, refused: 0, failed: 0 };
+    const tally = new Tally();
     const show = this.progress(file, run);
     try {
       const total = await countRows(file, kForms[form], run.signal);
       show(tally, total);
-      const parts = await this.send(file, form, run, tally, () => show(tally, total));
-      if (run === this.running) this.finish(file, parts, tally, total);
+      const result = await this.send(file, form, run, tally, () => show(tally, total));
+      if (run === this.running) this.finish(file, result, tally, total);
     } catch (error) {
       if (run !== this.running) return;
-      if (error.name === "AbortError") this.stop(file, `Cancelled after ${grouped(tally.rows)} rows. There is no result.`);
-      else this.stop(file, tally.rows === 0 ? error.message : `The answer broke off after ${grouped(tally.rows)} rows. There is no result.`);
+      if (error.name === "AbortError") this.stop(file, `Cancelled after ${grouped(tally.rows)} rows. There is no result.`, "plain");
+      else this.stop(file, tally.rows === 0 ? wordsOfNo(error) : `The answer broke off after ${grouped(tally.rows)} rows. There is no result.`);
     }
   }
 
-  /** Sends the file, and gives the parts of the result; counts rows as they come. */
+  /** Sends the file, and gives the result: its form, its parts, and what is said of it. Counts rows as they come. */
   async send(file, form, run, tally, heard) {
     const to = byId("result-form").value || form;
     const response = await ask("/v1/batch", {
@@ -96,22 +96,18 @@ export class BatchView {
       headers: { "Content-Type": kForms[form].type, Accept: kForms[to].type },
     });
     const parts = [];
-    let skip = kForms[to].header;
+    const read = kForms[to].reader();
     const rows = kForms[to].rows((row) => {
-      if (skip-- > 0) return;
-      ++tally.rows;
-      const status = kForms[to].status(row);
-      if (!kOutcomes.includes(status)) throw new Error("The answer is not one of rows");
-      ++tally[status];
-    });
+      const said = read(row);
+      if (said) tally.add(said);
+    }, Infinity);
     const kept = new TransformStream({ transform: (bytes, out) => { parts.push(bytes); out.enqueue(bytes); } });
     await readText(response.body.pipeThrough(kept), (text) => {
       rows.push(text);
       heard();
     }, run.signal);
     rows.finish();
-    this.to = to;
-    return parts;
+    return { to, parts, remarks: remarksOf(response.headers) };
   }
 
   progress(file, run) {
@@ -127,25 +123,21 @@ export class BatchView {
     };
   }
 
-  finish(file, parts, tally, total) {
+  finish(file, { to, parts, remarks }, tally, total) {
     this.running = null;
-    const name = `${file.name.replace(/\.\w+$/, "")}.rated.${this.to}`;
-    const blob = new Blob(parts, { type: kForms[this.to].type });
-    const counts = element("dl", { class: "tally" }, kOutcomes.map((outcome) =>
-      element("div", { class: tally[outcome] > 0 ? outcome : null }, element("dt", {}, outcome), element("dd", {}, grouped(tally[outcome])))));
-    const fewer = tally.rows === total ? null : element("p", { class: "banner bad" },
-      `The file has ${grouped(total)} rows by its quotes and line ends, and ${grouped(tally.rows)} were answered. Look for a quote that is not closed.`);
-    this.panel(element("h2", {}, file.name), counts, fewer);
-    const link = this.link = URL.createObjectURL(blob);
+    const name = `${file.name.replace(/\.\w+$/, "")}.rated.${to}`;
+    this.panel(element("h2", {}, file.name), resultOf(tally, total, remarks));
+    const link = this.link = URL.createObjectURL(new Blob(parts, { type: kForms[to].type }));
     const save = element("a", { class: "button main", href: link, download: name }, `Save ${name}`);
     byId("batch-run").firstChild.append(save);
-    this.say(`${grouped(tally.rows)} rows: ${kOutcomes.map((outcome) => `${grouped(tally[outcome])} ${outcome}`).join(", ")}.`);
+    this.say(wordsOf(tally, remarks));
     save.focus();
   }
 
-  stop(file, words) {
+  /** There is no result: `tone` is "bad", or "plain" where the user wanted it so. */
+  stop(file, words, tone = "bad") {
     this.running = null;
-    this.panel(element("h2", {}, file.name), element("p", { class: "banner bad" }, words));
+    this.panel(element("h2", {}, file.name), element("p", { class: `banner ${tone}` }, words));
     this.say(words);
   }
 }

@@ -1,5 +1,5 @@
 // The bill as a clerk knows it. Every amount is the text that the service gave.
-import { element, grouped } from "./dom.js";
+import { element, grouped, money } from "./dom.js";
 
 /** The reason of a figure, by which bill and explanation find each other. */
 export function reasonKeys(statements) {
@@ -43,8 +43,8 @@ function lineRow(keys, line, i) {
   const shown = isMapped(line) ? `${line.class}, rated as ${line.rated_as}` : line.class;
   return element("tr", {},
     element("th", { scope: "row" }, shown, isMapped(line) ? element("abbr", { title: "The profile rates the entered class as this one" }, "*") : null),
-    element("td", {}, grouped(line.weight)), element("td", {}, figure(keys, `${name} rate`, line.rate, `line-${i + 1}`)),
-    element("td", {}, figure(keys, `${name} charge`, line.charge, `line-${i + 1}`)));
+    element("td", {}, grouped(line.weight)), element("td", {}, figure(keys, `${name} rate`, money(line.rate), `line-${i + 1}`)),
+    element("td", {}, figure(keys, `${name} charge`, money(line.charge), `line-${i + 1}`)));
 }
 
 function freight(keys, bill) {
@@ -53,8 +53,8 @@ function freight(keys, bill) {
   const rows = bill.lines.map((line, i) => lineRow(keys, line, i));
   const { deficit } = bill;
   if (deficit) {
-    rows.push(row("Deficit", grouped(deficit.weight), figure(keys, "Deficit rate", deficit.rate, "deficit"),
-      figure(keys, "Deficit charge", deficit.charge, "deficit")));
+    rows.push(row("Deficit", grouped(deficit.weight), figure(keys, "Deficit rate", money(deficit.rate), "deficit"),
+      figure(keys, "Deficit charge", money(deficit.charge), "deficit")));
   }
   const sums = [row("Total", grouped(bill.total_weight), "", "")];
   if (bill.billed_weight !== bill.total_weight) sums.push(row("Billed as", grouped(bill.billed_weight), "", ""));
@@ -74,14 +74,14 @@ function amounts(keys, bill) {
   ];
   return element("dl", { class: "amounts" }, rows.map(([name, text, key]) =>
     element("div", { class: `amount ${key}`, "data-amount": key }, element("dt", {}, name),
-      element("dd", {}, key === "due" ? element("span", { class: "currency" }, `${bill.currency} `) : null, figure(keys, name, text, key)))));
+      element("dd", {}, key === "due" ? element("span", { class: "currency" }, `${bill.currency} `) : null, figure(keys, name, money(text), key)))));
 }
 
 function charges(keys, title, list, key) {
   if (list.length === 0) return [];
   const rows = list.map(({ label, amount, raised_to_floor: raised }) =>
     element("tr", {}, element("th", { scope: "row" }, label.replace(/\s+/g, " ")),
-      element("td", {}, element("span", { "data-why": keys.has(key) ? key : null }, String(amount)),
+      element("td", {}, element("span", { "data-why": keys.has(key) ? key : null }, money(amount)),
         raised ? element("abbr", { title: "Raised to the floor of the discount or the lane" }, "*") : null)));
   return element("table", { class: "breaks" }, element("caption", {}, figure(keys, "", title, key)), element("tbody", {}, rows));
 }

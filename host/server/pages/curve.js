@@ -1,5 +1,5 @@
 // The curve beside the bill: what this freight would cost at other weights, to see and to read.
-import { byId, element, grouped, scrolling, table } from "./dom.js";
+import { byId, element, grouped, money, scrolling, table } from "./dom.js";
 import { drawCurve } from "./curve_drawing.js";
 
 const kWidest = 1100;  // Pixels of a drawing.
@@ -9,10 +9,10 @@ const pounds = (weight) => `${grouped(weight)} ${weight === 1 ? "pound" : "pound
 /** What is to be said of a point, in the order in which it is asked. */
 function wordsOf(point) {
   if (point.net_charge === null) return `${pounds(point.weight)}: not rated. ${point.refusal ?? ""}`;
-  const words = [`${pounds(point.weight)}: net charge ${point.net_charge}`];
+  const words = [`${pounds(point.weight)}: net charge ${money(point.net_charge)}`];
   if (point.deficit > 0) words.push(`billed as ${grouped(point.billed_weight)}`);
   if (point.is_minimum) words.push("the minimum");
-  if (point.total_due !== point.net_charge) words.push(`total due ${point.total_due}`);
+  if (point.total_due !== point.net_charge) words.push(`total due ${money(point.total_due)}`);
   return words.join(", ");
 }
 
@@ -21,15 +21,15 @@ function remark({ points, shipment, cheaper, minimum, plateaus }) {
   const words = [];
   if (cheaper) {
     words.push(element("strong", {}, `${pounds(cheaper.weight)} would cost less`),
-      `: ${cheaper.net_charge}, and these ${grouped(shipment.weight)} cost ${shipment.net_charge}.`);
+      `: ${money(cheaper.net_charge)}, and these ${grouped(shipment.weight)} cost ${money(shipment.net_charge)}.`);
   } else if (plateaus.some(at(shipment.weight))) {
     const step = points.find(({ weight }) => weight === shipment.billed_weight)?.net_charge;
     const same = step === shipment.net_charge;
     words.push(element("strong", {}, same ? `${pounds(shipment.billed_weight)} cost the same` : `Billed as ${pounds(shipment.billed_weight)}`),
       same ? `: these ${grouped(shipment.weight)} are billed as the next break.`
-        : `, the next break${step ? `; as many pounds of this freight cost ${step}` : ""}.`);
+        : `, the next break${step ? `; as many pounds of this freight cost ${money(step)}` : ""}.`);
   } else if (minimum && shipment.weight <= minimum.to) {
-    words.push(element("strong", {}, `Up to ${pounds(minimum.to)} cost the same`), `: the minimum of ${minimum.net_charge} holds.`);
+    words.push(element("strong", {}, `Up to ${pounds(minimum.to)} cost the same`), `: the minimum of ${money(minimum.net_charge)} holds.`);
   }
   return words.length > 0 ? element("p", { class: "remark" }, words) : null;
 }
@@ -39,7 +39,7 @@ function legend({ minimum, plateaus, cheaper }) {
   return element("ul", { class: "legend-list" }, entry("shipment", "this shipment"),
     cheaper ? entry("cheaper", "heavier, but less") : null,
     plateaus.length > 0 ? entry("plateau", "billed as the next break (deficit)") : null,
-    minimum ? entry("minimum", `minimum ${minimum.net_charge} up to ${pounds(minimum.to)}`) : null,
+    minimum ? entry("minimum", `minimum ${money(minimum.net_charge)} up to ${pounds(minimum.to)}`) : null,
     entry("break", "weight break"));
 }
 
@@ -49,14 +49,15 @@ function caution({ complete }) {
     "The charges have too many kinks to rate them all: between two points the curve may be off.") : null;
 }
 
-function tableOf(curve) {
-  const rows = curve.points.map((point) => [grouped(point.weight),
-    point.billed_weight === null ? "" : grouped(point.billed_weight), point.gross_charge ?? "",
-    point.net_charge ?? point.refusal ?? "not rated", point.total_due ?? "",
+const amount = (text, otherwise = "") => (text === null || text === undefined ? otherwise : money(text));
+
+function tableOf(points) {
+  const rows = points.map((point) => [grouped(point.weight),
+    point.billed_weight === null ? "" : grouped(point.billed_weight), amount(point.gross_charge),
+    amount(point.net_charge, point.refusal ?? "not rated"), amount(point.total_due),
     point.is_minimum ? "minimum" : point.deficit > 0 ? `deficit ${grouped(point.deficit)}` : ""]);
-  return element("details", {}, element("summary", {}, "The curve as a table"),
-    scrolling("The curve as a table", table("What other weights of this freight would cost",
-      ["Pounds", "Billed as", "Gross charge", "Net charge", "Total due", "Why"], rows, { class: "figures" })));
+  return scrolling("The curve as a table", table("What other weights of this freight would cost",
+    ["Pounds", "Billed as", "Gross charge", "Net charge", "Total due", "Why"], rows, { class: "figures" }));
 }
 
 /** The section of the curve; it shows one of the bill that is on the page, or none. */
@@ -97,11 +98,13 @@ export class Curve {
       keydown: (event) => this.key(event), pointermove: (event) => this.point(event), pointerdown: (event) => this.point(event),
     });
     this.words = element("p", { class: "reading" });
+    this.table = element("div", {});
     this.box.append(
       element("div", { class: "curve-head" }, this.head(),
         element("div", { class: "choice", role: "group", "aria-label": "Weights" },
           choice(false, `${grouped(curve.from)} to ${grouped(curve.to)} pounds`), choice(true, "Around this shipment"))),
-      ...[remark(curve)].filter(Boolean), this.pad, this.words, ...[caution(curve)].filter(Boolean), legend(curve), tableOf(curve));
+      ...[remark(curve)].filter(Boolean), this.pad, this.words, ...[caution(curve)].filter(Boolean), legend(curve),
+      element("details", {}, element("summary", {}, "The curve as a table"), this.table));
     this.fit();
   }
 
@@ -120,6 +123,7 @@ export class Curve {
     this.drawn = drawCurve(this.curve, { width, near: this.near });
     this.pad.replaceChildren(this.drawn.drawing);
     const { points } = this.drawn;
+    this.table.replaceChildren(tableOf(points));
     this.pad.setAttribute("aria-valuemin", points[0].weight);
     this.pad.setAttribute("aria-valuemax", points.at(-1).weight);
     this.go(points.find(({ weight }) => weight >= this.curve.shipment.weight) ?? points.at(-1));

@@ -2,9 +2,12 @@
 // the paper alone; whatever is written is the service's text.
 import { drawn, grouped } from "./dom.js";
 
-const kMargin = { top: 46, right: 26, bottom: 40, left: 62 };
+const kMargin = { top: 66, right: 26, bottom: 40, left: 62 };
 const kSteps = 12;  // Parts of a straight piece, which a scale of roots bends.
 const kNarrow = 520;
+const kLetter = 6.6;  // Pixels of a letter of the labels, and the room between two of them.
+const kLabelRows = 3;
+const kLabelRow = 13;
 
 // On scales of square roots a rate per pound is a straight line through the origin, as it is on even
 // ones, and the light weights, where the breaks lie close together, get the room that they need.
@@ -76,9 +79,19 @@ function path(piece, x, y) {
   return `M${spots.map(([weight, charge]) => `${x(weight).toFixed(1)},${y(charge).toFixed(1)}`).join("L")}`;
 }
 
+/** The numbers beside the axis: those of a scale of roots lie far apart at its end, so more are put there. */
+function chargeNumbers(seen, y, near) {
+  if (near) return steps(seen.low, seen.high, 7);
+  const found = roundNumbers(y, seen.low, seen.high, 24);
+  for (const value of steps(seen.low, seen.high, 10).reverse()) {
+    if (found.every((other) => Math.abs(y(other) - y(value)) >= 24)) found.push(value);
+  }
+  return found;
+}
+
 function axes(seen, x, y, near, size) {
   const bottom = size.height - kMargin.bottom;
-  const charges = near ? steps(seen.low, seen.high, 7) : roundNumbers(y, seen.low, seen.high, 24);
+  const charges = chargeNumbers(seen, y, near);
   const weights = near ? steps(seen.from, seen.to, size.width < kNarrow ? 4 : 8) : roundNumbers(x, seen.from, seen.to, 52);
   return drawn("g", { class: "axes" },
     charges.map((value) => drawn("g", {},
@@ -92,29 +105,39 @@ function axes(seen, x, y, near, size) {
     drawn("text", { x: 8, y: 13, class: "axis-name" }, "net charge, $"));
 }
 
+/** The breaks, and their names in as many rows as they need. */
 function breakLines(curve, seen, x, size) {
-  let last = -Infinity;
+  const ends = Array(kLabelRows).fill(-Infinity);  // Of the last label in each row, on the paper.
   return drawn("g", { class: "weight-breaks" }, curve.breaks
     .filter(({ weight }) => weight > seen.from && weight <= seen.to).map(({ label, weight }) => {
-      const fits = x(weight) - last > 46;
-      if (fits) last = x(weight);
+      const words = label.replace(/\s+/g, " ").trim();
+      const half = (words.length * kLetter) / 2;
+      const middle = Math.min(x(weight), size.width - half);
+      const row = ends.findIndex((end) => middle - half > end + kLetter);
+      if (row >= 0) ends[row] = middle + half;
+      const top = kMargin.top - 12 - Math.max(0, row) * kLabelRow;
       return drawn("g", {},
-        drawn("line", { x1: x(weight), x2: x(weight), y1: kMargin.top - 8, y2: size.height - kMargin.bottom }),
-        fits ? drawn("text", { x: Math.min(x(weight), size.width - 24), y: kMargin.top - 12, "text-anchor": "middle" }, label.replace(/\s+/g, " ")) : null);
+        drawn("line", { x1: x(weight), x2: x(weight), y1: top + 4, y2: size.height - kMargin.bottom }),
+        row >= 0 ? drawn("text", { x: middle, y: top, "text-anchor": "middle" }, words) : null);
     }));
 }
+
+/** Lines across the bands of deficits, which keep them apart from others without colours. */
+const hatching = () => drawn("pattern", { id: "hatching", width: 6, height: 6, patternUnits: "userSpaceOnUse", patternTransform: "rotate(45)" },
+  drawn("line", { class: "hatch", x1: 0, x2: 0, y1: 0, y2: 6 }));
 
 /** Bands of weights that are alike: those of the minimum, and of each deficit. */
 function bands(curve, seen, x, size) {
   const band = (name, from, to) => {
     const [left, right] = [Math.max(from, seen.from), Math.min(to, seen.to)];
     if (left > right) return null;
-    return drawn("rect", {
-      class: `band ${name}`, x: x(left), y: kMargin.top, width: Math.max(1.5, x(right) - x(left)),
-      height: size.height - kMargin.top - kMargin.bottom,
-    });
+    const place = {
+      x: x(left), y: kMargin.top, width: Math.max(1.5, x(right) - x(left)), height: size.height - kMargin.top - kMargin.bottom,
+    };
+    return [drawn("rect", { class: `band ${name}`, ...place }),
+      name === "plateau" ? drawn("rect", { ...place, fill: "url(#hatching)" }) : null];
   };
-  return drawn("g", {}, curve.minimum ? band("minimum", curve.from, curve.minimum.to) : null,
+  return drawn("g", {}, hatching(), curve.minimum ? band("minimum", curve.from, curve.minimum.to) : null,
     curve.plateaus.map(({ from, to }) => band("plateau", from, to)));
 }
 
@@ -132,7 +155,7 @@ export function drawCurve(curve, { width, near }) {
   const y = scale(form, seen.low, seen.high, size.height - kMargin.bottom, kMargin.top);
   const points = curve.points.filter(({ weight }) => weight >= seen.from && weight <= seen.to);
   const cross = drawn("g", { class: "cross", visibility: "hidden" },
-    drawn("line", { y1: kMargin.top, y2: size.height - kMargin.bottom }), drawn("circle", { r: 4 }));
+    drawn("line", { y1: kMargin.top, y2: size.height - kMargin.bottom }), drawn("circle", { r: 9 }));
   const drawing = drawn("svg", { viewBox: `0 0 ${width} ${size.height}`, width, height: size.height, "aria-hidden": "true" },
     bands(curve, seen, x, size), axes(seen, x, y, near, size), breakLines(curve, seen, x, size),
     pieces(points).map((piece) => drawn("path", { class: "charge", d: path(piece, x, y) })),

@@ -38,3 +38,12 @@ export function scrolling(label, child) {
 
 /** Pounds and counts with their thousands parted. */
 export const grouped = (number) => String(number).replace(/\B(?=(\d{3})+$)/g, ",");
+
+/** An amount with its thousands parted; it stays the text that it is. */
+export const money = (text) => String(text).replace(/\d+/, grouped);
+
+/** A date as 2025-01-06, where the files have 01-06-2025. */
+export const isoDate = (text) => text.replace(/^(\d\d)-(\d\d)-(\d{4})$/, "$3-$1-$2");
+
+/** A sentence begins with a capital letter. */
+export const capital = (text) => text.charAt(0).toUpperCase() + text.slice(1);

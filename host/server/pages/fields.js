@@ -38,6 +38,18 @@ export const kFields = [...kTerms.slice(0, 11), ...kLines, ...kTerms.slice(11)]
 /** Fields whose alternatives are values that may be put in, and not words about values. */
 export const offersValues = (place) => /(class|profile|city|territory)$/.test(place);
 
+const kSigns = [
+  [",", (whole) => (whole ? "Leave the comma out" : "Write decimals behind a point, and no comma")],
+  ["%", () => "Leave the percent sign out"], ["$", () => "Leave the dollar sign out"],
+];
+
+/** What of a number that was typed cannot stand in it, in words; an empty text for nothing. */
+export function hintOf(place, text) {
+  const whole = place.endsWith(".weight");
+  if (!whole && kFields.find((field) => field.place === place)?.kind !== "number") return "";
+  return kSigns.filter(([sign]) => text.includes(sign)).map(([, words]) => `${words(whole)}.`).join(" ");
+}
+
 const kNumber = /^-?(0|[1-9]\d*)(\.\d+)?$/;
 const kExactDigits = 15;  // Of a decimal that a binary number gives back as it was.
 

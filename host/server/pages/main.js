@@ -2,7 +2,7 @@
 import * as api from "./api.js";
 import { BatchView } from "./batch.js";
 import { Curve } from "./curve.js";
-import { byId, element } from "./dom.js";
+import { byId, element, isoDate } from "./dom.js";
 import { Explanation } from "./explanation.js";
 import { entriesOf, fragmentOf } from "./fields.js";
 import { Rating } from "./rating.js";
@@ -13,7 +13,7 @@ import { ShipmentForm } from "./shipment_form.js";
 
 const kTitles = { rate: "Rate a shipment", batch: "Many shipments", set: "The set" };
 
-const form = new ShipmentForm({ changed: () => rating.changed(), now: () => rating.now() });
+const form = new ShipmentForm({ changed: () => rating.changed(), now: () => rating.now(), cleared });
 const curve = new Curve();
 const explanation = new Explanation(document.querySelector(".answer"));
 const sheet = new Sheet({ form, explanation, curve, share });
@@ -26,10 +26,18 @@ let written = null;  // The fragment of the entries on the form.
 /** What is rated becomes the address, so that going back, reloading and sharing give the same. */
 function share(entries) {
   written = fragmentOf(entries);
-  byId("shipment").dataset.fragment = written;
   linkTo("rate").href = `#${written}`;
+  if (!("told" in byId("serving").dataset)) tellSet();
   if (!byId("view-rate").hidden) history.replaceState(null, "", `#${written}`);
   return shareButtons(entries);
+}
+
+/** An empty form leaves nothing of the shipment before in the address. */
+function cleared() {
+  written = "";
+  linkTo("rate").href = "#";
+  document.querySelector(".banner.link")?.remove();
+  history.replaceState(null, "", location.pathname);
 }
 
 function view(name) {
@@ -40,6 +48,19 @@ function view(name) {
     else link.removeAttribute("aria-current");
   }
   document.title = `${kTitles[name]} – Hundredweight`;
+}
+
+/** Says in the head of the page which set is rated by, or that none is. */
+async function tellSet() {
+  const box = byId("serving");
+  box.dataset.told = "";
+  try {
+    const { set: name, level_date: date, loads } = await api.tariffSet();
+    box.textContent = loads === false ? `The set ${name} does not load` : `Set ${name}${date ? `, level date ${isoDate(date)}` : ""}`;
+  } catch {
+    box.textContent = "The service does not answer";
+    box.removeAttribute("data-told");
+  }
 }
 
 /** Shows what the address says. */
@@ -58,7 +79,7 @@ function follow() {
   document.querySelector(".banner.link")?.remove();
   if (lost.length > 0) {
     rating.stop();
-    sheet.prompt([]);
+    sheet.ready(form.missing());
     byId("shipment").prepend(element("p", { class: "banner bad link", role: "alert" },
       `The link says what this page cannot enter: ${lost.join(", ")}. Look the entries over, and rate.`));
   } else {
@@ -78,6 +99,4 @@ addEventListener("drop", (event) => {
 follow();
 if (form.isEmpty() && matchMedia("(min-width: 60em)").matches && !byId("view-rate").hidden) byId("origin-zip").focus();
 form.offer();
-api.tariffSet().then(({ set: name, level_date: date, loads }) => {
-  byId("serving").textContent = loads === false ? `The set ${name} does not load` : `Set ${name}${date ? `, level date ${date}` : ""}`;
-}, () => { byId("serving").textContent = "The service does not answer"; });
+tellSet();

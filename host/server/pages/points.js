@@ -12,6 +12,15 @@ export function splitCity(offer) {
   return { city: offer.slice(0, end), state: offer.slice(end + 1) };
 }
 
+/** The fields that a refusal is about: with a city the state, where none of its cities is in that one. */
+export function wrongTogether(input, { place, alternatives }) {
+  const point = /^(origin|destination)\.city$/.exec(place);
+  const state = point && byId(`${point[1]}-state`);
+  const entered = state && !state.hasAttribute("data-found") ? state.value.trim().toUpperCase() : "";
+  const fits = alternatives.some((offer) => splitCity(offer).state === entered);
+  return entered === "" || fits ? [input] : [input, state];
+}
+
 const known = new Map();
 
 /** The cities that the engine has at a postal code; each code is asked about once. */
@@ -94,6 +103,6 @@ export class PointLookup {
   refuse(problem) {
     if (problem.status !== 422) return;
     clearRefusals(this.zip.closest(".field"));
-    for (const refusal of problem.refusals) refuseAt(this.zip, refusal, `${this.name}.zip`, this.take);
+    for (const refusal of problem.refusals) refuseAt([this.zip], refusal, `${this.name}.zip`, this.take);
   }
 }

@@ -6,6 +6,7 @@ const kPause = 350;  // Milliseconds without a key before it is rated.
 const kCurvePause = 250;  // Milliseconds that a bill stands before its curve is asked for.
 const kCurveEnd = 20000;  // Pounds of the heaviest shipment on a curve, or a quarter more than this one.
 const kMostWeight = 999999;  // Pounds of a shipment.
+const kRetryPause = 4000;  // Milliseconds before a service that was not there is asked again.
 const kMostTries = 4;  // Of a service that is busy.
 
 const pause = (milliseconds, signal) => new Promise((resolve, reject) => {
@@ -85,9 +86,15 @@ export class Rating {
     }
   }
 
+  /** Asks again while the page is looked at, until the service is there. */
+  retry() {
+    this.timer = setTimeout(() => (document.hidden ? this.retry() : this.rate(false)), kRetryPause);
+  }
+
   async fail(error, asked, run) {
     if (error.status !== 422) {
       this.form.refuse([]);
+      if (error instanceof api.Unreachable) this.retry();
       return this.sheet.failed(error, () => this.now());
     }
     const refusals = await this.sheet.placed(error.refusals, this.form.entries());

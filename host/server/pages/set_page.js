@@ -1,8 +1,13 @@
 // The set: what cwt inspect says, on a page.
 import * as api from "./api.js";
-import { element, grouped, scrolling, table } from "./dom.js";
+import { element, grouped, isoDate, scrolling, table } from "./dom.js";
 import { profileDetails } from "./profile_details.js";
 import { stateGrid } from "./state_grid.js";
+
+const kHeaviest = 9999999;  // Pounds at which the last weight break ends in the files, for there is no end.
+
+/** Bytes of the files that mean nothing to those who rate; they are there for those who know the files. */
+const isInner = (name) => /^(OptionFlag|SetByte|DefByte)\d+$/.test(name);
 
 const shown = (value) => (value === "" || value === null || value === undefined ? "–" : String(value));
 
@@ -11,8 +16,15 @@ function section(title, ...content) {
 }
 
 function pairs(values) {
-  return element("dl", { class: "pairs" }, Object.entries(values ?? {}).map(([name, value]) =>
+  return element("dl", { class: "pairs" }, values.map(([name, value]) =>
     element("div", {}, element("dt", {}, name), element("dd", {}, shown(value)))));
+}
+
+function settings(values) {
+  const all = Object.entries(values ?? {});
+  const inner = all.filter(([name]) => isInner(name));
+  return [pairs(all.filter(([name]) => !isInner(name))), inner.length === 0 ? null
+    : element("details", {}, element("summary", {}, "Other bytes of the files"), pairs(inner))].filter(Boolean);
 }
 
 function health(set) {
@@ -21,7 +33,7 @@ function health(set) {
     line(works, `The ${role} ${library} ${works ? "works" : "does not work"}${says ? `: ${says}` : ""}.`));
   return element("ul", { class: "health" },
     line(set.loads, set.loads ? "The set loads." : `The set does not load: ${shown(set.failure?.text ?? set.failure)}`),
-    partners, set.level_date ? line(true, `Level date: ${set.level_date}`) : null);
+    partners, set.level_date ? line(true, `Level date: ${isoDate(set.level_date)}`) : null);
 }
 
 function files(list) {
@@ -67,7 +79,7 @@ export class SetView {
   }
 
   content(set, names) {
-    const breaks = (set.weight_breaks ?? []).map(({ name, from, to }) => [name, grouped(from), grouped(to)]);
+    const breaks = (set.weight_breaks ?? []).map(({ name, from, to }) => [name, grouped(from), to >= kHeaviest ? "and more" : grouped(to)]);
     const labels = (set.labels ?? []).filter((label) => label !== "");
     return [
       element("h1", {}, `Set ${set.set}`), element("p", { class: "under" }, `${set.directory}, for rating by ${set.rating === "engine" ? "an engine" : set.rating}${labels.length ? ` · ${labels.join(" ")}` : ""}`),
@@ -77,7 +89,7 @@ export class SetView {
       section("Weight breaks", table("Weight breaks, pounds", ["Break", "From", "To"], breaks, { class: "figures short" })),
       section("States", set.states?.length ? stateGrid(set.states) : element("p", {}, "The set has no table of states.")),
       section("Files", files(set.files ?? [])),
-      element("div", { class: "columns" }, section("Settings", pairs(set.settings)), section("Defaults", pairs(set.defaults))),
+      element("div", { class: "columns" }, section("Settings", settings(set.settings)), section("Defaults", settings(set.defaults))),
       section("Table names", element("p", { class: "words-list" }, (set.table_names ?? []).join("  "))),
     ];
   }

@@ -3,7 +3,7 @@ import * as api from "./api.js";
 import { byId, element, grouped } from "./dom.js";
 import { kFields, shipmentOf } from "./fields.js";
 import { Lines } from "./lines.js";
-import { PointLookup, splitCity } from "./points.js";
+import { PointLookup, splitCity, wrongTogether } from "./points.js";
 import { clearRefusals, refuseAt } from "./refusals.js";
 
 const kTerritories = [
@@ -17,7 +17,7 @@ const kWanted = [["origin.zip", "the origin's postal code"], ["destination.zip",
 
 /** The form; `changed` hears of every change, `now` that it is to be rated at once. */
 export class ShipmentForm {
-  constructor({ changed, now }) {
+  constructor({ changed, now, cleared }) {
     this.form = byId("shipment");
     this.now = now;
     this.changed = changed;
@@ -36,6 +36,7 @@ export class ShipmentForm {
     });
     byId("clear").addEventListener("click", () => {
       this.write({});
+      cleared();
       this.changed();
       byId("origin-zip").focus();
     });
@@ -58,7 +59,7 @@ export class ShipmentForm {
     const breaks = api.tariffSet().then(({ weight_breaks: known = [] }) => {
       [...byId("break").options].slice(1).forEach((option, i) => {
         option.hidden = i >= known.length;
-        if (known[i]) option.textContent = `${known[i].name}, from ${grouped(known[i].from)} pounds`;
+        if (known[i]) option.textContent = `${known[i].from === 1 ? "From 1 pound" : `From ${grouped(known[i].from)} pounds`} on (${known[i].name})`;
       });
     });
     await Promise.allSettled([names, breaks, this.offerClasses()]);
@@ -75,10 +76,10 @@ export class ShipmentForm {
     }
   }
 
-  /** The texts that are entered, by their places. */
+  /** The texts that are entered, by their places; what the page has filled in by itself is none. */
   entries() {
     const entries = {};
-    for (const input of this.form.querySelectorAll("[data-place]")) {
+    for (const input of this.form.querySelectorAll("[data-place]:not([data-found])")) {
       const { place } = input.dataset;
       if (input.type !== "checkbox") entries[place] = input.value.trim();
       else if (input.checked) entries[place] = place === "origin.intrastate" ? "false" : "true";
@@ -151,7 +152,8 @@ export class ShipmentForm {
     const input = this.at(place);
     if (!input) return;
     input.value = chosen ? chosen.city : value;
-    if (chosen) byId(`${point[1]}-state`).value = chosen.state;
+    const state = point && byId(`${point[1]}-state`);
+    if (chosen && state.value !== chosen.state) this.enter(state, `${point[1]}.state`, chosen.state);
     input.closest("fieldset").querySelector(".offers")?.remove();
     input.focus();
     input.dispatchEvent(new Event("input", { bubbles: true }));
@@ -166,7 +168,7 @@ export class ShipmentForm {
       if (!input) return true;
       const within = input.closest("details");
       if (within) within.open = true;
-      refuseAt(input, refusal, refusal.place, (place, value) => this.take(place, value));
+      refuseAt(wrongTogether(input, refusal), refusal, refusal.place, (place, value) => this.take(place, value));
       return false;
     });
   }

@@ -25,7 +25,7 @@ function digitGrid(ranges) {
   const head = element("tr", {}, element("td", {}), kDigits.map((digit) => element("th", { scope: "col" }, `–${digit}x`)));
   const rows = kDigits.map((digit, i) => element("tr", {}, element("th", { scope: "row" }, `${digit}–`),
     kDigits.map((_, j) => cell(ranges, i * 100 + j * 10))));
-  return element("table", { class: "states" }, element("caption", {}, "ZIP codes by their first two digits; a range of prefixes where a state has only some of the ten"),
+  return element("table", { class: "states" }, element("caption", {}, "ZIP codes by their first two digits; a range of prefixes where a state has only some of the ten. XX: in no state"),
     element("thead", {}, head), element("tbody", {}, rows));
 }
 

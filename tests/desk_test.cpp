@@ -102,10 +102,10 @@ TEST_F(DeskTest, BlocksOfRowsAreThoseOfTheWholeBatch) {
         BatchForms forms;
         std::string reads;
         const std::vector<std::string>& rows;
-    } cases[] = {{{"ndjson", "ndjson", ""}, "in.ndjson", rows},
-                 {{"ndjson", "csv", ""}, "in.ndjson", rows},
-                 {{"csv", "csv", header}, "in.csv", table},
-                 {{"csv", "ndjson", header}, "in.csv", table}};
+    } cases[] = {{{"ndjson", "ndjson", "", {}}, "in.ndjson", rows},
+                 {{"ndjson", "csv", "", {}}, "in.ndjson", rows},
+                 {{"csv", "csv", header, {"cost centre"}}, "in.csv", table},
+                 {{"csv", "ndjson", header, {"cost centre"}}, "in.csv", table}};
     for (const auto& test : cases) {
         SCOPED_TRACE(test.forms.from + " to " + test.forms.to);
         constexpr std::size_t kBlock = 25;

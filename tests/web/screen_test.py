@@ -279,13 +279,9 @@ class TakesFiles(unittest.TestCase):
         self.assertEqual(screen.faults("batch"), [])
 
     def test_the_result_says_what_a_stray_quote_has_done(self):
-        text = "origin_zip,destination_zip,class_1,weight_1,tariff,profile,Umlaut ä\r\n" + "".join(
-            f"30303,60601,{rest},x\r\n" for rest in ('70,960,,Northeast', '71,960,,', '70,960,,"', '70,960,,"', '71,960,,'))
-        # What the service says of the file, as a header of its answer.
-        screen.open(f"{base}/#batch").run("""const ask = window.fetch;
-            window.fetch = async (path, options) => { const answer = await ask(path, options);
-              return !path.startsWith("/v1/batch") ? answer : new Response(answer.body, {headers: {"Cwt-Rows": "4",
-                "Cwt-Rows-Of-Several-Lines": "1; first=3", "Cwt-Columns-Passed": "Umlaut%20%C3%A4,b"}}); };""")
+        text = "origin_zip,destination_zip,class_1,weight_1,tariff,profile,Umlaut ä,b\r\n" + "".join(
+            f"30303,60601,{rest},x,y\r\n" for rest in ('70,960,,Northeast', '71,960,,', '70,960,,"', '70,960,,"', '71,960,,'))
+        screen.open(f"{base}/#batch")
         summary = subprocess.run([CWT, "batch", "-", "--from", "csv", "--no-progress", "--data", SAMPLE],
                                  input=text.encode(), capture_output=True).stderr.decode()
         reasons = sorted(re.findall(r"\d+ refused: .*", summary))

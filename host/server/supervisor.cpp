@@ -162,9 +162,10 @@ class Supervisor {
                 Refuse(one.request.id, ProblemKind::kNotReady, "No process can rate");
             }
         }
-        while (is_batch_next_ ? GivePinned() || GiveFirst(*current)
-                              : GiveFirst(*current) || GivePinned()) {
-            continue;
+        bool has_given = true;
+        while (has_given) {
+            has_given = is_batch_next_ ? GivePinned() || GiveFirst(*current)
+                                       : GiveFirst(*current) || GivePinned();
         }
     }
 

@@ -1,4 +1,6 @@
 // cwt: rates shipments and shows tariff sets from the command line.
+#include <hundredweight/version.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>

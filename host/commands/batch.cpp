@@ -1,6 +1,7 @@
 #include "batch/batch.h"
 
 #include <fmt/core.h>
+#include <hundredweight/version.h>
 
 #include <charconv>
 #include <nlohmann/json.hpp>

@@ -7,19 +7,22 @@
 /* clang-format off */
 #pragma pack(push, 1)
 
+/** One discount group of a HostDiscountTable: 44 bytes. */
+typedef struct HostDiscountGroup {
+  float Floor;               /**< Minimum charge in dollars. */
+  /** Flat percentage; of type 1 the group's first percentage, or group 0's for all groups when
+   *  DisGroupSelector is '1'. */
+  float FlatPercent;
+  /** Percentage per weight break; of type 1 the first for all. An entry stays as it was when the
+   *  discount file has no such weight column, or one that begins below the tariff's break. */
+  float BreakPercent[9];
+} HostDiscountGroup;
+
 /** The discount file's four groups as LoadDiscounts copies them for the host: 1411 bytes. */
 typedef struct HostDiscountTable {
   char HostBytes[1233];      /**< The host's own; neither read nor written. */
   int16_t TableType;         /**< Host input: 1 = one percentage per group, its first. */
-  struct {
-    float Floor;             /**< Minimum charge in dollars. */
-    /** Flat percentage; of type 1 the group's first percentage, or group 0's for all groups when
-     *  DisGroupSelector is '1'. */
-    float FlatPercent;
-    /** Percentage per weight break; of type 1 the first for all. An entry stays as it was when the
-     *  discount file has no such weight column, or one that begins below the tariff's break. */
-    float BreakPercent[9];
-  } Groups[4];
+  HostDiscountGroup Groups[4];       /**< Groups 0 to 3 of the discount file. */
 } HostDiscountTable;
 
 /** One named set of the host's options, as ReadFendroOpt returns it: 1797 bytes. The members named

@@ -1,8 +1,8 @@
 /**
  * What a host lends the library and is lent by it, apart from rating: message boxes, the quit
- * message, and the loading of partner libraries. Texts are terminated. These functions are in a
- * library of their own, hundredweight-platform: a shared one, and on Windows a static one that
- * becomes part of the host. A Windows host need not have them.
+ * message, the loading of partner libraries, and a few texts. Texts are terminated. These functions
+ * are in a library of their own, hundredweight-platform: a shared one, and on Windows a static one
+ * that becomes part of the host. A Windows host need not have them.
  */
 #ifndef HUNDREDWEIGHT_PLATFORM_H
 #define HUNDREDWEIGHT_PLATFORM_H
@@ -45,6 +45,12 @@ HWT_API const char* PartnerLibraryError(void);
 /** Unloads what LoadPartnerLibrary returned; null is allowed. The partner must have been ended
  *  (EndTolvexdll, EndSGdll) and must not be called again. */
 HWT_API void UnloadPartnerLibrary(void* module);
+
+/** Version of the library, such as "0.1.0"; HWT_VERSION of version.h is that of the headers. */
+HWT_API const char* HundredweightVersion(void);
+/** The message of a code as the boxes show it, "Error occurred." for a code without one, and no
+ * box. Result: a text of the library's own, valid until the next call. */
+HWT_API const char* ErrorCodeText(int32_t code);
 
 #ifdef __cplusplus
 }

@@ -1,0 +1,149 @@
+// C#: structures of explicit layout, and the functions by P/Invoke.
+#include <fmt/core.h>
+
+#include "language.h"
+
+namespace languages {
+namespace {
+
+const TypeNames kFieldTypes = {{"char", "byte"},     {"unsigned char", "byte"}, {"uint8_t", "byte"},
+                               {"int16_t", "short"}, {"int32_t", "int"},        {"float", "float"}};
+
+const TypeNames kArgumentTypes = {
+    {"const char*", "byte[]"},
+    {"char*", "byte*"},
+    {"int32_t", "int"},
+    {"int32_t*", "int*"},
+    {"float", "float"},
+    {"void*", "IntPtr"},
+    {"RateContext*", "RateContext*"},
+    {"HostDiscountTable*", "HostDiscountTable*"},
+    {"MessageBoxHandler", "IntPtr"},
+    {"QuitHandler", "IntPtr"},
+};
+
+TypeNames ResultTypes() {
+    TypeNames names = kArgumentTypes;
+    names["void"] = "void";
+    names["bool"] = "bool";
+    names["const char*"] = "byte*";
+    names["EfcRecord*"] = "EfcRecord*";
+    return names;
+}
+
+constexpr const char* kIntroduction = R"(// {notice}
+//
+// A program is compiled for 64-bit machines, or with HWT_32BIT defined for 32-bit ones, and never
+// for both: the pointers in a RateContext move what follows them. Records lie in memory that is not
+// the run-time's own. Texts are bytes of the host's code page.
+using System;
+using System.Runtime.InteropServices;
+using System.Text;
+
+namespace Hundredweight {{
+
+public static class Version {{
+    public const string Headers = "{version}";
+}}
+
+/// <summary>Texts in fields of fixed width.</summary>
+public static unsafe class Field {{
+#if HWT_32BIT
+    internal const int Wider = 0;
+#else
+    internal const int Wider = 4;
+#endif
+
+    /// <summary>Whether records are laid out for the process that runs.</summary>
+    public static bool FitsProcess {{ get {{ return IntPtr.Size == 4 + Wider; }} }}
+
+    /// <summary>The text of a field, up to its first zero byte.</summary>
+    public static string Get(byte* field, int width) {{
+        int size = 0;
+        while (size < width && field[size] != 0) ++size;
+        byte[] bytes = new byte[size];
+        Marshal.Copy((IntPtr)field, bytes, 0, size);
+        return Encoding.GetEncoding(28591).GetString(bytes);
+    }}
+
+    /// <summary>Fills a field with a text and zero bytes; one that does not fit is refused.</summary>
+    public static void Put(byte* field, int width, string text) {{
+        byte[] bytes = Bytes(text, width);
+        if (bytes.Length > width) throw new ArgumentException(text);
+        Marshal.Copy(bytes, 0, (IntPtr)field, width);
+    }}
+
+    /// <summary>An argument: a text and its zero byte, of at least so many bytes.</summary>
+    public static byte[] Bytes(string text, int width = 0) {{
+        byte[] bytes = new byte[Math.Max(text.Length + 1, width)];
+        Encoding.GetEncoding(28591).GetBytes(text, 0, text.Length, bytes, 0);
+        return bytes;
+    }}
+}}
+)";
+
+std::string WriteField(const Json& field, const std::string& record, bool of_records) {
+    const std::string name = field["name"], type = field["type"];
+    const std::string place = ByWidth(field["offset"], "Field.Wider");
+    const bool single = field["dimensions"].empty();
+    const int count = field["count"];
+    if (type.ends_with('*')) {
+        return fmt::format("    [FieldOffset({})] public IntPtr {};\n", place, name);
+    }
+    const std::string element = of_records ? type : NameOf(type, kFieldTypes);
+    if (single) return fmt::format("    [FieldOffset({})] public {} {};\n", place, element, name);
+    if (!of_records) {
+        return fmt::format("    [FieldOffset({})] public fixed {} {}[{}];\n", place, element, name,
+                           count);
+    }
+    return fmt::format(
+        "    [FieldOffset({0})] public fixed byte {1}[{2} * {3}];\n"
+        "    public static {4}* {1}At({5}* record, int index) {{\n"
+        "        if (index < 0 || index >= {2}) throw new IndexOutOfRangeException();\n"
+        "        return ({4}*)record->{1} + index;\n"
+        "    }}\n",
+        place, name, count, field["width"]["32"].get<int>(), type, record);
+}
+
+std::string WriteFunction(const Json& function, const TypeNames& results) {
+    std::string arguments;
+    for (const Json& argument : function["arguments"]) {
+        arguments += fmt::format("{}{} {}", arguments.empty() ? "" : ", ",
+                                 NameOf(argument["type"], kArgumentTypes),
+                                 argument["name"].get<std::string>());
+    }
+    const std::string result = NameOf(function["result"], results);
+    return fmt::format(
+        "    [DllImport(\"{}\", ExactSpelling = true)]\n{}"
+        "    public static extern {} {}({});\n",
+        function["library"].get<std::string>(),
+        result == "bool" ? "    [return: MarshalAs(UnmanagedType.I1)]\n" : "", result,
+        function["name"].get<std::string>(), arguments);
+}
+
+}  // namespace
+
+std::string WriteCSharp(const Json& description) {
+    std::string text =
+        fmt::format(fmt::runtime(kIntroduction), fmt::arg("notice", FileNotice(description)),
+                    fmt::arg("version", description["version"].get<std::string>()));
+    for (const Json& record : description["records"]) {
+        const std::string name = record["name"];
+        text += fmt::format(
+            "\n[StructLayout(LayoutKind.Explicit, Pack = 1, Size = {})]\n"
+            "public unsafe struct {} {{\n",
+            ByWidth(record["size"], "Field.Wider"), name);
+        for (const Json& field : record["fields"]) {
+            text += WriteField(field, name, FindRecord(description, field["type"]) != nullptr);
+        }
+        text += "}\n";
+    }
+    text +=
+        "\n/// <summary>The functions. On Windows hundredweight-platform is no DLL.</summary>\n"
+        "public static unsafe class Library {\n";
+    const TypeNames results = ResultTypes();
+    for (const Json& function : description["functions"]) text += WriteFunction(function, results);
+    return text + "}\n\n}\n";
+}
+
+}  // namespace languages

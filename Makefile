@@ -4,6 +4,7 @@
 # make test-all      all three, and compares what the three make of the same shipments
 # make test-web      tests the rating screen in a browser
 # make load          loads the rating service, and holds every answer against cwt rate
+# make test-languages  builds and runs the hosts in C#, Pascal and Python
 # make fuzz          attacks it with inputs of every kind    make fuzz-minute  for a minute in all
 # make bench         measures what rating costs, against what it must cost
 # make bench-docs    puts what the last whole run of it gave into docs/performance.md
@@ -20,6 +21,7 @@ LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 WINE_PACKAGES    = debootstrap xvfb xauth
 WEB_PACKAGES     = chromium chromium-driver python3-selenium npm
+LANGUAGE_PACKAGES = mono-mcs mono-runtime fp-compiler python3-jsonschema
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
 BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib time
 LINT_PACKAGES    = clang-format clang-tidy
@@ -29,8 +31,8 @@ SAMPLE = sample
 # The targets share packages, trees and a display.
 .NOTPARALLEL:
 
-.PHONY: rate win32 test test-linux32 test-win32 test-all test-web load compare fuzz fuzz-minute \
-    bench bench-docs outcomes lint format clean packages
+.PHONY: rate win32 test test-linux32 test-win32 test-all test-web test-languages load compare fuzz \
+    fuzz-minute bench bench-docs outcomes lint format clean packages
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -76,6 +78,11 @@ load:
 	@HWT_TARGET=cwt scripts/build.sh release
 	@/usr/bin/python3 tests/service_load.py build/release/bin/cwt build/load $(LOAD)
 
+test-languages:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(LANGUAGE_PACKAGES)
+	@scripts/build.sh release
+	@scripts/test_languages.sh
+
 # What the tests of the three targets and the optimised build have made of the same shipments.
 compare:
 	@HWT_TARGET=transcript scripts/build.sh release -DBUILD_TESTING=ON
@@ -114,7 +121,8 @@ format:
 
 packages:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINUX32_PACKAGES) \
-	    $(WIN32_PACKAGES) $(WINE_PACKAGES) $(WEB_PACKAGES) $(FUZZ_PACKAGES) \
+	    $(WIN32_PACKAGES) $(WINE_PACKAGES) $(WEB_PACKAGES) $(LANGUAGE_PACKAGES) \
+	    $(FUZZ_PACKAGES) \
 	    $(LINT_PACKAGES)
 
 clean:

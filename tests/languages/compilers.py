@@ -1,0 +1,40 @@
+"""What compiles and runs a program of each language; None where its compiler is not installed."""
+import pathlib
+import shutil
+import subprocess
+
+
+def run(*command, **options):
+    done = subprocess.run([str(word) for word in command], capture_output=True, text=True, **options)
+    assert done.returncode == 0, f"{command}\n{done.stdout}{done.stderr}"
+    return done.stdout
+
+
+class CSharp:
+    def __init__(self, languages, *options):
+        self.unit, self.options = languages / "Hundredweight.cs", options
+        self.found = shutil.which("mcs") and shutil.which("mono")
+
+    def program(self, source, directory, _libraries):
+        program = directory / (source.stem + ".exe")
+        run("mcs", "-unsafe", "-warnaserror", *self.options, f"-out:{program}", source, self.unit)
+        return ["mono", program]
+
+
+class Pascal:
+    def __init__(self, languages):
+        self.languages = languages
+        self.found = shutil.which("fpc")
+
+    def program(self, source, directory, libraries):
+        program = directory / source.stem
+        # A program that calls none of the libraries does not load them.
+        run("fpc", "-v0", f"-Fu{self.languages}", f"-FU{directory}", f"-Fl{libraries}",
+            "-k--as-needed", f"-o{program}", source)
+        return [program]
+
+
+def write(directory, name, lines):
+    path = pathlib.Path(directory) / name
+    path.write_text("\n".join(lines) + "\n")
+    return path

@@ -5,6 +5,7 @@
 # make test-web      tests the rating screen in a browser
 # make load          loads the rating service, and holds every answer against cwt rate
 # make test-languages  builds and runs the hosts in C#, Pascal and Python
+# make test-languages-win32   Pascal's as a program of 32-bit Windows
 # make fuzz          attacks it with inputs of every kind    make fuzz-minute  for a minute in all
 # make bench         measures what rating costs, against what it must cost
 # make bench-docs    puts what the last whole run of it gave into docs/performance.md
@@ -21,7 +22,7 @@ LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 WINE_PACKAGES    = debootstrap xvfb xauth
 WEB_PACKAGES     = chromium chromium-driver python3-selenium npm
-LANGUAGE_PACKAGES = mono-mcs mono-runtime fp-compiler python3-jsonschema
+LANGUAGE_PACKAGES = mono-mcs mono-runtime fp-compiler fpc-source python3-jsonschema
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
 BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib time
 LINT_PACKAGES    = clang-format clang-tidy
@@ -31,8 +32,9 @@ SAMPLE = sample
 # The targets share packages, trees and a display.
 .NOTPARALLEL:
 
-.PHONY: rate win32 test test-linux32 test-win32 test-all test-web test-languages load compare fuzz \
-    fuzz-minute bench bench-docs outcomes lint format clean packages
+.PHONY: rate win32 test test-linux32 test-win32 test-all test-web test-languages \
+    test-languages-win32 load compare fuzz fuzz-minute bench bench-docs outcomes lint format clean \
+    packages
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -82,6 +84,14 @@ test-languages:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(LANGUAGE_PACKAGES)
 	@scripts/build.sh release
 	@scripts/test_languages.sh
+
+test-languages-win32:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(LANGUAGE_PACKAGES) $(WIN32_PACKAGES) \
+	    $(WINE_PACKAGES)
+	@scripts/build.sh release
+	@for target in languages hundredweight tolvex; do \
+	    HWT_TARGET=$$target scripts/build.sh win32 || exit 1; done
+	@scripts/test_languages_win32.sh
 
 # What the tests of the three targets and the optimised build have made of the same shipments.
 compare:

@@ -56,8 +56,8 @@ std::string WriteField(const Json& field, bool of_records) {
         of_records ? field["type"].get<std::string>() : NameOf(field["type"], kTypes);
     const Json& dimensions = field["dimensions"];
     for (auto each = dimensions.rbegin(); each != dimensions.rend(); ++each) {
-        type = fmt::format("{} * {}", type.find('*') == std::string::npos ? type : "(" + type + ")",
-                           each->get<int>());
+        const bool several = type.find('*') != std::string::npos;
+        type = fmt::format(fmt::runtime(several ? "({}) * {}" : "{} * {}"), type, each->get<int>());
     }
     return fmt::format("        (\"{}\", {}),\n", field["name"].get<std::string>(), type);
 }

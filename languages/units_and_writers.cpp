@@ -144,7 +144,7 @@ void AddUnitsAndWriters(Json& records) {
         for (Json& field : record["fields"]) {
             field["unit"] = UnitOf(field);
             field["writers"] = WritersOf(field, record, records);
-            if (field["meaning"] == "") AddMeaning(field, record, records);
+            if (field["meaning"].get<std::string>().empty()) AddMeaning(field, record, records);
         }
     }
 }

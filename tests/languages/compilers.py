@@ -34,6 +34,23 @@ class Pascal:
         return [program]
 
 
+class PascalForWindows:
+    """The compiler that build_pascal_cross.sh has built; its programs run under Wine."""
+    run_program = pathlib.Path(__file__).resolve().parents[2] / "scripts/run_windows_program.sh"
+
+    def __init__(self, languages, cross):
+        self.languages, self.cross, self.found = languages, pathlib.Path(cross), True
+
+    def program(self, source, directory, libraries):
+        program = directory / (source.stem + ".exe")
+        run(self.cross / "ppcross386", "-n", "-v0", "-Twin32", f"-Fu{self.cross / 'units'}",
+            f"-Fu{self.languages}", f"-FU{directory}", f"-o{program}", source)
+        # A program finds the libraries that lie beside it.
+        for library in pathlib.Path(libraries).glob("*.dll"):
+            shutil.copy(library, directory)
+        return [self.run_program, program]
+
+
 def write(directory, name, lines):
     path = pathlib.Path(directory) / name
     path.write_text("\n".join(lines) + "\n")

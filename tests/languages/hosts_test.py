@@ -1,4 +1,5 @@
-"""Runs the hosts in other languages on the sample data: a BUILD, the hosts' DIRECTORY.
+"""Runs the hosts in other languages on the sample data: a BUILD, the hosts' DIRECTORY;
+for 32-bit Windows its LIBRARIES and the compiler of Pascal.
 
 Each is to print the figures of the bill that cwt prints of the same shipment.
 """
@@ -8,7 +9,7 @@ import pathlib
 import sys
 import tempfile
 
-from compilers import CSharp, Pascal, run
+from compilers import CSharp, Pascal, PascalForWindows, run
 
 build, hosts = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2])
 languages = build / "share/hundredweight/languages"
@@ -41,20 +42,31 @@ def check_texts():
     assert platform.ErrorCodeText(1) == b"Error occurred."
 
 
+def programs_on_windows(scratch, sample):
+    libraries, cross = sys.argv[3:]
+    compiler = PascalForWindows(languages, cross)
+    command = compiler.program(hosts / "host.pas", scratch, libraries)
+    return {"Pascal on 32-bit Windows": command + ["Z:" + f"{sample}/".replace("/", "\\")]}
+
+
+def programs_here(scratch, sample):
+    programs = {"Python": [sys.executable, "-B", hosts / "host.py", sample, build / "lib"]}
+    for language, compiler, source in (("C#", CSharp(languages), "host.cs"),
+                                       ("Pascal", Pascal(languages), "host.pas")):
+        assert compiler.found, f"no compiler of {language} is installed"
+        programs[language] = compiler.program(hosts / source, scratch, build / "lib") + \
+            [f"{sample}/"]
+    return programs
+
+
 check_texts()
 with tempfile.TemporaryDirectory() as scratch:
     scratch = pathlib.Path(scratch)
     sample = scratch / "sample"
     run(build / "bin/cwt", "sample", sample)
     figures = expected_figures(sample)
-    programs = {"Python": [sys.executable, "-B", hosts / "host.py", f"{sample}/"]}
-    programs["Python"].append(build / "lib")
-    for language, compiler, source in (
-            ("C#", CSharp(languages), "host.cs"), ("Pascal", Pascal(languages), "host.pas")):
-        assert compiler.found, f"no compiler of {language} is installed"
-        programs[language] = compiler.program(hosts / source, scratch, build / "lib") + \
-            [f"{sample}/"]
-    for language, program in programs.items():
+    programs = programs_on_windows if len(sys.argv) > 3 else programs_here
+    for language, program in programs(scratch, sample).items():
         printed = run(*program).splitlines()
         assert printed == figures, f"{language} printed\n{printed}\nnot\n{figures}"
         print(f"{language}: {printed[-1]}, as cwt")

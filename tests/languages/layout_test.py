@@ -1,5 +1,5 @@
 """Holds the layout that each language gives the records against record.json: its DIRECTORY, SCHEMA,
-and the directory of the LIBRARIES.
+the directory of the LIBRARIES and, for 32-bit Windows, that of the compiler of Pascal.
 
 What record.json says is held against the C header when record_layout.c is compiled.
 """
@@ -13,7 +13,7 @@ import tempfile
 
 import jsonschema
 
-from compilers import CSharp, Pascal, run, write
+from compilers import CSharp, Pascal, PascalForWindows, run, write
 
 directory, languages = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[1]) / "languages"
 description = json.loads((directory / "record.json").read_text())
@@ -81,8 +81,7 @@ def csharp_layout(scratch, width):
     return as_printed(run(*compiler.program(source, scratch, libraries)))
 
 
-def pascal_layout(scratch):
-    compiler = Pascal(languages)
+def pascal_layout(scratch, compiler):
     if not compiler.found:
         return None
     lines = ["program layout;", "uses hundredweight;", "var start: Pointer;", "begin",
@@ -116,16 +115,25 @@ def basic_layout():
     return places
 
 
-with tempfile.TemporaryDirectory() as scratch:
-    scratch = pathlib.Path(scratch)
-    found = {
+def layouts_on_windows(scratch):
+    compiler = PascalForWindows(languages, sys.argv[4])
+    return {"Pascal on 32-bit Windows": (pascal_layout(scratch, compiler), stated("32"))}
+
+
+def layouts_here(scratch):
+    return {
         "Python": (python_layout(), stated(native)),
         "C#": (csharp_layout(scratch, native), stated(native)),
         "C# for 32 bits": (csharp_layout(scratch, "32"), stated("32", native == "32")),
-        "Pascal": (pascal_layout(scratch), stated(native)),
+        "Pascal": (pascal_layout(scratch, Pascal(languages)), stated(native)),
         "Basic": (basic_layout(), {name: (offset, size if "." not in name else None)
                                    for name, (offset, size) in stated("32").items()}),
     }
+
+
+with tempfile.TemporaryDirectory() as scratch:
+    layouts = layouts_on_windows if len(sys.argv) > 4 else layouts_here
+    found = layouts(pathlib.Path(scratch))
 for language, (layout, expected) in found.items():
     if layout is None:
         print(f"{language}: not checked, its compiler is not installed")

@@ -21,6 +21,12 @@ jsonschema.validate(description, json.loads(pathlib.Path(sys.argv[2]).read_text(
                     jsonschema.Draft202012Validator)
 records = description["records"]
 libraries = sys.argv[3]
+# On 32-bit Windows a function's name tells the bytes of its arguments, each of which takes four.
+tests = pathlib.Path(__file__).resolve().parents[1]
+decorated = (tests / "platform/win32/decorated_names.txt").read_text().split()
+assert sorted(decorated) == sorted(
+    f"{function['name']}@{4 * len(function['arguments'])}"
+    for function in description["functions"] if function["library"] == "hundredweight")
 native = str(struct.calcsize("P") * 8)
 
 

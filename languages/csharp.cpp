@@ -35,7 +35,7 @@ constexpr const char* kIntroduction = R"(// {notice}
 //
 // A program is compiled for 64-bit machines, or with HWT_32BIT defined for 32-bit ones, and never
 // for both: the pointers in a RateContext move what follows them. Records lie in memory that is not
-// the run-time's own. Texts are bytes of the host's code page.
+// the run-time's own. Texts are Latin-1; one that is not is refused.
 using System;
 using System.Runtime.InteropServices;
 using System.Text;
@@ -54,6 +54,9 @@ public static unsafe class Field {{
     internal const int Wider = 4;
 #endif
 
+    static readonly Encoding Latin1 = Encoding.GetEncoding(
+        28591, EncoderFallback.ExceptionFallback, DecoderFallback.ExceptionFallback);
+
     /// <summary>Whether records are laid out for the process that runs.</summary>
     public static bool FitsProcess {{ get {{ return IntPtr.Size == 4 + Wider; }} }}
 
@@ -63,10 +66,10 @@ public static unsafe class Field {{
         while (size < width && field[size] != 0) ++size;
         byte[] bytes = new byte[size];
         Marshal.Copy((IntPtr)field, bytes, 0, size);
-        return Encoding.GetEncoding(28591).GetString(bytes);
+        return Latin1.GetString(bytes);
     }}
 
-    /// <summary>Fills a field with a text and zero bytes; one that does not fit is refused.</summary>
+    /// <summary>Fills a field with a text; one that does not fit is refused.</summary>
     public static void Put(byte* field, int width, string text) {{
         byte[] bytes = Bytes(text, width);
         if (bytes.Length > width) throw new ArgumentException(text);
@@ -76,7 +79,7 @@ public static unsafe class Field {{
     /// <summary>An argument: a text and its zero byte, of at least so many bytes.</summary>
     public static byte[] Bytes(string text, int width = 0) {{
         byte[] bytes = new byte[Math.Max(text.Length + 1, width)];
-        Encoding.GetEncoding(28591).GetBytes(text, 0, text.Length, bytes, 0);
+        Latin1.GetBytes(text, 0, text.Length, bytes, 0);
         return bytes;
     }}
 }}
@@ -93,8 +96,13 @@ std::string WriteField(const Json& field, const std::string& record, bool of_rec
     const std::string element = of_records ? type : NameOf(type, kFieldTypes);
     if (single) return fmt::format("    [FieldOffset({})] public {} {};\n", place, element, name);
     if (!of_records) {
-        return fmt::format("    [FieldOffset({})] public fixed {} {}[{}];\n", place, element, name,
-                           count);
+        // The last dimension is the width of a text.
+        const std::string width = type != "char"
+                                      ? ""
+                                      : fmt::format("    public const int {}Width = {};\n", name,
+                                                    field["dimensions"].back().get<int>());
+        return fmt::format("    [FieldOffset({})] public fixed {} {}[{}];\n{}", place, element,
+                           name, count, width);
     }
     return fmt::format(
         "    [FieldOffset({0})] public fixed byte {1}[{2} * {3}];\n"

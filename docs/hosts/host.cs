@@ -26,9 +26,9 @@ static unsafe class Host {
     }
 
     static void Load(string directory) {
-        Field.Put(context->DataDir, 260, directory);
-        Field.Put(context->UserDir, 260, directory);
-        Field.Put(context->FileBase, 13, "SAMPLE");
+        Field.Put(context->DataDir, RateContext.DataDirWidth, directory);
+        Field.Put(context->UserDir, RateContext.UserDirWidth, directory);
+        Field.Put(context->FileBase, RateContext.FileBaseWidth, "SAMPLE");
         context->UseEngine = 1;
         context->EngineModule = Environment.OSVersion.Platform == PlatformID.Win32NT
             ? LoadLibraryA("tolvex") : Library.LoadPartnerLibrary(Field.Bytes("tolvex"));
@@ -49,14 +49,15 @@ static unsafe class Host {
     }
 
     static void EnterShipment() {
-        Field.Put(context->OrigZip, 7, "30303");
-        Field.Put(context->OrigCity, 31, "Atlanta");
-        Field.Put(context->OrigState, 3, "GA");
-        Field.Put(context->DestZip, 7, "60601");
-        Field.Put(context->DestCity, 31, "Chicago");
-        Field.Put(context->DestState, 3, "IL");
+        Field.Put(context->OrigZip, RateContext.OrigZipWidth, "30303");
+        Field.Put(context->OrigCity, RateContext.OrigCityWidth, "Atlanta");
+        Field.Put(context->OrigState, RateContext.OrigStateWidth, "GA");
+        Field.Put(context->DestZip, RateContext.DestZipWidth, "60601");
+        Field.Put(context->DestCity, RateContext.DestCityWidth, "Chicago");
+        Field.Put(context->DestState, RateContext.DestStateWidth, "IL");
         context->OrigTerritory = context->DestTerritory = (byte)'B';
-        Demand(Library.VerOrigZip(context) == 1 && Library.VerDestZip(context) == 1, "postal codes");
+        Demand(Library.VerOrigZip(context) == 1 && Library.VerDestZip(context) == 1,
+               "postal codes");
         Demand(Library.VerTerritory(context) == 1, "territory");
         Demand(Library.GetTolvexBse(context) == 1 && Library.GetTolvexTariffName(context) == 1,
                "tariff");
@@ -65,26 +66,33 @@ static unsafe class Host {
         EnterLine(1, "100", "695");
         context->DiscountOn = 1;
         context->Profile.DiscModeP = 1; // the values entered here are the discount
-        Field.Put(context->EntryDiscountPercent, 6, "45.5");
+        Field.Put(context->EntryDiscountPercent, RateContext.EntryDiscountPercentWidth, "45.5");
     }
 
-    static string Text(byte* field, int width) {
-        return Field.Get(field, width).Trim();
+    // An entry of a field's texts, or its only one.
+    static string Text(byte* field, int width, int entry = 0) {
+        return Field.Get(field + entry * width, width).Trim();
     }
 
     static void PrintBill() {
         for (int line = 0; line < 2; ++line) {
-            Console.WriteLine("line {0} {1} {2} {3}", Text(context->LineClass + line * 5, 5),
-                              Text(context->LineWeight + line * 7, 7),
-                              Text(context->LineRateText + line * 10, 10),
-                              Text(context->LineChargeText + line * 15, 15));
+            Console.WriteLine(
+                "line {0} {1} {2} {3}",
+                Text(context->LineClass, RateContext.LineClassWidth, line),
+                Text(context->LineWeight, RateContext.LineWeightWidth, line),
+                Text(context->LineRateText, RateContext.LineRateTextWidth, line),
+                Text(context->LineChargeText, RateContext.LineChargeTextWidth, line));
         }
-        Console.WriteLine("deficit {0} {1} {2}", Text(context->ExtraWeightText, 7),
-                          Text(context->ExtraRateText, 8), Text(context->ExtraChargeText, 10));
-        Console.WriteLine("gross {0}", Text(context->GrossChargeText, 15));
-        Console.WriteLine("discount {0} {1}", Text(context->DiscountPctText, 6),
-                          Text(context->DiscountAmountText, 9));
-        Console.WriteLine("net {0}", Text(context->NetChargeText, 9));
+        Console.WriteLine("deficit {0} {1} {2}",
+                          Text(context->ExtraWeightText, RateContext.ExtraWeightTextWidth),
+                          Text(context->ExtraRateText, RateContext.ExtraRateTextWidth),
+                          Text(context->ExtraChargeText, RateContext.ExtraChargeTextWidth));
+        Console.WriteLine("gross {0}",
+                          Text(context->GrossChargeText, RateContext.GrossChargeTextWidth));
+        Console.WriteLine("discount {0} {1}",
+                          Text(context->DiscountPctText, RateContext.DiscountPctTextWidth),
+                          Text(context->DiscountAmountText, RateContext.DiscountAmountTextWidth));
+        Console.WriteLine("net {0}", Text(context->NetChargeText, RateContext.NetChargeTextWidth));
     }
 
     static int Main(string[] arguments) {

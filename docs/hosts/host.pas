@@ -26,6 +26,7 @@ procedure LoadSet(const directory: AnsiString);
 var
   found: LongInt;
 begin
+  Demand(Length(directory) <= High(context^.DataDir), 'directory');
   StrPLCopy(context^.DataDir, directory, High(context^.DataDir));
   StrPLCopy(context^.UserDir, directory, High(context^.UserDir));
   StrPCopy(context^.FileBase, 'SAMPLE');
@@ -50,6 +51,7 @@ var
   text: array[0..6] of AnsiChar; { VerWeight reads 7 bytes of the text. }
 begin
   FillChar(text, SizeOf(text), 0);
+  Demand(Length(pounds) <= High(text), 'weight');
   StrPLCopy(text, pounds, High(text));
   Demand(VerClass(context, PAnsiChar(freight_class), line, 0) = 1, 'class');
   Demand(VerWeight(context, text, line) = 1, 'weight');

@@ -11,7 +11,7 @@ import sys
 import hundredweight_ctypes as hundredweight
 
 windows = os.name == "nt"
-directory = os.path.join(sys.argv[1], "").encode()
+directory = os.fsencode(os.path.join(sys.argv[1], ""))
 place = os.path.join(sys.argv[2], "") if len(sys.argv) > 2 else ""
 name = "{}.dll" if windows else "lib{}.so"
 library = hundredweight.load(place + name.format("hundredweight"))

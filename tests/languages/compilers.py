@@ -4,8 +4,9 @@ import shutil
 import subprocess
 
 
-def run(*command, **options):
-    done = subprocess.run([str(word) for word in command], capture_output=True, text=True, **options)
+def run(*command):
+    words = [str(word) for word in command]
+    done = subprocess.run(words, capture_output=True, text=True)
     assert done.returncode == 0, f"{command}\n{done.stdout}{done.stderr}"
     return done.stdout
 

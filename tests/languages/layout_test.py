@@ -80,8 +80,8 @@ def csharp_layout(scratch, width):
             foreign = field["type"].endswith("*") and width != native
             size = '"-"' if foreign else \
                 f'Marshal.SizeOf(typeof({name}).GetField("{field["name"]}").FieldType)'
-            lines.append(f'Console.WriteLine("{name}.{field["name"]} " + '
-                         f'((byte*){"&" if single else ""}r->{field["name"]} - start) + " " + {size});')
+            place = f'((byte*){"&" if single else ""}r->{field["name"]} - start)'
+            lines.append(f'Console.WriteLine("{name}.{field["name"]} " + {place} + " " + {size});')
         lines.append("}")
     source = write(scratch, f"layout{width}.cs", lines + ["} }"])
     return as_printed(run(*compiler.program(source, scratch, libraries)))

@@ -13,7 +13,8 @@ package=$(ls ./*.zip)
 cmake -E tar xf "$package"
 for file in README.md bin/hundredweight.dll bin/tolvex.dll bin/servgd.dll bin/cwt.exe \
     lib/hundredweight.lib lib/libhundredweight-platform.a include/hundredweight/exports.h \
-    docs/hosting.md sample/SAMPLE.SET sample/shipments/01-deficit-and-discount.json; do
+    docs/hosting.md share/hundredweight/record.json share/hundredweight/languages/Hundredweight.bas \
+    sample/SAMPLE.SET sample/shipments/01-deficit-and-discount.json; do
     [ -s "${package%.zip}/$file" ] || { echo "$file is missing in the package" >&2; exit 1; }
 done
 cmake -DOBJDUMP=i686-w64-mingw32-objdump -DLIBRARY="${package%.zip}/bin/hundredweight.dll" \

@@ -3,6 +3,7 @@ option(HWT_SANITIZE "Build with the address and undefined-behaviour sanitizers" 
 option(HWT_SANITIZE_HOST "With sanitizers, build the command and the sample data with them too" ON)
 option(HWT_FUZZ "Build the fuzz targets, and what they call instrumented for them" OFF)
 option(HWT_BENCH "Build the benchmark" OFF)
+option(HWT_PYTHON "Build the Python package" OFF)
 
 add_library(hwt_compile_options INTERFACE)
 target_compile_options(hwt_compile_options INTERFACE

@@ -1,5 +1,4 @@
 #include <fmt/core.h>
-#include <hundredweight/rate_context.h>
 
 #include <algorithm>
 #include <deque>
@@ -11,7 +10,6 @@
 #include "batch/crew_messages.h"
 #include "platform/worker_process.h"
 #include "session/messages.h"
-#include "text/path_text.h"
 
 namespace cwt {
 namespace {
@@ -40,14 +38,6 @@ struct Task {
         return std::string_view(job.block.text).substr(begin, job.block.lengths[place]);
     }
 };
-
-/// The same data wherever a partner changes the directory to, as far as the record has room for
-/// their path.
-Sources Fixed(Sources sources) {
-    const auto path = absolute(sources.data).lexically_normal();
-    if (PathText(path).size() + 1 < sizeof RateContext::DataDir) sources.data = path;
-    return sources;
-}
 
 /// What a worker does.
 void Work(const CrewTerms& terms, Foreman& foreman) {

@@ -1,6 +1,7 @@
 #include "session/sources.h"
 
 #include <fmt/core.h>
+#include <hundredweight/rate_context.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -83,6 +84,12 @@ std::filesystem::path FindDataDirectory(const std::filesystem::path& given,
     }
     throw Broken(
         fmt::format("no tariff set {} in {} or above; give --data", set, PathText(lowest)));
+}
+
+Sources Fixed(Sources sources) {
+    const auto path = absolute(sources.data).lexically_normal();
+    if (PathText(path).size() + 1 < sizeof RateContext::DataDir) sources.data = path;
+    return sources;
 }
 
 void RequireWholeRecords(const std::filesystem::path& file, std::size_t record_size) {

@@ -56,6 +56,10 @@ class KeptListing {
 std::filesystem::path FindDataDirectory(const std::filesystem::path& given,
                                         const std::filesystem::path& start, const std::string& set);
 
+/// The same data wherever a partner changes the directory to, as far as the record has room for
+/// their path.
+Sources Fixed(Sources sources);
+
 /// Throw Broken, with the reason, when a file cannot be written, or read to its end.
 void RequireWritable(const std::filesystem::path& file);
 void RequireReadable(const std::filesystem::path& file);

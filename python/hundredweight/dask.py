@@ -1,0 +1,112 @@
+"""Frames of a cluster: one session in each worker process, loaded once and kept."""
+from __future__ import annotations
+
+import logging
+import os
+import socket
+import threading
+from dataclasses import dataclass
+from typing import TYPE_CHECKING, Iterable, Optional, Union
+
+import pandas
+
+from . import _native
+from .frames import empty_frame
+from .session import Session
+
+if TYPE_CHECKING:
+    import dask.dataframe
+
+_log = logging.getLogger(__name__)
+
+
+@dataclass(frozen=True)
+class Terms:
+    """What a bill depends on besides its shipment."""
+
+    data: str
+    set: str
+    engine: str
+    service_guide: str
+    files: tuple[tuple[str, str], ...]  #: Size and digest by name, as the caller has them.
+
+    def changed_file(self) -> Optional[str]:
+        """A file of this host that is another than the caller's; None when all are the same."""
+        here = _native.data_files(self.data, self.set, self.engine, self.service_guide)
+        differing = set(self.files) ^ set(here.items())
+        return min(name for name, _ in differing) if differing else None
+
+
+_turn = threading.Lock()
+_kept: Optional[tuple[Terms, Session]] = None
+
+
+def rate(shipments: dask.dataframe.DataFrame, data: Union[str, os.PathLike[str], None] = None, *,
+         set: str = "SAMPLE", engine: str = "tolvex", service_guide: str = "servgd",
+         passed: Iterable[str] = ()) -> dask.dataframe.DataFrame:
+    """Rates a Dask frame of shipments, as ``hundredweight.rate_frame`` does one of pandas.
+
+    data: a directory that every worker sees by the same path, as the caller does, with the same
+    files in it, byte for byte. The other parameters are those of ``rate_frame``.
+
+    Result: a frame of the same partitions, divisions and index. Each worker process loads the set
+    once. Threads of one worker take turns at its session: start workers with one thread each.
+
+    Raises Broken, ValueError and TypeError at once for what can be seen here. When it is computed,
+    Broken for a host whose data are not there or are other ones.
+    """
+    data = _native.find_data("" if data is None else os.fspath(data), set)
+    files = _native.data_files(data, set, engine, service_guide)
+    terms = Terms(data, set, engine, service_guide, tuple(sorted(files.items())))
+    names = list(passed)
+    meta = empty_frame(shipments._meta, names)
+    return shipments.map_partitions(_rate_partition, terms, names, meta=meta)
+
+
+def close_session() -> None:
+    """Closes the session that this process keeps, so that it may have another."""
+    global _kept
+    with _turn:
+        if _kept is not None:
+            _kept[1].close()
+            _kept = None
+
+
+def _rate_partition(shipments: pandas.DataFrame, terms: Terms,
+                    passed: list[str]) -> pandas.DataFrame:
+    with _turn:
+        return _session(terms).rate_frame(shipments, passed=passed)
+
+
+def _session(terms: Terms) -> Session:
+    """The session that is kept, or another in its place when it is of other terms."""
+    global _kept
+    if _kept is not None:
+        if _kept[0] == terms:
+            return _kept[1]
+        _kept[1].close()
+        _kept = None
+    _tell_of_threads()
+    host = socket.gethostname()
+    if not os.path.isdir(terms.data):
+        raise _native.Broken(f"{host}: {terms.data} is not there; every worker must see the data "
+                             "by the path that the caller gave")
+    changed = terms.changed_file()
+    if changed is not None:
+        raise _native.Broken(f"{host}: {changed} is not the file that the caller has")
+    session = Session(terms.data, terms.set, engine=terms.engine,
+                      service_guide=terms.service_guide)
+    _kept = terms, session
+    return session
+
+
+def _tell_of_threads() -> None:
+    try:
+        from distributed import get_worker
+
+        threads = get_worker().state.nthreads
+    except (ImportError, ValueError):
+        return  # No worker of a cluster.
+    if threads > 1:
+        _log.warning("this worker has %d threads, which take turns at its one session; start "
+                     "workers with one thread each", threads)

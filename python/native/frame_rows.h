@@ -1,0 +1,38 @@
+// The shipments of a data frame as rows of a CSV table.
+#pragma once
+
+#include <pybind11/numpy.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "batch/block.h"
+
+namespace cwt {
+
+class FrameRows {
+ public:
+    /// The columns that are read, each an array of as many objects as there are rows.
+    FrameRows(std::vector<std::string> names, const std::vector<pybind11::array>& columns);
+
+    std::size_t size() const { return size_; }
+
+    /// The row of names, with its line end.
+    std::string Header() const;
+
+    /// Rows from `begin` on, at most so many that a block stays small. Throws pybind11::type_error,
+    /// with the column's name, for what is no cell of a table.
+    Block BlockFrom(std::size_t begin) const;
+
+ private:
+    struct FrameColumn {
+        std::string name;
+        pybind11::array cells;
+    };
+
+    std::vector<FrameColumn> columns_;
+    std::size_t size_ = 0;
+};
+
+}  // namespace cwt

@@ -6,6 +6,7 @@
 # make load          loads the rating service, and holds every answer against cwt rate
 # make test-languages  builds and runs the hosts in C#, Pascal and Python
 # make test-languages-win32   Pascal's as a program of 32-bit Windows
+# make python        builds the Python package    make test-python  tests it
 # make fuzz          attacks it with inputs of every kind    make fuzz-minute  for a minute in all
 # make bench         measures what rating costs, against what it must cost
 # make bench-docs    puts what the last whole run of it gave into docs/performance.md
@@ -23,6 +24,9 @@ WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 WINE_PACKAGES    = debootstrap xvfb xauth
 WEB_PACKAGES     = chromium chromium-driver python3-selenium npm
 LANGUAGE_PACKAGES = mono-mcs mono-runtime fp-compiler fpc-source python3-jsonschema
+PYTHON_PACKAGES  = pybind11-dev python3-dev python3-pandas
+PYTEST_PACKAGES  = python3-dask python3-distributed python3-matplotlib python3-nbclient \
+    python3-ipykernel
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
 BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib time
 LINT_PACKAGES    = clang-format clang-tidy
@@ -33,8 +37,8 @@ SAMPLE = sample
 .NOTPARALLEL:
 
 .PHONY: rate win32 test test-linux32 test-win32 test-all test-web test-languages \
-    test-languages-win32 load compare fuzz fuzz-minute bench bench-docs outcomes lint format clean \
-    packages
+    test-languages-win32 python test-python load compare fuzz fuzz-minute bench bench-docs outcomes \
+    lint format clean packages
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -93,6 +97,14 @@ test-languages-win32:
 	    HWT_TARGET=$$target scripts/build.sh win32 || exit 1; done
 	@scripts/test_languages_win32.sh
 
+python:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(PYTHON_PACKAGES)
+	@scripts/build.sh release -DHWT_PYTHON=ON
+
+test-python: python
+	@scripts/install_packages.sh $(PYTEST_PACKAGES)
+	@scripts/test_python.sh
+
 # What the tests of the three targets and the optimised build have made of the same shipments.
 compare:
 	@HWT_TARGET=transcript scripts/build.sh release -DBUILD_TESTING=ON
@@ -134,6 +146,8 @@ packages:
 	    $(WIN32_PACKAGES) $(WINE_PACKAGES) $(WEB_PACKAGES) $(LANGUAGE_PACKAGES) \
 	    $(FUZZ_PACKAGES) \
 	    $(LINT_PACKAGES)
+	    $(WIN32_PACKAGES) $(WINE_PACKAGES) $(WEB_PACKAGES) $(PYTHON_PACKAGES) \
+	    $(PYTEST_PACKAGES) $(FUZZ_PACKAGES) $(LINT_PACKAGES)
 
 clean:
 	@rm -rf build

@@ -1,0 +1,9 @@
+#!/bin/sh
+# Tests the Python package of the release build, one file after another.
+set -eu
+cd "$(dirname "$0")/.."
+
+PYTHONPATH=$(echo "$PWD"/build/release/lib/python3.*/dist-packages)
+export PYTHONPATH CWT="$PWD/build/release/bin/cwt"
+echo "Testing the Python package"
+exec /usr/bin/python3 -B -W error::ResourceWarning -m unittest discover -s tests/python -p "${1:-*_test.py}"

@@ -1,0 +1,125 @@
+"""Frames: the bills of a batch, rows and index kept, and what columns may hold."""
+import decimal
+import unittest
+
+import numpy
+import pandas
+from pandas.testing import assert_frame_equal
+
+import hundredweight as hw
+from samples import DATA, ROOT, copied_data, cwt, generated
+
+LANE = {"origin_zip": "30303", "destination_zip": "60601", "class_1": "70", "weight_1": 1205,
+        "tariff": "SMPLNATL"}
+
+
+def as_batch_writes(frame):
+    """A frame of bills as texts, under the names of the batch's CSV form."""
+    texts = {"row": [str(row) for row in range(1, len(frame) + 1)]}
+    for name, column in frame.items():
+        if "_cents" in name:
+            name = name.replace("_cents", "")
+            texts[name] = ["" if value is pandas.NA else str(decimal.Decimal(int(value)).scaleb(-2)) for value in column]
+        elif name == "discount_percent":
+            texts[name] = ["" if value is pandas.NA else f"{value:.2f}" for value in column]
+        elif name == "tariff_date":
+            texts[name] = ["" if value is pandas.NaT else f"{value:%Y-%m-%d}" for value in column]
+        else:
+            texts[name] = ["" if value is None or value is pandas.NA else str(value) for value in column]
+    return pandas.DataFrame(texts)
+
+
+class Frames(unittest.TestCase):
+    def setUp(self):
+        self.session = hw.Session(DATA)
+        self.addCleanup(self.session.close)
+
+    def test_the_rows_are_those_of_a_batch_in_one_process_and_in_two(self):
+        frame = generated(5000)
+        frame.to_csv(ROOT / "frame.csv", index=False)
+        cwt("batch", ROOT / "frame.csv", "-o", ROOT / "bills.csv", "--data", DATA)
+        expected = pandas.read_csv(ROOT / "bills.csv", dtype=str, keep_default_na=False)
+        self.assertEqual(set(expected.status), {"rated", "refused"})
+        here = self.session.rate_frame(frame)
+        assert_frame_equal(as_batch_writes(here), expected[as_batch_writes(here).columns])
+        self.assertEqual(len(here.columns), len(expected.columns) - 1)
+        assert_frame_equal(hw.rate_frame(frame, DATA, jobs=2), here)
+
+    def test_index_and_columns_that_nobody_reads_stay_as_they_are(self):
+        frame = pandas.DataFrame([LANE] * 3, index=pandas.Index([7, 7, 2], name="order"))
+        frame["shipped"] = pandas.date_range("2025-01-06", periods=3)
+        frame["status"] = pandas.Categorical(["a", "b", "a"])
+        for bills in (self.session.rate_frame(frame), hw.rate_frame(frame, DATA, jobs=1)):
+            self.assertTrue(bills.index.equals(frame.index))
+            self.assertEqual(bills.index.name, "order")
+            self.assertTrue(bills.shipped.array.equals(frame.shipped.array))
+            self.assertTrue((bills.input_status.array == frame.status.array).all())
+            self.assertEqual(list(bills.columns[:4]), ["id", "status", "shipped", "input_status"])
+
+    def test_values_are_taken_as_those_of_spreadsheets(self):
+        variants = {
+            "origin_zip": [30303, 30303.0, numpy.int32(30303), " 30303-1234 ", decimal.Decimal(30303)],
+            "class_1": [70, 70.0, numpy.float32(70), "70", decimal.Decimal(70)],
+            "weight_1": [1205, 1205.0, "1205.0", "1E+03", pandas.NA],
+            "factor": [None, numpy.nan, pandas.NA, "", numpy.float32(0.9)]}
+        expected = self.session.rate_frame(pandas.DataFrame([LANE])).total_due_cents[0]
+        for name, values in variants.items():
+            frame = pandas.DataFrame([LANE] * len(values))
+            frame[name] = pandas.Series(values, dtype=object)
+            bills = self.session.rate_frame(frame)
+            for row, bill in bills.iterrows():
+                with self.subTest(name=name, value=values[row]):
+                    if (name, row) == ("weight_1", 4):
+                        self.assertEqual((bill.status, bill.place), ("refused", "lines[0].weight"))
+                    elif row < 3 or name in ("origin_zip", "class_1"):
+                        self.assertEqual(bill.total_due_cents, expected, bill.reason)
+                    else:
+                        self.assertEqual(bill.status, "rated", bill.reason)
+        single = pandas.DataFrame([LANE]).assign(factor=numpy.array([0.9], dtype="float32"))
+        self.assertEqual(self.session.rate_frame(single).status[0], "rated")
+        zips = pandas.DataFrame([LANE] * 2).assign(origin_zip=[2134, None])
+        bills = self.session.rate_frame(zips)
+        self.assertNotIn("postal", bills.reason[0] or "")
+        self.assertEqual(bills.place[1], "origin.zip")
+
+    def test_texts_of_every_kind_keep_their_row(self):
+        names = ["a,b", 'say "so"', "two\nlines", "ö\u20ac", "zero\0byte", "\ud800", "x" * (2 << 20), ""]
+        frame = pandas.DataFrame([LANE] * len(names)).assign(id=names)
+        bills = self.session.rate_frame(frame)
+        self.assertEqual(list(bills.status), ["rated"] * 4 + ["refused"] * 3 + ["rated"])
+        self.assertEqual(list(bills.id[:4]), names[:4])
+        assert_frame_equal(hw.rate_frame(frame, DATA, jobs=2), bills)
+
+    def test_columns_that_cannot_be_relied_on_are_named(self):
+        frame = pandas.DataFrame([LANE])
+        cases = [
+            (ValueError, "lacks what every shipment has: weight_1", frame.drop(columns="weight_1")),
+            (ValueError, '"discont_percent".*"discount_percent" is most likely meant',
+             frame.assign(discont_percent=5)),
+            (ValueError, '"tariff" is there twice', pandas.concat([frame, frame[["tariff"]]], axis=1)),
+            (TypeError, '"weight_1" holds a list in row 1', frame.assign(weight_1=[[1]])),
+            (TypeError, '"id" is of the type datetime64', frame.assign(id=pandas.Timestamp("2025-01-06"))),
+            (TypeError, "a pandas DataFrame of shipments is wanted, not a dict", LANE)]
+        for kind, words, shipments in cases:
+            for rate in (self.session.rate_frame, lambda frame: hw.rate_frame(frame, DATA)):
+                self.assertRaisesRegex(kind, words, rate, shipments)
+        slip = frame.assign(discont_percent=5)
+        self.assertEqual(self.session.rate_frame(slip, passed=["discont_percent"]).discont_percent[0], 5)
+
+    def test_an_empty_frame_has_the_same_columns_and_types(self):
+        frame = pandas.DataFrame([LANE])
+        here = self.session.rate_frame(frame.iloc[:0])
+        assert_frame_equal(here, hw.rate_frame(frame.iloc[:0], DATA))
+        self.assertTrue((here.dtypes == self.session.rate_frame(frame).dtypes).all())
+
+    def test_what_breaks_gives_no_rows(self):
+        frame = pandas.DataFrame([LANE] * 10)
+        with copied_data("no-engine") as data:
+            (data / "tolvex-rates.txt").write_text("no rates")
+            self.assertRaisesRegex(hw.Broken, "tolvex-rates", hw.rate_frame, frame, data, jobs=2)
+        self.assertRaisesRegex(hw.Broken, "noengine", hw.rate_frame, frame, DATA, engine="noengine")
+        self.assertRaisesRegex(ValueError, "jobs", hw.rate_frame, frame, DATA, jobs=0)
+
+
+if __name__ == "__main__":
+    unittest.main()

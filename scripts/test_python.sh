@@ -6,4 +6,4 @@ cd "$(dirname "$0")/.."
 PYTHONPATH=$(echo "$PWD"/build/release/lib/python3.*/dist-packages)
 export PYTHONPATH CWT="$PWD/build/release/bin/cwt"
 echo "Testing the Python package"
-exec /usr/bin/python3 -B -W error::ResourceWarning -m unittest discover -s tests/python -p "${1:-*_test.py}"
+exec /usr/bin/python3 -B -m unittest discover -s tests/python -p "${1:-*_test.py}"

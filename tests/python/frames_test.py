@@ -57,30 +57,20 @@ class Frames(unittest.TestCase):
             self.assertEqual(list(bills.columns[:4]), ["id", "status", "shipped", "input_status"])
 
     def test_values_are_taken_as_those_of_spreadsheets(self):
-        variants = {
+        same = {
             "origin_zip": [30303, 30303.0, numpy.int32(30303), " 30303-1234 ", decimal.Decimal(30303)],
             "class_1": [70, 70.0, numpy.float32(70), "70", decimal.Decimal(70)],
-            "weight_1": [1205, 1205.0, "1205.0", "1E+03", pandas.NA],
-            "factor": [None, numpy.nan, pandas.NA, "", numpy.float32(0.9)]}
+            "weight_1": [1205.0, "1205.0", "1205", numpy.int64(1205), decimal.Decimal("1205.0")],
+            "factor": [None, numpy.nan, pandas.NA, pandas.NaT, ""]}
         expected = self.session.rate_frame(pandas.DataFrame([LANE])).total_due_cents[0]
-        for name, values in variants.items():
-            frame = pandas.DataFrame([LANE] * len(values))
-            frame[name] = pandas.Series(values, dtype=object)
-            bills = self.session.rate_frame(frame)
-            for row, bill in bills.iterrows():
-                with self.subTest(name=name, value=values[row]):
-                    if (name, row) == ("weight_1", 4):
-                        self.assertEqual((bill.status, bill.place), ("refused", "lines[0].weight"))
-                    elif row < 3 or name in ("origin_zip", "class_1"):
-                        self.assertEqual(bill.total_due_cents, expected, bill.reason)
-                    else:
-                        self.assertEqual(bill.status, "rated", bill.reason)
-        single = pandas.DataFrame([LANE]).assign(factor=numpy.array([0.9], dtype="float32"))
-        self.assertEqual(self.session.rate_frame(single).status[0], "rated")
-        zips = pandas.DataFrame([LANE] * 2).assign(origin_zip=[2134, None])
-        bills = self.session.rate_frame(zips)
-        self.assertNotIn("postal", bills.reason[0] or "")
-        self.assertEqual(bills.place[1], "origin.zip")
+        for name, values in same.items():
+            frame = pandas.DataFrame([LANE] * 5).assign(**{name: pandas.Series(values, dtype=object)})
+            self.assertEqual(list(self.session.rate_frame(frame).total_due_cents), [expected] * 5, name)
+        frame = pandas.DataFrame([LANE] * 2).assign(factor=numpy.array([0.9, 1], dtype="float32"))
+        self.assertEqual(list(self.session.rate_frame(frame).status), ["rated"] * 2)
+        frame = pandas.DataFrame([LANE] * 2).assign(origin_zip=[501.0, None])
+        bills = self.session.rate_frame(frame)
+        self.assertEqual((bills.origin_zip[0], bills.place[1]), ("00501", "origin.zip"))
 
     def test_texts_of_every_kind_keep_their_row(self):
         names = ["a,b", 'say "so"', "two\nlines", "ö\u20ac", "zero\0byte", "\ud800", "x" * (2 << 20), ""]

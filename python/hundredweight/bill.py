@@ -166,7 +166,7 @@ def bill_of(document: dict[str, Any], text: str,
     amounts = ("gross_charge", "net_charge", "minimum_charge", "surcharge", "total_due")
     tariff, discount, days = document["tariff"], document["discount"], document["transit_days"]
     by_break = document["charges_by_break"]
-    values = {
+    values: dict[str, Any] = {
         **document,
         **{name: Decimal(document[name]) for name in amounts},
         "tariff": Tariff(tariff["name"], date.fromisoformat(tariff["date"]), tariff["rate_code"]),
@@ -186,6 +186,7 @@ def bill_of(document: dict[str, Any], text: str,
 
 def explanation_of(document: dict[str, Any], text: str) -> Explanation:
     """The explanation of a document of the schema hundredweight/explanation/1."""
-    statements = (Statement(**{**statement, "sources": tuple(statement["sources"])})
+    statements = (Statement(statement["topic"], statement["words"], statement["figures"],
+                            statement["adds_up"], tuple(statement["sources"]))
                   for statement in document["statements"])
     return Explanation(tuple(statements), text)

@@ -15,7 +15,7 @@ from .frames import empty_frame
 from .session import Session
 
 if TYPE_CHECKING:
-    import dask.dataframe
+    from dask.dataframe import DataFrame
 
 _log = logging.getLogger(__name__)
 
@@ -41,9 +41,9 @@ _turn = threading.Lock()
 _kept: Optional[tuple[Terms, Session]] = None
 
 
-def rate(shipments: dask.dataframe.DataFrame, data: Union[str, os.PathLike[str], None] = None, *,
+def rate(shipments: DataFrame, data: Union[str, os.PathLike[str], None] = None, *,
          set: str = "SAMPLE", engine: str = "tolvex", service_guide: str = "servgd",
-         passed: Iterable[str] = ()) -> dask.dataframe.DataFrame:
+         passed: Iterable[str] = ()) -> DataFrame:
     """Rates a Dask frame of shipments, as ``hundredweight.rate_frame`` does one of pandas.
 
     data: a directory that every worker sees by the same path, as the caller does, with the same

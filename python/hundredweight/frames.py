@@ -46,7 +46,7 @@ class FrameShipments:
         return _native.FrameRows(self._read, self._cells)
 
 
-def _cells(name: str, column: pandas.Series) -> numpy.ndarray:
+def _cells(name: str, column: pandas.Series) -> numpy.ndarray[Any, Any]:
     kind = column.dtype.kind
     if kind in "mMc":
         raise TypeError(f"the column \"{name}\" is of the type {column.dtype}; texts, numbers and "
@@ -54,7 +54,8 @@ def _cells(name: str, column: pandas.Series) -> numpy.ndarray:
     if kind == "f" and column.dtype.itemsize < 8:
         # As a longer binary fraction it would have decimals that nobody wrote.
         column = column.astype(str).where(column.notna(), None)
-    return column.to_numpy(dtype=object)
+    cells: numpy.ndarray[Any, Any] = column.to_numpy(dtype=object)
+    return cells
 
 
 def frame_of(columns: _native.RowColumns, shipments: FrameShipments) -> pandas.DataFrame:

@@ -46,6 +46,7 @@ class Refused(ValueError):
 
 def refused(document: dict[str, Any], reason: str) -> Refused:
     """The exception for a document of the schema hundredweight/refusals/1."""
-    refusals = (Refusal(**{**refusal, "alternatives": tuple(refusal["alternatives"])})
+    refusals = (Refusal(refusal["place"], refusal["text"], refusal["code"], refusal["written"],
+                        tuple(refusal["alternatives"]))
                 for refusal in document["refusals"])
     return Refused(tuple(refusals), reason)

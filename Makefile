@@ -22,7 +22,8 @@ TEST_PACKAGES    = googletest binutils locales python3-jsonschema
 LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 WINE_PACKAGES    = debootstrap xvfb xauth
-WEB_PACKAGES     = chromium chromium-driver python3-selenium npm
+# An npm that is there may be another than Debian's, which does not suffer it.
+WEB_PACKAGES     = chromium chromium-driver python3-selenium $(if $(shell command -v npm),,npm)
 LANGUAGE_PACKAGES = mono-mcs mono-runtime fp-compiler fpc-source python3-jsonschema
 PYTHON_PACKAGES  = pybind11-dev python3-dev python3-pandas
 PYTEST_PACKAGES  = python3-dask python3-distributed python3-matplotlib python3-nbclient \

@@ -164,16 +164,16 @@ class Supervisor {
         }
         bool has_given = true;
         while (has_given) {
-            has_given = is_batch_next_ ? GivePinned() || GiveFirst(*current)
-                                       : GiveFirst(*current) || GivePinned();
+            has_given = is_batch_next_ ? GivePinned() || GiveFirst(current)
+                                       : GiveFirst(current) || GivePinned();
         }
     }
 
-    bool GiveFirst(Generation& current) {
-        if (waiting_.empty() || !current.pool().HasIdle()) return false;
+    bool GiveFirst(Generation* current) {
+        if (waiting_.empty() || !current->pool().HasIdle()) return false;
         const Parcel request = std::move(waiting_.front().request);
         waiting_.pop_front();
-        current.pool().Give(request.id, request.bytes);
+        current->pool().Give(request.id, request.bytes);
         is_batch_next_ = true;
         return true;
     }

@@ -119,6 +119,9 @@ TEST_F(CommandTest, RefusalsTellAllThatIsWrongWithItsPlaceAndWhatIsRight) {
         EXPECT_EQ(checked.complaints, rated.complaints);
         EXPECT_EQ(checked.exit_code, 1);
     }
+    std::string many;
+    for (int i = 0; i < 2000; ++i) many += "{},";
+    const std::string key = '"' + std::string(70, 'k') + "\": 1";
     const struct {
         std::string text, complaint;
     } texts[] = {
@@ -130,6 +133,8 @@ TEST_F(CommandTest, RefusalsTellAllThatIsWrongWithItsPlaceAndWhatIsRight) {
         {std::string(1000, '['), "too many levels"},
         {R"({"origin": {"zip": 1, "zip": 1}, "lines": [{"class": 1, "class": 1}]})",
          "origin.zip: the key is there twice"},
+        {"{" + key + "," + key + "}", std::string(64, 'k') + "...: the key is there twice"},
+        {"{\"lines\": [" + many + "{}]}", "more keys and values"},
         {std::string((8 << 20) + 1, ' '), "more than 8 MiB"},
     };
     for (const auto& [text, complaint] : texts) {

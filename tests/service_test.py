@@ -1,5 +1,6 @@
 """Holds cwt serve against its description, as a client and an attacker would: CWT ENGINE."""
 import concurrent.futures
+import fcntl
 import http.client
 import json
 import os
@@ -235,6 +236,14 @@ class ServiceTest(unittest.TestCase):
                 (b"\x1f\x8b\x08\x00 packed", "text/csv", 415, "wrong-type"),
                 (good, "application/json", 415, "wrong-type")):
             self.check(service.ask("POST", "/v1/batch", body, Content_Type=kind), status, problem)
+        joined = "origin_zip,destination_zip,tariff,class_1,weight_1,Discount %,ä\n" + "".join(
+            f"30303,60601,SMPLNATL,70,500,{rest}\n" for rest in ("1,", '1,"6 inch', '1,x"', "1,"))
+        told = service.ask("POST", "/v1/batch?pass=Discount%20%25", joined.encode(),
+                           Content_Type="text/csv")
+        self.assertEqual(told.text.count(b",rated,"), 3)
+        self.assertEqual([told.getheader("Cwt-" + name) for name in (
+            "Rows", "Rows-Of-Several-Lines", "Columns-Passed")],
+            ["3", "1; first=2", "Discount%20%25,%C3%A4"])
         full = self.start(largest_file=len(good) // 2)
         self.check(full.ask("POST", "/v1/batch", good), 503, "not-ready")
         self.check(full.rate(), 200)
@@ -335,6 +344,21 @@ class ServiceTest(unittest.TestCase):
         levels.write_bytes(levels.read_bytes().replace(b"2031", b"2032"))
         watching.wait_for("serving")
         self.assertIn(b"2032", watching.rate().text)
+        profiles = ROOT / "new" / "PROFILE.FIL"
+        profiles.write_bytes(profiles.read_bytes().replace(b"Northeast", b"Northwest"))
+        watching.wait_for("serving")
+        self.assertEqual(watching.ask("GET", "/v1/profiles/Northwest").status, 200)
+
+    def test_a_log_that_nobody_reads_holds_nothing_up(self):
+        service = self.start()
+        fcntl.fcntl(service.process.stderr, fcntl.F_SETPIPE_SZ, 4096)
+        for _ in range(60):
+            self.check(service.rate(), 200)
+        service.read_log()
+        self.check(service.rate(), 200)
+        service.read_log(1)
+        self.assertGreater(max(line.get("lines_dropped_before", 0) for line in service.log), 9)
+        self.assertEqual(service.stop(), 0)
 
     def test_a_token_is_wanted_where_one_is_told(self):
         secret, short, told = (ROOT / name for name in ("secret", "short", "told"))

@@ -1,21 +1,16 @@
 #include "text/nearest_word.h"
 
 #include <algorithm>
-#include <cctype>
 #include <numeric>
 #include <utility>
 #include <vector>
+
+#include "text/letters.h"
 
 namespace cwt {
 namespace {
 
 constexpr std::size_t kLongestWord = 64;  ///< Nobody means a longer one.
-
-std::string LowerCase(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return lower;
-}
 
 /// How many characters must be put in, left out or replaced (edit distance); `limit` when that many
 /// do not suffice to make it less.

@@ -39,31 +39,25 @@ Answer3 Refuse(const Refusals& refusals, const std::string& id) {
     return {false, RefusalsJson(refusals, id).dump(), ReasonOf(refusals)};
 }
 
+Answer3 AnswerOf(const Bill& bill) {
+    return {true, BillDocument(bill), BillText(bill)};
+}
+
+Answer3 AnswerOf(const ExplainedBill& explained) {
+    const auto& [bill, explanation] = explained;
+    return {true, ExplanationDocument(bill, explanation), ExplanationText(explanation)};
+}
+
+/// What a session makes of a shipment, a bill alone or with its explanation.
+template <auto kRate>
 Answer3 Rate(OneSession& one, const std::string& text) {
     return one.Use([&](Session& session) {
         Shipment shipment;
-        Refusals refusals = ReadShipmentJson(text, shipment);
+        const Refusals refusals = ReadShipmentJson(text, shipment);
         if (!refusals.empty()) return Refuse(refusals, shipment.id);
-        const Outcome outcome = session.Rate(shipment, kNoRequestCode);
-        if (const auto* found = std::get_if<Refusals>(&outcome)) {
-            return Refuse(*found, shipment.id);
-        }
-        const Bill& bill = std::get<Bill>(outcome);
-        return Answer3{true, BillDocument(bill), BillText(bill)};
-    });
-}
-
-Answer3 Explain(OneSession& one, const std::string& text) {
-    return one.Use([&](Session& session) {
-        Shipment shipment;
-        Refusals refusals = ReadShipmentJson(text, shipment);
-        if (!refusals.empty()) return Refuse(refusals, shipment.id);
-        const ExplainedOutcome outcome = session.Explain(shipment, kNoRequestCode);
-        if (const auto* found = std::get_if<Refusals>(&outcome)) {
-            return Refuse(*found, shipment.id);
-        }
-        const auto& [bill, explanation] = std::get<ExplainedBill>(outcome);
-        return Answer3{true, ExplanationDocument(bill, explanation), ExplanationText(explanation)};
+        const auto outcome = (session.*kRate)(shipment, kNoRequestCode);
+        const auto* const found = std::get_if<Refusals>(&outcome);
+        return found != nullptr ? Refuse(*found, shipment.id) : AnswerOf(std::get<0>(outcome));
     });
 }
 
@@ -116,8 +110,8 @@ void BindSession(py::module_& module) {
         }))
         .def_property_readonly("data", &OneSession::data)
         .def_property_readonly("said", &OneSession::said)
-        .def("rate", Rate)
-        .def("explain", Explain)
+        .def("rate", Rate<&Session::Rate>)
+        .def("explain", Rate<&Session::Explain>)
         .def("rate_rows", RateRows)
         .def("close", &OneSession::Close);
 }

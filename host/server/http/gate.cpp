@@ -6,18 +6,12 @@
 #include <iterator>
 #include <utility>
 
+#include "text/letters.h"
+
 namespace cwt {
 namespace {
 
 using enum ProblemKind;
-
-std::string InSmallLetters(std::string_view text) {
-    std::string small(text);
-    for (char& c : small) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return small;
-}
 
 /// Takes as long for any text of the same length.
 bool IsSame(std::string_view text, std::string_view secret) {
@@ -36,8 +30,8 @@ std::string_view WithoutPort(std::string_view host) {
 }
 
 void RequireOrigin(const Head& head) {
-    const std::string origin = InSmallLetters(head.Find("origin"));
-    const std::string host = InSmallLetters(head.Find("host"));
+    const std::string origin = LowerCase(head.Find("origin"));
+    const std::string host = LowerCase(head.Find("host"));
     const bool is_own = origin == "http://" + host || origin == "https://" + host;
     if (is_own || (origin.empty() && head.Find("sec-fetch-site") != "cross-site")) return;
     throw BadRequest(kForbidden, "Pages of other hosts may not ask this service");
@@ -61,7 +55,7 @@ void RequireType(const Head& head, const Route& route) {
 }  // namespace
 
 std::string TypeOfBody(const Head& head) {
-    const std::string text = InSmallLetters(head.Find("content-type"));
+    const std::string text = LowerCase(head.Find("content-type"));
     const std::size_t end = text.find_first_of("; \t");
     const std::size_t charset = text.find("charset=");
     if (charset != text.npos && text.find("utf-8", charset) == text.npos) {
@@ -71,13 +65,13 @@ std::string TypeOfBody(const Head& head) {
 }
 
 Gate::Gate(const Address& address, std::string token)
-    : host_(InSmallLetters(address.host)),
+    : host_(LowerCase(address.host)),
       token_(std::move(token)),
       is_open_(token_.empty() && address.is_loopback()) {}
 
 /// A page of elsewhere whose name was made to lead to this machine knows this machine by that name.
 void Gate::RequireHost(const Head& head) const {
-    const std::string written = InSmallLetters(head.Find("host"));
+    const std::string written = LowerCase(head.Find("host"));
     if (written.empty()) return;  // Of HTTP/1.0, which no browser speaks.
     const std::string_view host = WithoutPort(written);
     const std::string own = host_.find(':') == host_.npos ? host_ : "[" + host_ + "]";
@@ -92,8 +86,8 @@ void Gate::RequireHost(const Head& head) const {
 void Gate::RequireToken(const Head& head) const {
     constexpr std::string_view kScheme = "bearer ";
     const std::string_view written = head.Find("authorization");
-    const bool is_bearer = written.size() > kScheme.size() &&
-                           InSmallLetters(written.substr(0, kScheme.size())) == kScheme;
+    const bool is_bearer =
+        written.size() > kScheme.size() && LowerCase(written.substr(0, kScheme.size())) == kScheme;
     if (is_bearer && IsSame(written.substr(kScheme.size()), token_)) return;
     throw BadRequest(kUnauthorized, "A token is wanted: Authorization: Bearer TOKEN");
 }

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "text/letters.h"
+
 namespace cwt {
 namespace {
 
@@ -23,14 +25,6 @@ bool IsTokenCharacter(char c) {
 
 bool IsToken(std::string_view text) {
     return !text.empty() && std::ranges::all_of(text, IsTokenCharacter);
-}
-
-std::string InSmallLetters(std::string_view text) {
-    std::string small(text);
-    for (char& c : small) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return small;
 }
 
 std::string_view Trimmed(std::string_view text) {
@@ -74,7 +68,7 @@ void ReadField(std::string_view line, Head& head) {
             Refuse("A header field holds a control character");
         }
     }
-    head.fields.emplace_back(InSmallLetters(name), value);
+    head.fields.emplace_back(LowerCase(name), value);
 }
 
 /// What may stand there once alone.
@@ -97,7 +91,7 @@ void ReadLength(Head& head) {
     };
     if (has("transfer-encoding")) {
         if (has("content-length") || !head.is_newest ||
-            InSmallLetters(head.Find("transfer-encoding")) != "chunked") {
+            LowerCase(head.Find("transfer-encoding")) != "chunked") {
             Refuse("Of transfer codings chunked is taken, alone and without Content-Length");
         }
         head.is_chunked = true;
@@ -120,11 +114,11 @@ void ReadLength(Head& head) {
 
 void ReadConnection(Head& head) {
     std::string_view expected = head.Find("expect");
-    if (!expected.empty() && InSmallLetters(expected) != "100-continue") {
+    if (!expected.empty() && LowerCase(expected) != "100-continue") {
         Refuse("What is expected is not known");
     }
     head.ends_connection = !head.is_newest;
-    const std::string list = InSmallLetters(head.Find("connection"));
+    const std::string list = LowerCase(head.Find("connection"));
     for (std::string_view rest = list; !rest.empty();) {
         if (Trimmed(TakeTo(rest, ",")) == "close") head.ends_connection = true;
     }

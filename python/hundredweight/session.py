@@ -22,7 +22,9 @@ if TYPE_CHECKING:
 def _number(value: Any) -> Any:
     """A value of a dict that is no JSON's own: a decimal, or a number of numpy."""
     if isinstance(value, Decimal):
-        return float(value)
+        number = float(value)
+        # What a number would not hold is refused as it is written.
+        return number if Decimal(repr(number)) == value else str(value)
     if hasattr(value, "item"):
         return value.item()
     raise TypeError(f"a shipment holds no {type(value).__name__}")

@@ -42,8 +42,12 @@ bool TextOfOther(py::handle value, std::string& text) {
     const bool is_number = type == "Decimal" || type.starts_with("int") ||
                            type.starts_with("uint") || type.starts_with("float") || type == "bool_";
     if (!is_number) return false;
-    // What is no number is unequal to itself.
-    if (value.equal(value)) text = py::cast<std::string>(py::str(value));
+    // What is no number is unequal to itself, which Python asks of the same object by an operator
+    // alone.
+    const auto is_number_at_all =
+        py::reinterpret_steal<py::object>(PyObject_RichCompare(value.ptr(), value.ptr(), Py_EQ));
+    if (!is_number_at_all) throw py::error_already_set();
+    if (py::cast<bool>(py::bool_(is_number_at_all))) text = py::cast<std::string>(py::str(value));
     return true;
 }
 

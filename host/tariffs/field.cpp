@@ -1,0 +1,260 @@
+#include "tariffs/field.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+#include "text/code_page.h"
+
+namespace cwt {
+namespace {
+
+std::optional<std::string> BytesOfHex(std::string_view digits) {
+    if (digits.size() % 2 != 0) return std::nullopt;
+    std::string bytes;
+    for (std::size_t i = 0; i < digits.size(); i += 2) {
+        unsigned value = 0;
+        const auto [end, error] = std::from_chars(&digits[i], &digits[i] + 2, value, 16);
+        if (error != std::errc() || end != &digits[i] + 2) return std::nullopt;
+        bytes += static_cast<char>(value);
+    }
+    return bytes;
+}
+
+char Padding(const Field& field) {
+    if (field.kind == Kind::kText) return field.padding;
+    return field.kind == Kind::kRight || field.kind == Kind::kFlag || field.kind == Kind::kDate
+               ? ' '
+               : '\0';
+}
+
+std::string_view WithoutPadding(std::string_view bytes, char padding) {
+    const std::size_t last = bytes.find_last_not_of(padding);
+    return bytes.substr(0, last == bytes.npos ? 0 : last + 1);
+}
+
+template <class Number>
+std::string BytesOf(Number number) {
+    return std::string(reinterpret_cast<const char*>(&number), sizeof number);
+}
+
+template <class Number>
+Number NumberOf(std::string_view bytes) {
+    Number number;
+    std::memcpy(&number, bytes.data(), sizeof number);
+    return number;
+}
+
+/// A decimal number as people write it: a sign, digits, a point, digits.
+bool IsDecimal(std::string_view text) {
+    if (text.starts_with('-')) text.remove_prefix(1);
+    const std::size_t digits =
+        text.size() - static_cast<std::size_t>(std::ranges::count(text, '.'));
+    return digits > 0 && text.size() - digits <= 1 &&
+           text.find_first_not_of("0123456789.") == text.npos;
+}
+
+/// A decimal text with its point moved to the right by so many digits, or, negative, to the left.
+std::string WithPointMoved(std::string_view text, int digits) {
+    const std::string sign(text.starts_with('-') ? "-" : "");
+    text.remove_prefix(sign.size());
+    const std::size_t point = std::min(text.find('.'), text.size());
+    std::string whole(text.substr(0, point));
+    std::string part(point < text.size() ? text.substr(point + 1) : "");
+    for (; digits > 0; --digits) {
+        whole += part.empty() ? '0' : part[0];
+        if (!part.empty()) part.erase(0, 1);
+    }
+    for (; digits < 0; ++digits) {
+        part.insert(part.begin(), whole.empty() ? '0' : whole.back());
+        if (!whole.empty()) whole.pop_back();
+    }
+    whole.erase(0, whole.find_first_not_of('0'));
+    part.erase(part.find_last_not_of('0') + 1);
+    return sign + (whole.empty() ? "0" : whole) + (part.empty() ? "" : "." + part);
+}
+
+/// Plain decimals, never with an exponent.
+std::string FloatText(float number) {
+    char text[64];
+    const auto end = std::to_chars(text, text + sizeof text, number, std::chars_format::fixed).ptr;
+    return {text, end};
+}
+
+std::string DollarsText(float cents) {
+    std::string text = WithPointMoved(FloatText(cents), -2);
+    const std::size_t point = text.find('.');
+    if (point == text.npos) return text + ".00";
+    return text.size() - point < 3 ? text + '0' : text;
+}
+
+FieldBytes BytesOfFloat(std::string_view written, int point_moved) {
+    if (!IsDecimal(written)) return {{}, "is no decimal number"};
+    const std::string decimal = WithPointMoved(written, point_moved);
+    float number = 0;
+    const auto [end, error] =
+        std::from_chars(decimal.data(), decimal.data() + decimal.size(), number);
+    if (error != std::errc() || end != decimal.data() + decimal.size()) {
+        return {{}, "is too large, or too near to zero, for its field"};
+    }
+    const std::string kept = FloatText(number);
+    if (WithPointMoved(kept, 0) == WithPointMoved(decimal, 0)) return {BytesOf(number), {}};
+    return {BytesOf(number), "is kept as " + WithPointMoved(kept, -point_moved) +
+                                 ", the nearest number that its field holds"};
+}
+
+template <class Number>
+FieldBytes BytesOfWhole(std::string_view text) {
+    Number number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error == std::errc() && end == text.data() + text.size()) return {BytesOf(number), {}};
+    return {{},
+            fmt::format("is no whole number from {} to {}", std::numeric_limits<Number>::min(),
+                        std::numeric_limits<Number>::max())};
+}
+
+FieldBytes BytesOfCharacters(const Field& field, std::string_view text) {
+    if (!IsUtf8(text)) return {{}, "is not in UTF-8"};
+    std::optional<std::string> bytes = ToCodePage(text);
+    if (!bytes) return {{}, "has a character that the data cannot hold (they have Windows-1252)"};
+    if (bytes->size() > field.width) {
+        return {{}, fmt::format("has {} characters, and {} have room", bytes->size(), field.width)};
+    }
+    const std::size_t missing = field.width - bytes->size();
+    if (field.kind == Kind::kRight) {
+        bytes->insert(0, missing, ' ');
+    } else {
+        bytes->append(missing, Padding(field));
+    }
+    return {bytes, {}};
+}
+
+FieldBytes BytesOfDate(std::string_view text) {
+    const bool is_date =
+        text.size() == 10 && text[4] == '-' && text[7] == '-' &&
+        std::ranges::count_if(text, [](char c) { return '0' <= c && c <= '9'; }) == 8;
+    if (!is_date) return {{}, "is no date such as 2025-01-06"};
+    return {std::string(text.substr(0, 4)).append(text.substr(5, 2)).append(text.substr(8)), {}};
+}
+
+/// The text of bytes that keep the field's rule; what it gives for others does not come back.
+std::string RuleText(const Field& field, std::string_view bytes) {
+    switch (field.kind) {
+        case Kind::kText:
+            return FromCodePage(WithoutPadding(bytes, field.padding));
+        case Kind::kRight: {
+            const std::size_t start = std::min(bytes.find_first_not_of(' '), bytes.size());
+            // What is not aligned to the right is told by its padding.
+            return FromCodePage(bytes.ends_with(' ') && start < bytes.size() ? bytes
+                                                                             : bytes.substr(start));
+        }
+        case Kind::kFlag:
+            if (bytes == "Y") return "yes";
+            if (bytes == "N") return "no";
+            return FromCodePage(WithoutPadding(bytes, ' '));
+        case Kind::kInt:
+            return field.width == 2 ? fmt::format("{}", NumberOf<std::int16_t>(bytes))
+                                    : fmt::format("{}", NumberOf<std::int32_t>(bytes));
+        case Kind::kUnsigned:
+            return field.width == 2 ? fmt::format("{}", NumberOf<std::uint16_t>(bytes))
+                                    : fmt::format("{}", NumberOf<std::uint32_t>(bytes));
+        case Kind::kFloat:
+        case Kind::kCents: {
+            const auto number = NumberOf<float>(bytes);
+            if (!std::isfinite(number)) return HexOf(bytes);
+            return field.kind == Kind::kFloat ? FloatText(number) : DollarsText(number);
+        }
+        case Kind::kDate:
+            return fmt::format("{}-{}-{}", bytes.substr(0, 4), bytes.substr(4, 2), bytes.substr(6));
+    }
+    return {};
+}
+
+}  // namespace
+
+std::string HexOf(std::string_view bytes) {
+    std::string text(kHex);
+    for (const char byte : bytes) text += fmt::format("{:02x}", static_cast<unsigned char>(byte));
+    return text;
+}
+
+std::vector<Column> ColumnsOf(std::span<const Field> fields) {
+    std::vector<Column> columns;
+    for (const Field& field : fields) {
+        for (std::size_t i = 0; i < field.count; ++i) {
+            columns.push_back({field.count == 1 ? std::string(field.name)
+                                                : fmt::format("{}_{}", field.name, i + 1),
+                               &field, field.offset + i * field.width});
+        }
+    }
+    return columns;
+}
+
+std::string FieldText(const Field& field, std::string_view bytes) {
+    std::string text = RuleText(field, bytes);
+    const FieldBytes back = BytesOfText(field, text);
+    if (back.bytes == bytes && back.problem.empty()) return text;
+    return HexOf(WithoutPadding(bytes, Padding(field)));
+}
+
+FieldBytes BytesOfText(const Field& field, std::string_view text) {
+    if (text.starts_with(kHex)) {
+        std::optional<std::string> bytes = BytesOfHex(text.substr(kHex.size()));
+        if (!bytes) return {{}, "has no pairs of hexadecimal digits behind \"hex:\""};
+        if (bytes->size() > field.width) {
+            return {{}, fmt::format("has {} bytes, and {} have room", bytes->size(), field.width)};
+        }
+        bytes->resize(field.width, Padding(field));
+        return {bytes, {}};
+    }
+    if (text.empty()) {
+        if (!field.is_needed) return {BytesOfNothing(field), {}};
+        const bool is_text = field.kind == Kind::kText || field.kind == Kind::kRight;
+        if (!is_text) return {{}, "is empty"};
+    }
+    switch (field.kind) {
+        case Kind::kText:
+        case Kind::kRight:
+            return BytesOfCharacters(field, text);
+        case Kind::kFlag:
+            if (text == "yes") return {"Y", {}};
+            if (text == "no") return {"N", {}};
+            if (text == "Y" || text == "N") return {std::string(text), {}};
+            if (ToCodePage(text).value_or("  ").size() != 1) return {{}, "is neither yes nor no"};
+            return BytesOfCharacters(field, text);
+        case Kind::kInt:
+            return field.width == 2 ? BytesOfWhole<std::int16_t>(text)
+                                    : BytesOfWhole<std::int32_t>(text);
+        case Kind::kUnsigned:
+            return field.width == 2 ? BytesOfWhole<std::uint16_t>(text)
+                                    : BytesOfWhole<std::uint32_t>(text);
+        case Kind::kFloat:
+            return BytesOfFloat(text, 0);
+        case Kind::kCents:
+            return BytesOfFloat(text, 2);
+        case Kind::kDate:
+            return BytesOfDate(text);
+    }
+    return {};
+}
+
+std::string BytesOfNothing(const Field& field) {
+    return std::string(field.width, Padding(field));
+}
+
+std::string CarriedText(std::string_view bytes) {
+    std::string text = FromCodePage(bytes);
+    return !text.starts_with(kHex) && ToCodePage(text) == bytes ? text : HexOf(bytes);
+}
+
+std::optional<std::string> CarriedBytes(std::string_view text) {
+    if (text.starts_with(kHex)) return BytesOfHex(text.substr(kHex.size()));
+    return IsUtf8(text) ? ToCodePage(text) : std::nullopt;
+}
+
+}  // namespace cwt

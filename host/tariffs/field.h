@@ -1,0 +1,73 @@
+// A field of a binary record, and its text.
+//
+// Every field has exactly one text, and every text that is taken gives the field's bytes whole.
+// What a field holds beside its rule (a letter in a number, junk behind a terminator) is written as
+// its bytes in hexadecimal, "hex:30313aff", and taken back so.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cwt {
+
+/// What a text of bytes in hexadecimal begins with.
+inline constexpr std::string_view kHex = "hex:";
+std::string HexOf(std::string_view bytes);
+
+/// How a field's bytes are written.
+enum class Kind {
+    kText,      ///< Characters of Windows-1252, padded behind; UTF-8 in the text.
+    kRight,     ///< The same, padded with blanks in front, as numbers are.
+    kFlag,      ///< One character, 'Y' or 'N': yes or no; any other character is itself.
+    kInt,       ///< Little-endian two's complement of 2 or 4 bytes.
+    kUnsigned,  ///< Little-endian of 2 or 4 bytes.
+    kFloat,     ///< Binary32, written with the fewest digits that give the same number.
+    kCents,     ///< Binary32 of cents, written as dollars.
+    kDate,      ///< Eight digits, YYYYMMDD, written YYYY-MM-DD.
+};
+
+struct Field {
+    const char* name;  ///< Of the column or key. One that lies there `count` times has _1, _2, ...
+    std::size_t offset;
+    std::size_t width;
+    Kind kind;
+    const char* meaning;     ///< What it is, its unit, and what the library does with it.
+    bool is_needed = false;  ///< Otherwise it may be left out, and its bytes are padding.
+    std::size_t count = 1;
+    char padding = ' ';  ///< Of texts.
+};
+
+/// A field at its place in the record, those that lie there several times one by one.
+struct Column {
+    std::string name;
+    const Field* field;
+    std::size_t offset;
+
+    std::string_view In(std::string_view record) const {
+        return record.substr(offset, field->width);
+    }
+};
+std::vector<Column> ColumnsOf(std::span<const Field> fields);
+
+/// The text of a field's bytes.
+std::string FieldText(const Field& field, std::string_view bytes);
+
+/// Bytes of a text, or why it gives none.
+struct FieldBytes {
+    std::optional<std::string> bytes;
+    std::string problem;  ///< With bytes: how they differ from what was written.
+};
+FieldBytes BytesOfText(const Field& field, std::string_view text);
+
+/// The bytes of a field that is left out.
+std::string BytesOfNothing(const Field& field);
+
+/// Any bytes as a text that BytesOfText takes back for a text field of their size, or without one.
+std::string CarriedText(std::string_view bytes);
+std::optional<std::string> CarriedBytes(std::string_view text);
+
+}  // namespace cwt

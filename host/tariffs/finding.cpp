@@ -1,0 +1,41 @@
+#include "tariffs/finding.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+
+#include "text/code_page.h"
+
+namespace cwt {
+
+void Findings::Note(Place place, std::string text) {
+    list_.push_back({Finding::kNote, std::move(place), std::move(text)});
+}
+
+void Findings::Warn(Place place, std::string text) {
+    list_.push_back({Finding::kWarning, std::move(place), std::move(text)});
+}
+
+void Findings::Refuse(Place place, std::string text) {
+    list_.push_back({Finding::kError, std::move(place), std::move(text)});
+}
+
+bool Findings::Has(Finding::Level level) const {
+    return std::ranges::find(list_, level, &Finding::level) != list_.end();
+}
+
+void Findings::MakeStrict() {
+    for (Finding& finding : list_) {
+        if (finding.level == Finding::kWarning) finding.level = Finding::kError;
+    }
+}
+
+std::string FindingText(const Finding& finding) {
+    constexpr const char* kWords[] = {"note", "warning", "error"};
+    std::string text = finding.place.file;
+    if (finding.place.line > 0) text += fmt::format(":{}", finding.place.line);
+    if (finding.place.column > 0) text += fmt::format(":{}", finding.place.column);
+    return Printable(fmt::format("{}: {}: {}", text, kWords[finding.level], finding.text));
+}
+
+}  // namespace cwt

@@ -1,0 +1,48 @@
+// What is found in a tariff's files when they are exported, built or compared, with its place.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cwt {
+
+/// Where something stands: a file of the folder or set, a line and a column counted from 1 (in
+/// characters), 0 when it is not of one line or column.
+struct Place {
+    std::string file;
+    std::size_t line = 0;
+    std::size_t column = 0;
+};
+
+struct Finding {
+    enum Level {
+        kNote,     ///< Something is as it should be, and worth knowing.
+        kWarning,  ///< The set works, and hardly as it was meant.
+        kError,    ///< There is no set of this.
+    };
+    Level level;
+    Place place;
+    std::string text;
+};
+
+class Findings {
+ public:
+    void Note(Place place, std::string text);
+    void Warn(Place place, std::string text);
+    void Refuse(Place place, std::string text);
+
+    const std::vector<Finding>& list() const { return list_; }
+    bool Has(Finding::Level level) const;
+    /// Makes errors of all warnings.
+    void MakeStrict();
+
+ private:
+    std::vector<Finding> list_;
+};
+
+/// One line: "zip-ranges.csv:3:7: error: ...".
+std::string FindingText(const Finding& finding);
+
+}  // namespace cwt

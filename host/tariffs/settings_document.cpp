@@ -1,0 +1,244 @@
+#include "tariffs/settings_document.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "text/json_writer.h"
+#include "text/nearest_word.h"
+
+namespace cwt {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr std::string_view kSchema = "hundredweight/tariff-set/1";
+
+/// A text's characters, counted as they are read.
+class CountedCharacters {
+ public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = char;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const char*;
+    using reference = const char&;
+
+    CountedCharacters(const char* at, std::size_t* read) : at_(at), read_(read) {}
+    const char& operator*() const { return *at_; }
+    CountedCharacters& operator++() {
+        ++at_;
+        ++*read_;
+        return *this;
+    }
+    CountedCharacters operator++(int) {
+        const CountedCharacters before = *this;
+        ++*this;
+        return before;
+    }
+    bool operator==(const CountedCharacters& other) const { return at_ == other.at_; }
+    bool operator!=(const CountedCharacters& other) const { return at_ != other.at_; }
+
+ private:
+    const char* at_;
+    std::size_t* read_;
+};
+
+bool IsNumber(Kind kind) {
+    return kind == Kind::kInt || kind == Kind::kUnsigned || kind == Kind::kFloat;
+}
+
+Json ValueOf(const Field& field, const std::string& text) {
+    if (field.kind == Kind::kFlag && (text == "yes" || text == "no")) return text == "yes";
+    if (IsNumber(field.kind) && !text.starts_with(kHex)) {
+        // A number that JSON would write in another way stays a text.
+        Json number = Json::parse(text);
+        if (number.dump() == text) return number;
+    }
+    return text;
+}
+
+}  // namespace
+
+/// Takes the document's values as the parser meets them.
+class SettingsHandler : public nlohmann::json_sax<nlohmann::json> {
+ public:
+    SettingsHandler(std::string_view text, SettingsDocument& document, Findings& findings)
+        : text_(text), document_(document), findings_(findings) {}
+
+    std::size_t read = 0;  ///< Characters that the parser has taken.
+
+    bool null() override { return Value("null", false); }
+    bool boolean(bool value) override { return Value(value ? "yes" : "no", false); }
+    bool number_integer(number_integer_t value) override {
+        return Value(std::to_string(value), false);
+    }
+    bool number_unsigned(number_unsigned_t value) override {
+        return Value(std::to_string(value), false);
+    }
+    bool number_float(number_float_t, const string_t& written) override {
+        return Value(written, false);
+    }
+    bool string(string_t& value) override { return Value(value, true); }
+    bool binary(binary_t&) override { return false; }
+    bool start_object(std::size_t) override {
+        if (++depth_ <= 2) return depth_ == 1 || BeginSection();
+        return Refuse(place_, "a section has no sections of its own");
+    }
+    bool end_object() override {
+        if (--depth_ == 1) section_ = nullptr;
+        return true;
+    }
+    bool start_array(std::size_t) override {
+        return Refuse(place_, "is a list; none is read here");
+    }
+    bool end_array() override { return true; }
+    bool key(string_t& name) override {
+        key_ = name;
+        place_ = PlaceBefore(read - std::min(read, name.size() + 2));
+        return true;
+    }
+    bool parse_error(std::size_t position, const std::string&, const Json::exception&) override {
+        return Refuse(PlaceBefore(position > 0 ? position - 1 : 0),
+                      "this is no JSON in UTF-8, or it ends too early");
+    }
+
+ private:
+    Place PlaceBefore(std::size_t position) const {
+        const std::string_view before = text_.substr(0, position);
+        const std::size_t line_start = before.rfind('\n') + 1;
+        return {kSettingsFile, 1 + static_cast<std::size_t>(std::ranges::count(before, '\n')),
+                before.size() - line_start + 1};
+    }
+    bool Refuse(const Place& place, const std::string& text) {
+        findings_.Refuse(place, key_.empty() ? text : fmt::format("{}: {}", key_, text));
+        return false;
+    }
+    bool BeginSection() {
+        const auto [entry, is_new] = document_.sections_.try_emplace(key_);
+        if (!is_new) return Refuse(place_, "the section is there twice");
+        entry->second.place = place_;
+        section_ = &entry->second.settings;
+        return true;
+    }
+    bool Value(const std::string& text, bool is_text) {
+        if (section_ != nullptr) {
+            if (!section_->try_emplace(key_, Setting{text, place_}).second) {
+                return Refuse(place_, "the key is there twice");
+            }
+            return true;
+        }
+        if (depth_ != 1) return Refuse({kSettingsFile, 1, 1}, "an object is wanted");
+        if (key_ == "set" && is_text) {
+            document_.set_ = text;
+        } else if (key_ != "schema") {
+            return Refuse(place_, "is no section: an object of settings is wanted");
+        } else if (text != kSchema) {
+            return Refuse(place_, fmt::format("\"{}\" is wanted", kSchema));
+        }
+        return true;
+    }
+
+    std::string_view text_;
+    SettingsDocument& document_;
+    Findings& findings_;
+    int depth_ = 0;
+    std::string key_;
+    Place place_ = {kSettingsFile, 1, 1};
+    std::map<std::string, Setting>* section_ = nullptr;
+};
+
+SettingsDocument::SettingsDocument(std::string_view text, Findings& findings) {
+    SettingsHandler handler(text, *this, findings);
+    const CountedCharacters begin(text.data(), &handler.read);
+    const CountedCharacters end(text.data() + text.size(), &handler.read);
+    nlohmann::json::sax_parse(begin, end, &handler);
+}
+
+std::map<std::string, Setting>* SettingsDocument::Section(const std::string& name) {
+    const auto found = sections_.find(name);
+    return found == sections_.end() ? nullptr : &found->second.settings;
+}
+
+Place SettingsDocument::place_of(const std::string& section) const {
+    const auto found = sections_.find(section);
+    return found == sections_.end() ? Place{kSettingsFile} : found->second.place;
+}
+
+void SettingsDocument::TellUnused(Findings& findings) const {
+    std::vector<std::string_view> known;
+    for (const Family& family : Families()) {
+        if (family.shape == Shape::kSettings) known.push_back(family.text);
+    }
+    for (const auto& [name, section] : sections_) {
+        if (std::ranges::find(known, name) != known.end()) continue;
+        const auto nearest = NearestWord(name, known);
+        findings.Warn(section.place,
+                      fmt::format("nobody reads a section \"{}\"{}", name,
+                                  nearest.empty() ? "" : "; is " + nearest[0] + " meant?"));
+    }
+}
+
+struct SettingsWriter::Document {
+    Json json;
+};
+
+SettingsWriter::SettingsWriter(std::string set) : document_(std::make_unique<Document>()) {
+    document_->json = {{"schema", kSchema}, {"set", std::move(set)}};
+}
+
+SettingsWriter::~SettingsWriter() = default;
+
+void SettingsWriter::Add(const char* section, std::span<const Field> fields,
+                         std::string_view record) {
+    Json& values = document_->json[section] = Json::object();
+    for (const Column& column : ColumnsOf(fields)) {
+        const std::string_view bytes = column.In(record);
+        // A field that is left out says the same.
+        if (!column.field->is_needed && bytes == BytesOfNothing(*column.field)) continue;
+        values[column.name] = ValueOf(*column.field, FieldText(*column.field, bytes));
+    }
+}
+
+std::string SettingsWriter::Text() const {
+    return DocumentOf(document_->json);
+}
+
+std::string RecordOfSection(const char* section, std::span<const Field> fields, std::size_t size,
+                            char filling, SettingsDocument& document, Findings& findings) {
+    std::string record(size, filling);
+    std::map<std::string, Setting>& settings = *document.Section(section);
+    std::vector<std::string> names;
+    for (const Column& column : ColumnsOf(fields)) {
+        names.push_back(column.name);
+        const auto found = settings.find(column.name);
+        if (found == settings.end()) {
+            if (column.field->is_needed) {
+                findings.Refuse(document.place_of(section),
+                                fmt::format("{}: the key {} is missing", section, column.name));
+            }
+            record.replace(column.offset, column.field->width, BytesOfNothing(*column.field));
+            continue;
+        }
+        const FieldBytes given = BytesOfText(*column.field, found->second.text);
+        if (given.bytes) record.replace(column.offset, column.field->width, *given.bytes);
+        if (given.problem.empty()) continue;
+        const std::string text =
+            fmt::format("{}.{} \"{}\" {}", section, column.name, found->second.text, given.problem);
+        given.bytes ? findings.Warn(found->second.place, text)
+                    : findings.Refuse(found->second.place, text);
+    }
+    const std::vector<std::string_view> known(names.begin(), names.end());
+    for (const auto& [name, setting] : settings) {
+        if (std::ranges::find(names, name) != names.end()) continue;
+        const auto nearest = NearestWord(name, known);
+        findings.Warn(setting.place,
+                      fmt::format("{}: nobody reads a key \"{}\"{}", section, name,
+                                  nearest.empty() ? "" : "; is " + nearest[0] + " meant?"));
+    }
+    return record;
+}
+
+}  // namespace cwt

@@ -1,0 +1,143 @@
+#include "tariffs/sheet.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+
+#include "text/code_page.h"
+#include "text/csv.h"
+#include "text/nearest_word.h"
+
+namespace cwt {
+namespace {
+
+constexpr std::size_t kNone = std::string::npos;
+constexpr std::size_t kLongestRow = std::size_t{1} << 20;
+constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
+
+/// Where a cell of a row begins, in characters from 1.
+std::size_t CharacterOf(std::string_view row, std::size_t cell) {
+    std::size_t at = 0;
+    for (bool quoted = false; cell > 0 && at < row.size(); ++at) {
+        if (row[at] == '"') quoted = !quoted;
+        if (row[at] == ',' && !quoted) --cell;
+    }
+    const auto is_start = [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80;
+    };
+    return 1 + static_cast<std::size_t>(std::ranges::count_if(row.substr(0, at), is_start));
+}
+
+}  // namespace
+
+void SheetWriter::Cell(std::string_view text) {
+    if (!first_) text_ += ',';
+    AppendCsvField(text_, text);
+    first_ = false;
+}
+
+void SheetWriter::EndRow() {
+    text_ += '\n';
+    first_ = true;
+}
+
+SheetReader::SheetReader(std::string file, std::string_view text,
+                         const std::vector<Wanted>& columns, Findings& findings)
+    : file_(std::move(file)), rest_(text), findings_(findings) {
+    if (rest_.starts_with(kByteOrderMark)) rest_.remove_prefix(kByteOrderMark.size());
+    for (const Wanted& column : columns) names_.push_back(column.name);
+    indexes_.assign(columns.size(), kNone);
+    ReadHeader(columns);
+}
+
+void SheetReader::ReadHeader(const std::vector<Wanted>& columns) {
+    if (!ReadRow()) {
+        findings_.Refuse({file_, 1, 0}, "the header is missing: the first row names the columns");
+        return;
+    }
+    width_ = cells_.size();
+    const std::vector<std::string_view> known(names_.begin(), names_.end());
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
+        const Place place{file_, line_, CharacterOf(row_, i)};
+        const auto column = std::ranges::find(names_, cells_[i]);
+        if (column == names_.end()) {
+            const auto nearest = NearestWord(cells_[i], known);
+            findings_.Warn(place,
+                           fmt::format("nobody reads a column \"{}\"{}", cells_[i],
+                                       nearest.empty() ? "" : "; is " + nearest[0] + " meant?"));
+            continue;
+        }
+        std::size_t& index = indexes_[static_cast<std::size_t>(column - names_.begin())];
+        if (index != kNone) {
+            findings_.Refuse(place, fmt::format("the column {} is there twice", cells_[i]));
+        }
+        index = i;
+    }
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (indexes_[i] == kNone && columns[i].is_needed) {
+            findings_.Refuse({file_, line_, 0}, "the column " + names_[i] + " is missing");
+            rest_ = {};
+        }
+    }
+}
+
+bool SheetReader::ReadRow() {
+    for (;;) {
+        if (rest_.empty()) return false;
+        line_ = next_line_;
+        const std::size_t end = CsvRowEnd(rest_, true, kLongestRow);
+        row_ = rest_.substr(0, end);
+        rest_.remove_prefix(row_.size());
+        next_line_ += static_cast<std::size_t>(std::ranges::count(row_, '\n'));
+        if (end == kNone) {
+            findings_.Refuse(place(), "the row is longer than a million characters");
+            rest_ = {};
+            return false;
+        }
+        if (const std::string problem = SplitCsvRow(row_, cells_); !problem.empty()) {
+            findings_.Refuse(place(), problem);
+            continue;
+        }
+        if (cells_.size() == 1 && cells_[0].empty()) continue;
+        return true;
+    }
+}
+
+bool SheetReader::Next() {
+    while (ReadRow()) {
+        const bool is_blank = std::ranges::all_of(cells_, &std::string::empty);
+        if (cells_.size() == width_ && !is_blank) return true;
+        if (is_blank) {
+            findings_.Warn(place(), "the row is blank, and left out");
+        } else {
+            findings_.Refuse(
+                place(), fmt::format("the row has {} cells, the header {}", cells_.size(), width_));
+        }
+    }
+    return false;
+}
+
+std::string_view SheetReader::cell(std::size_t column) const {
+    return indexes_[column] == kNone ? std::string_view() : cells_[indexes_[column]];
+}
+
+Place SheetReader::place(std::size_t column) const {
+    return {file_, line_, indexes_[column] == kNone ? 0 : CharacterOf(row_, indexes_[column])};
+}
+
+std::string SheetReader::Words(std::size_t column, const std::string& text) const {
+    constexpr std::size_t kLongest = 40;
+    std::string held(cell(column));
+    if (held.size() > kLongest) held = held.substr(0, kLongest) + "...";
+    return fmt::format("{} \"{}\" {}", names_[column], Printable(held), text);
+}
+
+void SheetReader::Refuse(std::size_t column, const std::string& text) {
+    findings_.Refuse(place(column), Words(column, text));
+}
+
+void SheetReader::Warn(std::size_t column, const std::string& text) {
+    findings_.Warn(place(column), Words(column, text));
+}
+
+}  // namespace cwt

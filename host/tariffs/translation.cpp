@@ -1,0 +1,248 @@
+#include "tariffs/translation.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <optional>
+#include <set>
+
+#include "tariffs/family.h"
+#include "tariffs/folder.h"
+#include "tariffs/odd_files.h"
+#include "tariffs/record_text.h"
+#include "text/letters.h"
+
+namespace cwt {
+namespace {
+
+std::string FileNameOf(const Family& family, const std::string& set) {
+    const std::string_view extension = family.extension;
+    return extension.find('.') == extension.npos ? fmt::format("{}.{}", set, extension)
+                                                 : std::string(extension);
+}
+
+std::string_view WriteFile(const Family& family, const std::string& sheet, std::string_view bytes,
+                           FolderWriter& folder) {
+    switch (family.shape) {
+        case Shape::kSettings:
+        case Shape::kArray:
+        case Shape::kTable:
+            return WriteRecords(family, sheet, bytes, folder);
+        case Shape::kIndexed:
+            return WriteIndex(family, bytes, folder);
+        case Shape::kLines:
+            return WriteLines(family, bytes, folder);
+        case Shape::kCarried:
+            break;
+    }
+    return bytes;
+}
+
+std::optional<std::string> ReadFile(const Family& family, const std::string& sheet,
+                                    FolderReader& folder) {
+    switch (family.shape) {
+        case Shape::kSettings:
+        case Shape::kArray:
+        case Shape::kTable:
+            return ReadRecords(family, sheet, folder);
+        case Shape::kIndexed:
+            return ReadIndex(family, folder);
+        case Shape::kLines:
+            return ReadLines(family, folder);
+        case Shape::kCarried:
+            break;
+    }
+    return std::nullopt;
+}
+
+/// Whether a file is told by the bytes that are carried alone.
+bool IsWhollyCarried(const Family& family, std::string_view bytes, std::string_view rest) {
+    return family.shape != Shape::kTable && family.shape != Shape::kLines &&
+           rest.size() == bytes.size();
+}
+
+class Exporter {
+ public:
+    Exporter(const Files& data, const std::string& set) : data_(data), set_(set), folder_(set) {}
+
+    Translation Run(const std::vector<std::string>& option_files) {
+        for (const Family& family : Families()) {
+            Write(family, FileNameOf(family, set_), family.text, family.extension);
+        }
+        WriteZipTables();
+        for (const std::string& name : option_files) WriteOptions(name);
+        TellOthers();
+        result_.set = set_;
+        result_.files = folder_.Finish();
+        return std::move(result_);
+    }
+
+ private:
+    /// A file of the data, by its name in any letters.
+    const std::pair<const std::string, std::string>* Find(const std::string& name) {
+        const auto same = [&](const auto& file) {
+            return LowerCase(file.first) == LowerCase(name);
+        };
+        const auto exact = data_.find(name);
+        const auto found = exact != data_.end() ? exact : std::ranges::find_if(data_, same);
+        return found == data_.end() ? nullptr : &*found;
+    }
+
+    /// Writes a file, if it is there. `carried` is the name under which its other bytes are told.
+    void Write(const Family& family, const std::string& name, const std::string& sheet,
+               const std::string& carried) {
+        const auto* const file = Find(name);
+        if (file == nullptr || !written_.insert(file->first).second) return;
+        if (file->first != name) {
+            result_.findings.Note({file->first}, "a build writes it as " + name);
+        }
+        const std::string_view bytes = file->second;
+        const std::string_view rest = WriteFile(family, sheet, bytes, folder_);
+        const bool is_whole = IsWhollyCarried(family, bytes, rest);
+        if (is_whole || !rest.empty()) folder_.Carry(carried, rest);
+        if (family.shape == Shape::kCarried) return;
+        if (is_whole) {
+            result_.findings.Warn(
+                {file->first}, fmt::format("ends, with {} bytes, within its record; they are in {}",
+                                           bytes.size(), kCarriedFile));
+        } else if (!rest.empty() && !family.has_more) {
+            result_.findings.Note({file->first},
+                                  fmt::format("has {} bytes behind its last record, which nobody "
+                                              "reads; they are in {}",
+                                              rest.size(), kCarriedFile));
+        }
+    }
+
+    /// The ZIP tables that are named like profiles.
+    void WriteZipTables() {
+        const auto* const profiles = Find("PROFILE.FIL");
+        if (profiles == nullptr) return;
+        const Family& family = *FamilyOf("PROFILE.FIL");
+        const std::string_view bytes = profiles->second;
+        for (std::size_t at = 0; at + family.record_size <= bytes.size();
+             at += family.record_size) {
+            const std::string_view field = bytes.substr(at, family.fields[0].width);
+            const std::string name(field.substr(0, field.find('\0')));
+            if (name.empty()) continue;
+            const std::string file = name + ".ZP6";
+            if (data_.contains(file)) Write(kZipTable, file, ZipTableSheet(name), file);
+        }
+    }
+
+    static std::string ZipTableSheet(const std::string& name) {
+        return kZipTable.text + name + ".csv";
+    }
+
+    void WriteOptions(const std::string& name) {
+        const auto file = data_.find(name);
+        if (file == data_.end()) {
+            result_.findings.Refuse({name}, "there is no such option file");
+            return;
+        }
+        const Family& family = OptionFamily(file->second);
+        Write(family, name, family.text + name + ".csv", name);
+    }
+
+    /// The layouts are told apart as the library does it.
+    static const Family& OptionFamily(std::string_view bytes) {
+        constexpr std::string_view kCurrentMark("\1\0\0\0", 4);
+        if (bytes.size() % kEarlierOptionFile.record_size != 0) return kOptionFile;
+        bool is_current = !bytes.empty() && bytes.size() % kOptionFile.record_size == 0;
+        for (; is_current && !bytes.empty(); bytes.remove_prefix(kOptionFile.record_size)) {
+            is_current = bytes.starts_with(kCurrentMark);
+        }
+        return is_current ? kOptionFile : kEarlierOptionFile;
+    }
+
+    void TellOthers() {
+        for (const auto& [name, bytes] : data_) {
+            if (!written_.contains(name)) {
+                result_.findings.Note({name}, "is no file of " + set_ + ", and left out");
+            }
+        }
+    }
+
+    const Files& data_;
+    const std::string& set_;
+    FolderWriter folder_;
+    std::set<std::string> written_;
+    Translation result_;
+};
+
+class Builder {
+ public:
+    explicit Builder(const Files& folder) : files_(folder), folder_(folder, result_.findings) {}
+
+    Translation Run() {
+        result_.set = folder_.set();
+        if (!CheckSetName()) return std::move(result_);
+        for (const Family& family : Families()) {
+            Read(family, FileNameOf(family, folder_.set()), family.text, family.extension);
+        }
+        for (const Family* family : {&kZipTable, &kOptionFile, &kEarlierOptionFile}) {
+            ReadNamed(*family);
+        }
+        folder_.TellUnused();
+        return std::move(result_);
+    }
+
+ private:
+    bool CheckSetName() {
+        if (result_.findings.Has(Finding::kError)) return false;
+        constexpr std::size_t kLongest = 8;
+        const std::string& set = result_.set;
+        const bool is_name =
+            !set.empty() && set.size() <= kLongest && std::ranges::all_of(set, [](char c) {
+                return ('A' <= c && c <= 'Z') || ('a' <= c && c <= 'z') || ('0' <= c && c <= '9') ||
+                       c == '-' || c == '_';
+            });
+        if (!is_name) {
+            result_.findings.Refuse({kSettingsFile},
+                                    fmt::format("set \"{}\": a base name has 1 to {} letters, "
+                                                "digits, - and _",
+                                                set, kLongest));
+        }
+        return is_name;
+    }
+
+    void Read(const Family& family, const std::string& name, const std::string& sheet,
+              const std::string& carried) {
+        const auto records = ReadFile(family, sheet, folder_);
+        const auto rest = folder_.Carried(carried);
+        if (!records && !rest) return;
+        result_.files[name] = records.value_or("") + rest.value_or("");
+    }
+
+    /// The files of a family whose sheets bear their names.
+    void ReadNamed(const Family& family) {
+        const std::string_view folder = family.text;
+        constexpr std::string_view kCsv = ".csv";
+        for (const auto& [sheet, text] : files_) {
+            if (!sheet.starts_with(folder) || !sheet.ends_with(kCsv)) continue;
+            std::string name =
+                sheet.substr(folder.size(), sheet.size() - folder.size() - kCsv.size());
+            if (&family == &kZipTable) name += ".ZP6";
+            if (result_.files.contains(name)) {
+                result_.findings.Refuse({sheet}, "another sheet gives the file " + name);
+            }
+            Read(family, name, sheet, name);
+        }
+    }
+
+    const Files& files_;
+    Translation result_;
+    FolderReader folder_;
+};
+
+}  // namespace
+
+Translation ExportSet(const Files& data, const std::string& set,
+                      const std::vector<std::string>& option_files) {
+    return Exporter(data, set).Run(option_files);
+}
+
+Translation BuildSet(const Files& folder) {
+    return Builder(folder).Run();
+}
+
+}  // namespace cwt

@@ -62,7 +62,8 @@ struct Command {
 constexpr Command kCommands[] = {
     {"rate", cwt::AddRate},       {"check", cwt::AddCheck},   {"batch", cwt::AddBatch},
     {"inspect", cwt::AddInspect}, {"states", cwt::AddStates}, {"profiles", cwt::AddProfiles},
-    {"compare", cwt::AddCompare}, {"sample", cwt::AddSample},
+    {"compare", cwt::AddCompare}, {"export", cwt::AddExport}, {"build", cwt::AddBuild},
+    {"sample", cwt::AddSample},
 #ifdef HWT_SERVE
     {"serve", cwt::AddServe},
 #endif

@@ -35,6 +35,8 @@ void AddStates(CLI::App& app, int& exit_code);
 void AddProfiles(CLI::App& app, int& exit_code);
 void AddInspect(CLI::App& app, int& exit_code);
 void AddCompare(CLI::App& app, int& exit_code);
+void AddExport(CLI::App& app, int& exit_code);
+void AddBuild(CLI::App& app, int& exit_code);
 void AddSample(CLI::App& app, int& exit_code);
 /// Where the system has what it needs.
 void AddServe(CLI::App& app, int& exit_code);

@@ -26,11 +26,24 @@ std::optional<std::string> BytesOfHex(std::string_view digits) {
     return bytes;
 }
 
+bool IsText(Kind kind) {
+    return kind == Kind::kText || kind == Kind::kPostal || kind == Kind::kCode ||
+           kind == Kind::kRight;
+}
+
 char Padding(const Field& field) {
-    if (field.kind == Kind::kText) return field.padding;
-    return field.kind == Kind::kRight || field.kind == Kind::kFlag || field.kind == Kind::kDate
-               ? ' '
-               : '\0';
+    if (IsText(field.kind)) return field.padding;
+    return field.kind == Kind::kFlag || field.kind == Kind::kDate ? ' ' : '\0';
+}
+
+/// A text with the zeros that a spreadsheet has taken for those of a number.
+std::string WithZeros(const Field& field, std::string_view text) {
+    constexpr std::size_t kZipDigits = 5;
+    if (text.empty() || text.find_first_not_of("0123456789") != text.npos) return std::string(text);
+    std::size_t zeros = 0;
+    if (field.kind == Kind::kPostal && text.size() + 1 == kZipDigits) zeros = 1;
+    if (field.kind == Kind::kCode && text.size() < field.width) zeros = field.width - text.size();
+    return std::string(zeros, '0').append(text);
 }
 
 std::string_view WithoutPadding(std::string_view bytes, char padding) {
@@ -146,6 +159,8 @@ FieldBytes BytesOfDate(std::string_view text) {
 std::string RuleText(const Field& field, std::string_view bytes) {
     switch (field.kind) {
         case Kind::kText:
+        case Kind::kPostal:
+        case Kind::kCode:
             return FromCodePage(WithoutPadding(bytes, field.padding));
         case Kind::kRight: {
             const std::size_t start = std::min(bytes.find_first_not_of(' '), bytes.size());
@@ -214,13 +229,19 @@ FieldBytes BytesOfText(const Field& field, std::string_view text) {
     }
     if (text.empty()) {
         if (!field.is_needed) return {BytesOfNothing(field), {}};
-        const bool is_text = field.kind == Kind::kText || field.kind == Kind::kRight;
-        if (!is_text) return {{}, "is empty"};
+        if (!IsText(field.kind)) return {{}, "is empty"};
     }
     switch (field.kind) {
         case Kind::kText:
         case Kind::kRight:
             return BytesOfCharacters(field, text);
+        case Kind::kPostal:
+        case Kind::kCode: {
+            const std::string whole = WithZeros(field, text);
+            FieldBytes given = BytesOfCharacters(field, whole);
+            if (whole != text) given.problem = "is taken for " + whole + ": zeros were dropped";
+            return given;
+        }
         case Kind::kFlag:
             if (text == "yes") return {"Y", {}};
             if (text == "no") return {"N", {}};
@@ -248,8 +269,10 @@ std::string BytesOfNothing(const Field& field) {
 }
 
 std::string CarriedText(std::string_view bytes) {
+    // Blanks at an end would be lost on the way through an editor.
+    const bool is_open = bytes.starts_with(' ') || bytes.ends_with(' ');
     std::string text = FromCodePage(bytes);
-    return !text.starts_with(kHex) && ToCodePage(text) == bytes ? text : HexOf(bytes);
+    return !is_open && !text.starts_with(kHex) && ToCodePage(text) == bytes ? text : HexOf(bytes);
 }
 
 std::optional<std::string> CarriedBytes(std::string_view text) {

@@ -21,7 +21,9 @@ std::string HexOf(std::string_view bytes);
 /// How a field's bytes are written.
 enum class Kind {
     kText,      ///< Characters of Windows-1252, padded behind; UTF-8 in the text.
-    kRight,     ///< The same, padded with blanks in front, as numbers are.
+    kPostal,    ///< The same, a postal code; of four digits a spreadsheet has dropped a zero.
+    kCode,      ///< The same; of digits that do not fill it, zeros have been dropped.
+    kRight,     ///< Characters padded with blanks in front, as numbers are.
     kFlag,      ///< One character, 'Y' or 'N': yes or no; any other character is itself.
     kInt,       ///< Little-endian two's complement of 2 or 4 bytes.
     kUnsigned,  ///< Little-endian of 2 or 4 bytes.

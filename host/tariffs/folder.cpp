@@ -2,6 +2,8 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
+
 namespace cwt {
 namespace {
 
@@ -9,19 +11,38 @@ constexpr std::size_t kBytesOfRow = 64;
 
 }  // namespace
 
+bool IsTariffText(std::string_view name) {
+    if (name == kSettingsFile || name == kCarriedFile) return true;
+    for (const Family& family : Families()) {
+        const auto is_sheet = [&](const Inner& inner) { return name == inner.sheet; };
+        if (name == family.text || std::ranges::any_of(family.inner, is_sheet)) return true;
+    }
+    return std::ranges::any_of(
+        std::initializer_list<const Family*>{&kZipTable, &kOptionFile, &kEarlierOptionFile},
+        [&](const Family* family) {
+            return name.starts_with(family->text) && name.ends_with(".csv");
+        });
+}
+
 void FolderWriter::Carry(std::string_view file, std::string_view bytes) {
     SheetWriter sheet(carried_);
     do {
+        const std::string_view row = bytes.substr(0, kBytesOfRow);
+        std::size_t times = 0;
+        do {
+            bytes.remove_prefix(row.size());
+            ++times;
+        } while (!row.empty() && bytes.starts_with(row));
         sheet.Cell(file);
-        sheet.Cell(CarriedText(bytes.substr(0, kBytesOfRow)));
+        sheet.Cell(fmt::format("{}", times));
+        sheet.Cell(CarriedText(row));
         sheet.EndRow();
-        bytes.remove_prefix(std::min(bytes.size(), kBytesOfRow));
     } while (!bytes.empty());
 }
 
 Files FolderWriter::Finish() {
     files_[kSettingsFile] = settings_.Text();
-    if (!carried_.empty()) files_[kCarriedFile] = "file,bytes\n" + carried_;
+    if (!carried_.empty()) files_[kCarriedFile] = "file,times,bytes\n" + carried_;
     return std::move(files_);
 }
 
@@ -46,16 +67,20 @@ std::optional<std::string_view> FolderReader::Sheet(const std::string& name) {
 void FolderReader::ReadCarried() {
     const auto text = Sheet(kCarriedFile);
     if (!text) return;
-    SheetReader sheet(kCarriedFile, *text, {{"file", true}, {"bytes", true}}, findings_);
+    constexpr std::size_t kMostBytes = std::size_t{1} << 30;
+    SheetReader sheet(kCarriedFile, *text, {{"file", true}, {"times", true}, {"bytes", true}},
+                      findings_);
     while (sheet.Next()) {
-        const auto bytes = CarriedBytes(sheet.cell(1));
+        const auto bytes = CarriedBytes(sheet.cell(2));
+        const std::size_t times =
+            sheet.Number(1, kMostBytes / std::max<std::size_t>(1, bytes.value_or("").size()));
         if (!bytes) {
-            sheet.Refuse(1, "is neither a text of Windows-1252 nor hexadecimal digits behind hex:");
+            sheet.Refuse(2, "is neither a text of Windows-1252 nor hexadecimal digits behind hex:");
             continue;
         }
         const auto [file, is_new] = carried_.try_emplace(std::string(sheet.cell(0)));
         if (is_new) file->second.place = sheet.place(0);
-        file->second.bytes += *bytes;
+        for (std::size_t i = 0; i < times; ++i) file->second.bytes += *bytes;
     }
 }
 

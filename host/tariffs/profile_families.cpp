@@ -41,10 +41,10 @@ constexpr Field kProfileFields[] = {
 };
 
 constexpr Field kZipDiscountFields[] = {
-    {"origin_first", 0, 7, kText, "Lowest postal code of the origin; nothing: a discount between two states."},
-    {"origin_last", 7, 7, kText, "Highest postal code of the origin, included; or its state."},
-    {"destination_first", 14, 7, kText, "Lowest postal code of the destination."},
-    {"destination_last", 21, 7, kText, "Highest postal code of the destination, included; or its state."},
+    {"origin_first", 0, 7, kPostal, "Lowest postal code of the origin; nothing: a discount between two states."},
+    {"origin_last", 7, 7, kPostal, "Highest postal code of the origin, included; or its state."},
+    {"destination_first", 14, 7, kPostal, "Lowest postal code of the destination."},
+    {"destination_last", 21, 7, kPostal, "Highest postal code of the destination, included; or its state."},
     {"flat_percent", 28, 8, kRight, "Flat discount, percent."},
     {"percent", 36, 8, kRight, "Discount by weight break, percent. The first record that fits holds.", false, 9},
     {"floor_dollars", 108, 7, kRight, "Minimum charge, dollars."},

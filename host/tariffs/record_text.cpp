@@ -2,8 +2,6 @@
 
 #include <fmt/core.h>
 
-#include <charconv>
-
 namespace cwt {
 namespace {
 
@@ -37,18 +35,6 @@ void WriteInner(const Family& family, std::string_view record, std::size_t numbe
     }
 }
 
-/// A number from 1 to `most` in a cell; 0, which is refused, when there is another.
-std::size_t NumberIn(SheetReader& sheet, std::size_t column, std::size_t most) {
-    const std::string_view text = sheet.cell(column);
-    std::size_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error == std::errc() && end == text.data() + text.size() && number >= 1 && number <= most) {
-        return number;
-    }
-    sheet.Refuse(column, fmt::format("is no number from 1 to {}", most));
-    return 0;
-}
-
 /// Puts the entries that the folder tells into a file's records.
 void ReadInner(const Family& family, std::string& records, FolderReader& folder) {
     const bool is_table = family.shape == Shape::kTable;
@@ -64,8 +50,8 @@ void ReadInner(const Family& family, std::string& records, FolderReader& folder)
         SheetReader sheet(inner.sheet, *text, wanted, folder.findings());
         std::vector<bool> is_told(count * inner.count);
         while (sheet.Next()) {
-            const std::size_t record = is_table ? NumberIn(sheet, 0, count) : 1;
-            const std::size_t entry = NumberIn(sheet, first - 1, inner.count);
+            const std::size_t record = is_table ? sheet.Number(0, count) : 1;
+            const std::size_t entry = sheet.Number(first - 1, inner.count);
             const std::string bytes =
                 ReadCells(columns, first, inner.stride, family.filling, sheet);
             if (record == 0 || entry == 0) continue;

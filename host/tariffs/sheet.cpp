@@ -3,6 +3,7 @@
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <charconv>
 
 #include "text/code_page.h"
 #include "text/csv.h"
@@ -119,6 +120,17 @@ bool SheetReader::Next() {
 
 std::string_view SheetReader::cell(std::size_t column) const {
     return indexes_[column] == kNone ? std::string_view() : cells_[indexes_[column]];
+}
+
+std::size_t SheetReader::Number(std::size_t column, std::size_t most) {
+    const std::string_view text = cell(column);
+    std::size_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error == std::errc() && end == text.data() + text.size() && number >= 1 && number <= most) {
+        return number;
+    }
+    Refuse(column, fmt::format("is no number from 1 to {}", most));
+    return 0;
 }
 
 Place SheetReader::place(std::size_t column) const {

@@ -44,6 +44,8 @@ class SheetReader {
 
     /// The cell of the column that was asked for at this place; empty when the sheet has none.
     std::string_view cell(std::size_t column) const;
+    /// The number from 1 to `most` in a cell; 0, which is refused, for anything else.
+    std::size_t Number(std::size_t column, std::size_t most);
     /// Refuses or warns of a cell of the present row: its column's name, what it holds, the text.
     void Refuse(std::size_t column, const std::string& text);
     void Warn(std::size_t column, const std::string& text);

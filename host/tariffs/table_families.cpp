@@ -16,8 +16,8 @@ constexpr Field kScEntryFields[] = {
 
 constexpr Field kSccFields[] = {
     {"state", 0, 2, kText, "State or province, two letters.", true},
-    {"first", 2, 3, kText, "Lowest prefix of postal codes, three characters.", true},
-    {"last", 5, 3, kText, "Highest prefix, included. Ranges ascend and do not overlap.", true},
+    {"first", 2, 3, kCode, "Lowest prefix of postal codes, three characters.", true},
+    {"last", 5, 3, kCode, "Highest prefix, included. Ranges ascend and do not overlap.", true},
 };
 
 constexpr Field kZp6Fields[] = {
@@ -27,8 +27,8 @@ constexpr Field kZp7Fields[] = {{"host_bytes", 0, 43, kText, "The host's."}};
 constexpr Field kSzpFields[] = {{"host_bytes", 0, 5, kText, "The host's."}};
 
 constexpr Field kCbsFields[] = {
-    {"first", 0, 6, kText, "Lowest postal code of the range.", true},
-    {"last", 6, 6, kText, "Highest postal code, included. Ranges ascend.", true},
+    {"first", 0, 6, kPostal, "Lowest postal code of the range.", true},
+    {"last", 6, 6, kPostal, "Highest postal code, included. Ranges ascend.", true},
     {"point_code", 12, 6, kText, "Base-rate point code.", true},
 };
 
@@ -55,12 +55,12 @@ constexpr Field kShortMinimumFields[] = {
 
 constexpr Field kZmcFields[] = {
     {"direction", 0, 1, kText, "F: the first range is the origin's, the second the destination's. Anything else: either way."},
-    {"first_low", 1, 5, kText, "Lowest postal code of the first range, five characters.", true},
-    {"first_high", 6, 5, kText, "Highest postal code of the first range, included.", true},
-    {"second_low", 11, 5, kText, "Lowest postal code of the second range.", true},
-    {"second_high", 16, 5, kText, "Highest postal code of the second range.", true},
-    {"rate_code_low", 21, 6, kText, "Lowest rate code, six characters.", true},
-    {"rate_code_high", 27, 6, kText, "Highest rate code, included. The first record that fits holds.", true},
+    {"first_low", 1, 5, kPostal, "Lowest postal code of the first range, five characters.", true},
+    {"first_high", 6, 5, kPostal, "Highest postal code of the first range, included.", true},
+    {"second_low", 11, 5, kPostal, "Lowest postal code of the second range.", true},
+    {"second_high", 16, 5, kPostal, "Highest postal code of the second range.", true},
+    {"rate_code_low", 21, 6, kCode, "Lowest rate code, six characters.", true},
+    {"rate_code_high", 27, 6, kCode, "Highest rate code, included. The first record that fits holds.", true},
     {"minimum_dollars", 33, 4, kCents, "Minimum charge, dollars; 0: the engine's.", true},
     {"floor_dollars", 37, 4, kCents, "Floor of the charges by weight break, dollars; 0: none.", true},
 };

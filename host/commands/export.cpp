@@ -1,0 +1,74 @@
+#include <fmt/core.h>
+
+#include "commands/commands.h"
+#include "commands/tariff_options.h"
+#include "session/messages.h"
+#include "tariffs/folder.h"
+#include "tariffs/folder_files.h"
+#include "tariffs/translation.h"
+#include "text/path_text.h"
+
+namespace cwt {
+namespace {
+
+struct ExportOptions {
+    std::string directory, folder, set;
+    std::vector<std::string> option_files;
+    bool force = false;
+};
+
+/// What a folder has of an earlier export.
+std::vector<std::string> TariffTexts(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    if (!exists(folder)) return names;
+    for (const auto& [name, text] : ReadFiles(folder, true)) {
+        if (IsTariffText(name)) names.push_back(name);
+    }
+    return names;
+}
+
+int Export(const ExportOptions& options) {
+    const std::filesystem::path folder = PathOf(options.folder);
+    const std::string set = SetIn(PathOf(options.directory), options.set);
+    Translation exported =
+        ExportSet(ReadFiles(PathOf(options.directory), false), set, options.option_files);
+    SayFindings(exported.findings);
+    if (exported.findings.Has(Finding::kError)) return kBroken;
+    const std::vector<std::string> there = TariffTexts(folder);
+    if (!options.force && !there.empty()) {
+        throw Broken(PathText(folder / PathOf(there[0])) +
+                     ": is there already; --force replaces the folder's texts");
+    }
+    std::vector<std::string> gone;
+    for (const std::string& name : there) {
+        if (!exported.files.contains(name)) gone.push_back(name);
+    }
+    WriteFiles(folder, exported.files, kSettingsFile);
+    RemoveFiles(folder, gone);
+    Print(fmt::format("{}: the set {} in {} files\n", options.folder, set, exported.files.size()));
+    return kDone;
+}
+
+}  // namespace
+
+void AddExport(CLI::App& app, int& exit_code) {
+    const auto options = std::make_shared<ExportOptions>();
+    CLI::App* command = AddCommand(app, "export", "Write a tariff set as a folder of text.", Export,
+                                   options, exit_code);
+    command
+        ->add_option("DIRECTORY", options->directory,
+                     "Directory of the set, with its users' and its partners' files.")
+        ->required();
+    command
+        ->add_option("FOLDER", options->folder,
+                     "Where to; made when missing. cwt build makes the same files of it.")
+        ->required();
+    command->add_option("--set", options->set,
+                        "Base name of the set. Default: the only one in the directory.");
+    command->add_option("--options", options->option_files,
+                        "An option file of the directory, by its name; may be told several times.");
+    command->add_flag("--force", options->force,
+                      "Replace the folder's texts, and remove those of files that are gone.");
+}
+
+}  // namespace cwt

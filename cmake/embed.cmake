@@ -1,27 +1,29 @@
-# Files within a program. hwt_embed(TARGET NAME FILE...) makes the static library TARGET;
-# <TARGET_files.h> declares cwt::NAME, a span of EmbeddedFile in the order of the files.
+# Files within a program. hwt_embed(TARGET NAME [FROM FOLDER] FILE...) makes the static library
+# TARGET; <TARGET_files.h> declares cwt::NAME, a span of EmbeddedFile in the order of the files. Their
+# names are those within the folder, or have none.
 #
-# The same file is the script that writes them, when it is run with TO, NAME and FILES.
+# The same file is the script that writes them, when it is run with TO, NAME, FROM and FILES.
 if(NOT CMAKE_SCRIPT_MODE_FILE)
     set(HWT_EMBED_SCRIPT ${CMAKE_CURRENT_LIST_FILE})
     function(hwt_embed target name)
+        cmake_parse_arguments(PARSE_ARGV 2 embed "" FROM "")
         set(to ${CMAKE_CURRENT_BINARY_DIR}/${target})
         # Known before anything is built, to those who only look at the sources.
         file(CONFIGURE OUTPUT ${to}/${target}_files.h CONTENT "#pragma once
 
 #include <span>
 
-#include \"server/embedded_file.h\"
+#include \"files/embedded_file.h\"
 
 namespace cwt {
 extern const std::span<const EmbeddedFile> ${name};
 }
 ")
-        list(JOIN ARGN "|" files)
+        list(JOIN embed_UNPARSED_ARGUMENTS "|" files)
         add_custom_command(OUTPUT ${to}/${target}_files.cpp
             COMMAND ${CMAKE_COMMAND} -DTO=${to}/${target}_files -DNAME=${name} "-DFILES=${files}"
-                    -P ${HWT_EMBED_SCRIPT}
-            DEPENDS ${ARGN} ${HWT_EMBED_SCRIPT} VERBATIM)
+                    -DFROM=${embed_FROM} -P ${HWT_EMBED_SCRIPT}
+            DEPENDS ${embed_UNPARSED_ARGUMENTS} ${HWT_EMBED_SCRIPT} VERBATIM)
         add_library(${target} STATIC ${to}/${target}_files.cpp)
         target_include_directories(${target}
             PUBLIC ${to} ${PROJECT_SOURCE_DIR}/host)
@@ -34,6 +36,8 @@ set(type_html "text/html; charset=utf-8")
 set(type_css "text/css; charset=utf-8")
 set(type_js "text/javascript; charset=utf-8")
 set(type_json "application/json")
+set(type_csv "text/csv; charset=utf-8")
+set(type_txt "text/plain; charset=utf-8")
 set(type_svg "image/svg+xml")
 set(type_png "image/png")
 set(type_webmanifest "application/manifest+json")
@@ -44,7 +48,11 @@ set(arrays "")
 set(entries "")
 set(number 0)
 foreach(file IN LISTS FILES)
-    get_filename_component(name ${file} NAME)
+    if(FROM)
+        file(RELATIVE_PATH name ${FROM} ${file})
+    else()
+        get_filename_component(name ${file} NAME)
+    endif()
     get_filename_component(extension ${file} LAST_EXT)
     string(SUBSTRING ${extension} 1 -1 extension)
     if(NOT DEFINED type_${extension})

@@ -1,6 +1,5 @@
 // Whatever a host may write to the fields that are its own, and any function called on it.
 #include "calls.h"
-#include "reference/samples/profile_file.h"
 
 using namespace hundredweight;
 using namespace hundredweight::fuzz;

@@ -6,7 +6,6 @@
 
 #include "calls.h"
 #include "reference/samples/bytes.h"
-#include "reference/samples/profile_file.h"
 
 using namespace hundredweight;
 using namespace hundredweight::fuzz;

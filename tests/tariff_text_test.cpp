@@ -6,7 +6,6 @@
 #include <string>
 
 #include "reference/samples/file_contents.h"
-#include "reference/samples/profile_file.h"
 #include "tariffs/family.h"
 #include "tariffs/translation.h"
 

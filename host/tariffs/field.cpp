@@ -210,6 +210,13 @@ std::vector<Column> ColumnsOf(std::span<const Field> fields) {
     return columns;
 }
 
+bool IsLeftOut(const Field& field, std::string_view bytes) {
+    if (field.is_needed || bytes != BytesOfNothing(field)) return false;
+    const std::string_view name = field.name;
+    return IsText(field.kind) || field.kind == Kind::kFlag || field.kind == Kind::kDate ||
+           name.starts_with("host_") || name.starts_with("saved_");
+}
+
 std::string FieldText(const Field& field, std::string_view bytes) {
     std::string text = RuleText(field, bytes);
     const FieldBytes back = BytesOfText(field, text);

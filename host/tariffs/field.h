@@ -55,6 +55,9 @@ struct Column {
 };
 std::vector<Column> ColumnsOf(std::span<const Field> fields);
 
+/// Whether nothing stands for a field's bytes: blank texts, and the host's numbers when they are 0.
+bool IsLeftOut(const Field& field, std::string_view bytes);
+
 /// The text of a field's bytes.
 std::string FieldText(const Field& field, std::string_view bytes);
 

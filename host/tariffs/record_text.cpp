@@ -100,8 +100,7 @@ void WriteCells(const std::vector<Column>& columns, std::string_view record, She
     bool is_blank = true;
     for (const Column& column : columns) {
         const std::string_view bytes = column.In(record);
-        const bool is_left_out = !column.field->is_needed && bytes == BytesOfNothing(*column.field);
-        std::string text = is_left_out ? "" : FieldText(*column.field, bytes);
+        std::string text = IsLeftOut(*column.field, bytes) ? "" : FieldText(*column.field, bytes);
         is_blank = is_blank && text.empty();
         // A row without any text would pass for none.
         if (is_blank && &column == &columns.back()) text = kHex;

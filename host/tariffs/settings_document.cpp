@@ -196,8 +196,7 @@ void SettingsWriter::Add(const char* section, std::span<const Field> fields,
     Json& values = document_->json[section] = Json::object();
     for (const Column& column : ColumnsOf(fields)) {
         const std::string_view bytes = column.In(record);
-        // A field that is left out says the same.
-        if (!column.field->is_needed && bytes == BytesOfNothing(*column.field)) continue;
+        if (IsLeftOut(*column.field, bytes)) continue;
         values[column.name] = ValueOf(*column.field, FieldText(*column.field, bytes));
     }
 }

@@ -7,7 +7,6 @@
 #include "reference/samples/bytes.h"
 #include "reference/samples/carrier_files.h"
 #include "reference/samples/file_contents.h"
-#include "reference/samples/profile_file.h"
 
 namespace hundredweight::samples {
 namespace {

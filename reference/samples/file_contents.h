@@ -12,16 +12,12 @@ using FileContents = std::map<std::string, std::string>;
 
 FileContents TariffSetFiles(const SetOptions& options);
 FileContents EngineFiles();
+FileContents ServiceGuideFiles();
+FileContents ProfileFiles();
 FileContents Shipments();
 
 /// Dollars of a rate that pays so much for every 1000 cents of class 100, rounded to whole dimes,
 /// as rates are quoted.
 std::string RateText(int class_100, int permille);
-
-// The records of the tariff set that the library reads field by field.
-std::string SettingsRecord(const SetOptions& options);  ///< SET.
-std::string DefaultsRecord(const SetOptions& options);  ///< DEF.
-std::string DiscountRecord(const SetOptions& options);  ///< DIS.
-std::string BaseRateRecord(const SetOptions& options);  ///< BSE.
 
 }  // namespace hundredweight::samples

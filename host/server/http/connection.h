@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "server/embedded_file.h"
+#include "files/embedded_file.h"
 #include "server/http/batch_answer.h"
 #include "server/http/desk_line.h"
 #include "server/http/gate.h"

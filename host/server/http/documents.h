@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "server/embedded_file.h"
+#include "files/embedded_file.h"
 
 namespace cwt {
 

@@ -6,7 +6,7 @@
 namespace cwt {
 
 struct EmbeddedFile {
-    std::string_view name;   ///< Without its directory.
+    std::string_view name;   ///< Without its directory, or within its folder, with slashes.
     std::string_view type;   ///< As HTTP names it.
     std::string_view bytes;  ///< As they lie in the source tree.
 };

@@ -3,7 +3,7 @@
 #include <random>
 
 #include "commands/commands.h"
-#include "commands/tariff_options.h"
+#include "commands/findings.h"
 #include "session/messages.h"
 #include "session/tariff_set.h"
 #include "tariffs/family.h"

@@ -17,10 +17,14 @@ namespace cwt {
 void AddData(CLI::App* command, Options& options) {
     command->add_option("--data", options.data,
                         "Directory of the tariff set, the partners' data and the profiles. "
-                        "Default: the nearest one that holds the set, from the shipment's "
+                        "Default: the nearest one that holds a set, from the shipment's "
                         "directory (or the current one) upward.");
-    command->add_option("--set", options.sources.set, "Base name of the tariff set.")
-        ->capture_default_str();
+    AddSet(command, options.sources.set);
+}
+
+void AddSet(CLI::App* command, std::string& set) {
+    command->add_option("--set", set,
+                        "Base name of the tariff set. Default: the only one in the directory.");
 }
 
 void AddEngine(CLI::App* command, Options& options) {
@@ -56,6 +60,7 @@ void AddJson(CLI::App* command, Options& options) {
 Sources FindSources(const Options& options, const std::filesystem::path& start) {
     Sources sources = options.sources;
     sources.data = FindDataDirectory(PathOf(options.data), start, sources.set);
+    if (sources.set.empty()) sources.set = OnlySetIn(sources.data);
     return sources;
 }
 

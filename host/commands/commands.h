@@ -23,7 +23,7 @@ enum ExitCode { kDone = 0, kRefused = 1, kBroken = 2 };
 struct Options {
     std::string shipment;  ///< A file; "-" is standard input.
     std::string data;      ///< Empty: the nearest directory that holds the set.
-    Sources sources;
+    Sources sources = {.data = {}, .set = {}};
     bool json = false;
 };
 
@@ -54,6 +54,7 @@ CLI::App* AddCommand(CLI::App& app, const char* name, const char* purpose,
 
 void AddShipment(CLI::App* command, Options& options);
 void AddData(CLI::App* command, Options& options);
+void AddSet(CLI::App* command, std::string& set);
 void AddEngine(CLI::App* command, Options& options);
 void AddServiceGuide(CLI::App* command, Options& options);
 /// Adds --json. What it prints names its schema.

@@ -1,7 +1,7 @@
 #include <fmt/core.h>
 
 #include "commands/commands.h"
-#include "commands/tariff_options.h"
+#include "commands/findings.h"
 #include "session/messages.h"
 #include "tariffs/folder.h"
 #include "tariffs/folder_files.h"
@@ -29,7 +29,8 @@ std::vector<std::string> TariffTexts(const std::filesystem::path& folder) {
 
 int Export(const ExportOptions& options) {
     const std::filesystem::path folder = PathOf(options.folder);
-    const std::string set = SetIn(PathOf(options.directory), options.set);
+    const std::string set =
+        options.set.empty() ? OnlySetIn(PathOf(options.directory)) : options.set;
     Translation exported =
         ExportSet(ReadFiles(PathOf(options.directory), false), set, options.option_files);
     SayFindings(exported.findings);
@@ -63,8 +64,7 @@ void AddExport(CLI::App& app, int& exit_code) {
         ->add_option("FOLDER", options->folder,
                      "Where to; made when missing. cwt build makes the same files of it.")
         ->required();
-    command->add_option("--set", options->set,
-                        "Base name of the set. Default: the only one in the directory.");
+    AddSet(command, options->set);
     command->add_option("--options", options->option_files,
                         "An option file of the directory, by its name; may be told several times.");
     command->add_flag("--force", options->force,

@@ -37,8 +37,7 @@ void AddInspect(CLI::App& app, int& exit_code) {
     command->add_option("DIRECTORY", options->data,
                         "Where the set is. Default: the nearest directory that holds it, from the "
                         "current one upward.");
-    command->add_option("--set", options->sources.set, "Base name of the tariff set.")
-        ->capture_default_str();
+    AddSet(command, options->sources.set);
     AddEngine(command, *options);
     AddServiceGuide(command, *options);
     command->add_flag("--without-engine", options->without_engine,

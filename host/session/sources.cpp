@@ -1,6 +1,7 @@
 #include "session/sources.h"
 
 #include <fmt/core.h>
+#include <fmt/ranges.h>
 #include <hundredweight/rate_context.h>
 
 #include <cerrno>
@@ -26,9 +27,21 @@ bool HasFile(const std::filesystem::path& directory, const std::string& name) {
     return exists(directory / PathOf(name), error);
 }
 
+constexpr std::string_view kSettings = ".SET";
+
+/// The base names of a directory's sets.
+std::vector<std::string> SetsIn(const std::filesystem::path& directory) {
+    std::vector<std::string> sets;
+    for (const auto& file : Listing(directory, std::string(kSettings)).files()) {
+        sets.push_back(PathText(file.filename().stem()));
+    }
+    return sets;
+}
+
 bool HoldsSet(const std::filesystem::path& directory, const std::string& set) {
     try {
-        return !FindFile(directory, set + ".SET").empty();
+        return set.empty() ? !SetsIn(directory).empty()
+                           : !FindFile(directory, set + std::string(kSettings)).empty();
     } catch (const Broken&) {
         return false;
     }
@@ -57,6 +70,12 @@ std::filesystem::path Listing::Find(const std::string& name) const {
     return found;
 }
 
+std::vector<std::filesystem::path> Listing::files() const {
+    std::vector<std::filesystem::path> files;
+    for (const auto& [name, file] : files_) files.push_back(file);
+    return files;
+}
+
 std::filesystem::path FindFile(const std::filesystem::path& directory, const std::string& name) {
     if (HasFile(directory, name)) return directory / PathOf(name);
     return Listing(directory).Find(name);
@@ -73,17 +92,27 @@ std::filesystem::path KeptListing::Find(const std::string& name) {
 std::filesystem::path FindDataDirectory(const std::filesystem::path& given,
                                         const std::filesystem::path& start,
                                         const std::string& set) {
+    const std::string what = set.empty() ? "no tariff set" : "no tariff set " + set;
     if (!given.empty()) {
-        if (!FindFile(given, set + ".SET").empty()) return given;
-        throw Broken(fmt::format("no tariff set {} in {}", set, PathText(given)));
+        if (HoldsSet(given, set)) return given;
+        if (!is_directory(given)) Listing{given};
+        throw Broken(fmt::format("{} in {}", what, PathText(given)));
     }
     const std::filesystem::path lowest = (absolute(start) / ".").lexically_normal().parent_path();
     for (std::filesystem::path directory = lowest;; directory = directory.parent_path()) {
         if (HoldsSet(directory, set)) return directory;
         if (directory == directory.parent_path()) break;
     }
-    throw Broken(
-        fmt::format("no tariff set {} in {} or above; give --data", set, PathText(lowest)));
+    throw Broken(fmt::format("{} in {} or above; give --data", what, PathText(lowest)));
+}
+
+std::string OnlySetIn(const std::filesystem::path& directory) {
+    const std::vector<std::string> sets = SetsIn(directory);
+    if (sets.size() == 1) return sets[0];
+    throw Broken(PathText(directory) +
+                 (sets.empty()
+                      ? ": has no settings of a set (NAME.SET)"
+                      : fmt::format(": has the sets {}; --set names one", fmt::join(sets, ", "))));
 }
 
 Sources Fixed(Sources sources) {

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace cwt {
 
@@ -26,6 +27,9 @@ class Listing {
 
     /// The file of a name; an empty path when there is none.
     std::filesystem::path Find(const std::string& name) const;
+
+    /// All of them, by name.
+    std::vector<std::filesystem::path> files() const;
 
  private:
     std::multimap<std::string, std::filesystem::path> files_;  ///< By name in capital letters.
@@ -51,10 +55,13 @@ class KeptListing {
     std::optional<Listing> listing_;
 };
 
-/// The directory of a set: `given` when that is not empty, else the nearest from `start` upward
-/// that holds the set's settings. Throws Broken when there is none.
+/// The directory of a set, or, when `set` is empty, of any: `given` when that is not empty, else
+/// the nearest from `start` upward that holds the set's settings. Throws Broken when there is none.
 std::filesystem::path FindDataDirectory(const std::filesystem::path& given,
                                         const std::filesystem::path& start, const std::string& set);
+
+/// The base name of the one set in a directory. Throws Broken when there is none, or more than one.
+std::string OnlySetIn(const std::filesystem::path& directory);
 
 /// The same data wherever a partner changes the directory to, as far as the record has room for
 /// their path.

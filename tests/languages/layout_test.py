@@ -121,6 +121,17 @@ def basic_layout():
     return places
 
 
+def basic_stated():
+    """Of a text's width too, which is named as a field of its own."""
+    places = {name: (offset, size if "." not in name else None)
+              for name, (offset, size) in stated("32").items()}
+    for record in records:
+        for field in record["fields"]:
+            if field["type"] == "char" and field["dimensions"]:
+                places[f"{record['name']}.{field['name']}_Width"] = (field["dimensions"][-1], None)
+    return places
+
+
 def layouts_on_windows(scratch):
     compiler = PascalForWindows(languages, sys.argv[4])
     return {"Pascal on 32-bit Windows": (pascal_layout(scratch, compiler), stated("32"))}
@@ -132,8 +143,7 @@ def layouts_here(scratch):
         "C#": (csharp_layout(scratch, native), stated(native)),
         "C# for 32 bits": (csharp_layout(scratch, "32"), stated("32", native == "32")),
         "Pascal": (pascal_layout(scratch, Pascal(languages)), stated(native)),
-        "Basic": (basic_layout(), {name: (offset, size if "." not in name else None)
-                                   for name, (offset, size) in stated("32").items()}),
+        "Basic": (basic_layout(), basic_stated()),
     }
 
 

@@ -4,11 +4,25 @@
 #include "language.h"
 
 namespace languages {
+namespace {
+
+/// A declaration again, with which the header's must agree.
+std::string Declare(const Json& function, const std::string& name) {
+    std::string arguments;
+    for (const Json& argument : function["arguments"]) {
+        arguments += (arguments.empty() ? "" : ", ") + argument["type"].get<std::string>();
+    }
+    return fmt::format("{} {}({});\n", function["result"].get<std::string>(), name,
+                       arguments.empty() ? "void" : arguments);
+}
+
+}  // namespace
 
 std::string WriteC(const Json& description) {
     std::string text = fmt::format(
-        "/* {} The layout that it states holds when this compiles. */\n"
+        "/* {} What it says of them holds when this compiles. */\n"
         "#include <hundredweight/exports.h>\n"
+        "#include <hundredweight/platform.h>\n"
         "#include <stddef.h>\n\n"
         "#define WIDER ((int)sizeof(void*) - 4)\n"
         "#define FIELD(record, field, offset, size) \\\n"
@@ -24,6 +38,14 @@ std::string WriteC(const Json& description) {
                                 field["name"].get<std::string>(), ByWidth(field["offset"], "WIDER"),
                                 field["count"].get<int>(), ByWidth(field["width"], "WIDER"));
         }
+    }
+    for (const Json& handler : description["handlers"]) {
+        text += "typedef " + Declare(handler, "(*" + handler["name"].get<std::string>() + ")");
+    }
+    for (const Json& function : description["functions"]) {
+        const bool library = function["library"] == "hundredweight";
+        text +=
+            Declare(function, (library ? "HWT_CALL " : "") + function["name"].get<std::string>());
     }
     return text;
 }

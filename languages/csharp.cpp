@@ -14,12 +14,13 @@ const TypeNames kArgumentTypes = {
     {"char*", "byte*"},
     {"int32_t", "int"},
     {"int32_t*", "int*"},
+    {"uint32_t", "uint"},
     {"float", "float"},
     {"void*", "IntPtr"},
     {"RateContext*", "RateContext*"},
     {"HostDiscountTable*", "HostDiscountTable*"},
-    {"MessageBoxHandler", "IntPtr"},
-    {"QuitHandler", "IntPtr"},
+    {"MessageBoxHandler", "MessageBoxHandler"},
+    {"QuitHandler", "QuitHandler"},
 };
 
 TypeNames ResultTypes() {
@@ -60,8 +61,9 @@ public static unsafe class Field {{
     /// <summary>Whether records are laid out for the process that runs.</summary>
     public static bool FitsProcess {{ get {{ return IntPtr.Size == 4 + Wider; }} }}
 
-    /// <summary>The text of a field, up to its first zero byte.</summary>
-    public static string Get(byte* field, int width) {{
+    /// <summary>The text of a field, up to its first zero byte; without a width, a terminated
+    /// text.</summary>
+    public static string Get(byte* field, int width = int.MaxValue) {{
         int size = 0;
         while (size < width && field[size] != 0) ++size;
         byte[] bytes = new byte[size];
@@ -69,10 +71,11 @@ public static unsafe class Field {{
         return Latin1.GetString(bytes);
     }}
 
-    /// <summary>Fills a field with a text; one that does not fit is refused.</summary>
+    /// <summary>Fills a field with a text and zero bytes; one that does not fit is refused. One as
+    /// wide as the field has no terminator.</summary>
     public static void Put(byte* field, int width, string text) {{
         byte[] bytes = Bytes(text, width);
-        if (bytes.Length > width) throw new ArgumentException(text);
+        if (bytes.Length > width) throw new ArgumentException("too long: " + text);
         Marshal.Copy(bytes, 0, (IntPtr)field, width);
     }}
 
@@ -113,20 +116,39 @@ std::string WriteField(const Json& field, const std::string& record, bool of_rec
         place, name, count, field["width"]["32"].get<int>(), type, record);
 }
 
-std::string WriteFunction(const Json& function, const TypeNames& results) {
+/// The names of the types of what a handler is called with.
+TypeNames HandedTypes() {
+    TypeNames names = kArgumentTypes;
+    names["const char*"] = "byte*";
+    return names;
+}
+
+std::string WriteArguments(const Json& function, const TypeNames& types) {
     std::string arguments;
     for (const Json& argument : function["arguments"]) {
-        arguments += fmt::format("{}{} {}", arguments.empty() ? "" : ", ",
-                                 NameOf(argument["type"], kArgumentTypes),
-                                 argument["name"].get<std::string>());
+        arguments +=
+            fmt::format("{}{} {}", arguments.empty() ? "" : ", ", NameOf(argument["type"], types),
+                        argument["name"].get<std::string>());
     }
+    return arguments;
+}
+
+std::string WriteHandler(const Json& handler, const TypeNames& results) {
+    return fmt::format(
+        "\n[UnmanagedFunctionPointer(CallingConvention.Cdecl)]\n"
+        "public unsafe delegate {} {}({});\n",
+        NameOf(handler["result"], results), handler["name"].get<std::string>(),
+        WriteArguments(handler, HandedTypes()));
+}
+
+std::string WriteFunction(const Json& function, const TypeNames& results) {
     const std::string result = NameOf(function["result"], results);
     return fmt::format(
         "    [DllImport(\"{}\", ExactSpelling = true)]\n{}"
         "    public static extern {} {}({});\n",
         function["library"].get<std::string>(),
         result == "bool" ? "    [return: MarshalAs(UnmanagedType.I1)]\n" : "", result,
-        function["name"].get<std::string>(), arguments);
+        function["name"].get<std::string>(), WriteArguments(function, kArgumentTypes));
 }
 
 }  // namespace
@@ -146,10 +168,11 @@ std::string WriteCSharp(const Json& description) {
         }
         text += "}\n";
     }
+    const TypeNames results = ResultTypes();
+    for (const Json& handler : description["handlers"]) text += WriteHandler(handler, results);
     text +=
         "\n/// <summary>The functions. On Windows hundredweight-platform is no DLL.</summary>\n"
         "public static unsafe class Library {\n";
-    const TypeNames results = ResultTypes();
     for (const Json& function : description["functions"]) text += WriteFunction(function, results);
     return text + "}\n\n}\n";
 }

@@ -96,9 +96,17 @@ void AddFunction(const std::string& code, Place& place, Json& functions) {
                          {"meaning", Taken(place.before)}});
 }
 
+void AddHandler(const std::smatch& handler, Place& place, Json& handlers) {
+    handlers.push_back({{"name", handler[2]},
+                        {"result", handler[1]},
+                        {"arguments", ReadArguments(handler[3])},
+                        {"meaning", Taken(place.before)}});
+}
+
 void AddDeclaration(const std::string& code, Place& place, Json& description) {
-    static const std::regex kRecord(R"(typedef struct ([A-Za-z]+) \{)");
-    std::smatch record;
+    static const std::regex kRecord(R"(typedef struct ([A-Za-z0-9_]+) \{)");
+    static const std::regex kHandler(R"(typedef ([A-Za-z0-9_]+) \(\*([A-Za-z]+)\)\((.*)\);)");
+    std::smatch record, handler;
     Json& records = description["records"];
     if (place.in_record) {
         place.in_record = AddToRecord(code, place, records.back());
@@ -111,6 +119,10 @@ void AddDeclaration(const std::string& code, Place& place, Json& description) {
                            {"fields", Json::array()}});
     } else if (code.starts_with("HWT_API")) {
         AddFunction(code, place, description["functions"]);
+    } else if (std::regex_match(code, handler, kHandler)) {
+        AddHandler(handler, place, description["handlers"]);
+    } else if (code.starts_with("typedef struct")) {
+        throw std::runtime_error("no record: " + code);
     } else {
         place.before.clear();
     }
@@ -145,6 +157,7 @@ Json DescribeHeaders(const std::filesystem::path& headers) {
     Json description = {{"schema", "hundredweight/record/1"},
                         {"version", nullptr},
                         {"records", Json::array()},
+                        {"handlers", Json::array()},
                         {"functions", Json::array()}};
     for (const char* header : kHeaders) AddHeader(headers / header, description);
     return description;

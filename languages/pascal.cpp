@@ -18,14 +18,15 @@ const TypeNames kArgumentTypes = {
     {"char*", "PAnsiChar"},
     {"int32_t", "LongInt"},
     {"int32_t*", "PLongInt"},
+    {"uint32_t", "LongWord"},
     {"float", "Single"},
     {"void*", "Pointer"},
     {"RateContext*", "PRateContext"},
     {"HostDiscountTable*", "PHostDiscountTable"},
     {"EfcRecord*", "PEfcRecord"},
     {"bool", "Boolean"},
-    {"MessageBoxHandler", "Pointer"},
-    {"QuitHandler", "Pointer"},
+    {"MessageBoxHandler", "TMessageBoxHandler"},
+    {"QuitHandler", "TQuitHandler"},
 };
 
 constexpr const char* kBeginning = R"({{ {} }}
@@ -87,19 +88,25 @@ std::string WriteRecord(const Json& description, const Json& record) {
                        text);
 }
 
-std::string WriteFunction(const Json& function) {
+/// The words of a function with a name, or of a type without.
+std::string WriteHead(const Json& function, const std::string& name) {
     std::string arguments;
     for (const Json& argument : function["arguments"]) {
-        std::string name = argument["name"];
-        if (name == "record") name += '_';
-        arguments += fmt::format("{}{}: {}", arguments.empty() ? "" : "; ", name,
+        std::string argument_name = argument["name"];
+        if (argument_name == "record") argument_name += '_';
+        arguments += fmt::format("{}{}: {}", arguments.empty() ? "" : "; ", argument_name,
                                  NameOf(argument["type"], kArgumentTypes));
     }
-    const std::string name = function["name"], result = function["result"];
+    const std::string result = function["result"];
+    return result == "void"
+               ? fmt::format("procedure{}({})", name, arguments)
+               : fmt::format("function{}({}): {}", name, arguments, NameOf(result, kArgumentTypes));
+}
+
+std::string WriteFunction(const Json& function) {
+    const std::string name = function["name"];
     const bool library = function["library"] == "hundredweight";
-    const std::string head = result == "void" ? fmt::format("procedure {}({})", name, arguments)
-                                              : fmt::format("function {}({}): {}", name, arguments,
-                                                            NameOf(result, kArgumentTypes));
+    const std::string head = WriteHead(function, " " + name);
     if (!library) {
         return fmt::format("{0}; cdecl; external 'hundredweight-platform' name '{1}';\n", head,
                            name);
@@ -116,6 +123,11 @@ std::string WritePascal(const Json& description) {
     std::string text = fmt::format(fmt::runtime(kBeginning), FileNotice(description),
                                    description["version"].get<std::string>());
     for (const Json& record : description["records"]) text += WriteRecord(description, record);
+    for (const Json& handler : description["handlers"]) {
+        text += fmt::format("  T{} = {}; cdecl;\n", handler["name"].get<std::string>(),
+                            WriteHead(handler, ""));
+    }
+    text += '\n';
     std::string lent = "{$IFNDEF MSWINDOWS}\n";
     for (const Json& function : description["functions"]) {
         (function["library"] == "hundredweight" ? text : lent) += WriteFunction(function);

@@ -12,6 +12,7 @@ const TypeNames kTypes = {
     {"uint8_t", "c_uint8"},
     {"int16_t", "c_int16"},
     {"int32_t", "c_int32"},
+    {"uint32_t", "c_uint32"},
     {"float", "c_float"},
     {"FILE*", "c_void_p"},
     {"void*", "c_void_p"},
@@ -20,7 +21,8 @@ const TypeNames kTypes = {
     {"const char*", "c_char_p"},
     {"char*", "POINTER(c_char)"},
     {"int32_t*", "POINTER(c_int32)"},
-    {"unsigned char*", "POINTER(c_ubyte)"},
+    // A number: a pointer that is read is the field itself, and changes with it.
+    {"unsigned char*", "c_void_p"},
     {"EfcRecord*", "POINTER(EfcRecord)"},
     {"RateContext*", "POINTER(RateContext)"},
     {"HostDiscountTable*", "POINTER(HostDiscountTable)"},
@@ -34,8 +36,8 @@ Texts are bytes. load(PATH) gives the library with the types of its functions.
 """
 import ctypes
 import os
-from ctypes import (POINTER, Structure, Union, c_bool, c_char, c_char_p, c_float, c_int16, c_int32,
-                    c_ubyte, c_uint8, c_void_p)
+from ctypes import (CFUNCTYPE, POINTER, Structure, Union, c_bool, c_char, c_char_p, c_float, c_int16,
+                    c_int32, c_ubyte, c_uint8, c_uint32, c_void_p)
 
 HEADERS_VERSION = "{}"
 )";
@@ -94,16 +96,29 @@ std::string WriteRecord(const Json& description, const Json& record) {
     return text + WriteClass(name, "Structure", anonymous, fields);
 }
 
+std::string WriteArguments(const Json& function) {
+    std::string arguments;
+    for (const Json& argument : function["arguments"]) {
+        arguments += (arguments.empty() ? "" : ", ") + NameOf(argument["type"], kTypes);
+    }
+    return arguments;
+}
+
+std::string WriteHandlers(const Json& description) {
+    std::string text = "\n\n";
+    for (const Json& handler : description["handlers"]) {
+        text += fmt::format("{} = CFUNCTYPE({}, {})\n", handler["name"].get<std::string>(),
+                            NameOf(handler["result"], kTypes), WriteArguments(handler));
+    }
+    return text;
+}
+
 std::string WriteFunctions(const Json& description, const char* library, const char* name) {
     std::string text = fmt::format("\n\n{} = {{\n", name);
     for (const Json& function : description["functions"]) {
         if (function["library"] != library) continue;
-        std::string arguments;
-        for (const Json& argument : function["arguments"]) {
-            arguments += (arguments.empty() ? "" : ", ") + NameOf(argument["type"], kTypes);
-        }
         text += fmt::format("    \"{}\": ({}, [{}]),\n", function["name"].get<std::string>(),
-                            NameOf(function["result"], kTypes), arguments);
+                            NameOf(function["result"], kTypes), WriteArguments(function));
     }
     return text + "}\n";
 }
@@ -114,6 +129,7 @@ std::string WritePython(const Json& description) {
     std::string text = fmt::format(fmt::runtime(kBeginning), FileNotice(description),
                                    description["version"].get<std::string>());
     for (const Json& record : description["records"]) text += WriteRecord(description, record);
+    text += WriteHandlers(description);
     text += WriteFunctions(description, "hundredweight", "FUNCTIONS");
     text += WriteFunctions(description, "hundredweight-platform", "PLATFORM_FUNCTIONS");
     return text + kEnd;

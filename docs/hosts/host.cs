@@ -1,6 +1,7 @@
 // A host in C#: rates a shipment of the sample data, whose directory is its argument. With Mono:
 //     mcs -unsafe -platform:x64 host.cs PREFIX/share/hundredweight/languages/Hundredweight.cs
 //     LD_LIBRARY_PATH=PREFIX/lib mono host.exe DIRECTORY
+// Its exit code is 1 when the shipment is refused, 2 when there is nothing to rate it by.
 // For 32-bit machines, those of Windows too: -platform:x86 -define:HWT_32BIT.
 using System;
 using System.IO;
@@ -25,13 +26,20 @@ static unsafe class Host {
         return (RateContext*)record;
     }
 
+    static IntPtr LoadEngine() {
+        if (Environment.OSVersion.Platform == PlatformID.Win32NT) return LoadLibraryA("tolvex");
+        IntPtr engine = Library.LoadPartnerLibrary(Field.Bytes("tolvex"));
+        if (engine == IntPtr.Zero) throw new Exception(Field.Get(Library.PartnerLibraryError()));
+        return engine;
+    }
+
     static void Load(string directory) {
+        if (directory.Length >= RateContext.DataDirWidth) throw new Exception("directory too long");
         Field.Put(context->DataDir, RateContext.DataDirWidth, directory);
         Field.Put(context->UserDir, RateContext.UserDirWidth, directory);
         Field.Put(context->FileBase, RateContext.FileBaseWidth, "SAMPLE");
         context->UseEngine = 1;
-        context->EngineModule = Environment.OSVersion.Platform == PlatformID.Win32NT
-            ? LoadLibraryA("tolvex") : Library.LoadPartnerLibrary(Field.Bytes("tolvex"));
+        context->EngineModule = LoadEngine();
         int found = 0;
         Demand(Library.ReadDefFile(context) == 1, "defaults");
         Demand(Library.OpenAllFiles(context, &found) == 1, "tariff set");
@@ -95,17 +103,34 @@ static unsafe class Host {
         Console.WriteLine("net {0}", Text(context->NetChargeText, RateContext.NetChargeTextWidth));
     }
 
-    static int Main(string[] arguments) {
-        if (!Field.FitsProcess) throw new Exception("compiled for another width of pointers");
-        context = NewRecord();
-        Load(Path.Combine(arguments[0], "x").TrimEnd('x'));
+    static void Rate() {
         EnterShipment();
         Library.LoadDiscounts(context, null, 0);
         Demand(Library.RateShipment(context, 0, 0) == 0, "rating");
         PrintBill();
-        Library.EndTolvexdll(context);
-        Library.CloseAllFiles(context);
-        Marshal.FreeHGlobal((IntPtr)context);
-        return 0;
+    }
+
+    static int Main(string[] arguments) {
+        int status = 2;
+        try {
+            if (arguments.Length != 1) throw new Exception("usage: host DIRECTORY");
+            if (!Field.FitsProcess) throw new Exception("compiled for another width of pointers");
+            context = NewRecord();
+            Load(Path.Combine(arguments[0], "x").TrimEnd('x'));
+            status = 1;
+            Rate();
+            status = 0;
+        } catch (DllNotFoundException failure) {
+            Console.Error.WriteLine("cannot be loaded: {0}", failure.Message);
+            return 2;
+        } catch (Exception failure) {
+            Console.Error.WriteLine(failure.Message);
+        }
+        if (context != null) {
+            Library.EndTolvexdll(context);
+            Library.CloseAllFiles(context);
+            Marshal.FreeHGlobal((IntPtr)context);
+        }
+        return status;
     }
 }

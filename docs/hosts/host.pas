@@ -1,7 +1,8 @@
-{ A host in Pascal: rates a shipment of the sample data, whose directory is its argument, with its
-  last separator. With Free Pascal:
+{ A host in Pascal: rates a shipment of the sample data, whose directory is its argument. With Free
+  Pascal:
       fpc -FuPREFIX/share/hundredweight/languages -FlPREFIX/lib host.pas
-      LD_LIBRARY_PATH=PREFIX/lib ./host DIRECTORY/ }
+      LD_LIBRARY_PATH=PREFIX/lib ./host DIRECTORY
+  Its exit code is 1 when the shipment is refused, 2 when there is nothing to rate it by. }
 program host;
 {$IFDEF FPC}{$MODE DELPHI}{$ENDIF}
 
@@ -12,21 +13,27 @@ uses
 
 var
   context: PRateContext;
+  failure: LongInt = 2;
+
+procedure Fail(const words: string);
+begin
+  WriteLn(StdErr, words);
+  Halt(failure);
+end;
 
 { The result of a call tells whether it failed, the code why. }
 procedure Demand(done: Boolean; const step: string);
 begin
   if done then Exit;
   warning(nil, 'host', context^.ErrorCode, nil);
-  WriteLn(StdErr, step, ': code ', context^.ErrorCode);
-  Halt(1);
+  Fail(step + ': code ' + IntToStr(context^.ErrorCode));
 end;
 
 procedure LoadSet(const directory: AnsiString);
 var
   found: LongInt;
 begin
-  Demand(Length(directory) <= High(context^.DataDir), 'directory');
+  if Length(directory) > High(context^.DataDir) then Fail('directory too long');
   StrPLCopy(context^.DataDir, directory, High(context^.DataDir));
   StrPLCopy(context^.UserDir, directory, High(context^.UserDir));
   StrPCopy(context^.FileBase, 'SAMPLE');
@@ -35,6 +42,7 @@ begin
   context^.EngineModule := Pointer(LoadLibraryA('tolvex'));
   {$ELSE}
   context^.EngineModule := LoadPartnerLibrary('tolvex');
+  if context^.EngineModule = nil then Fail(string(PartnerLibraryError()));
   {$ENDIF}
   found := 0;
   Demand(ReadDefFile(context) = 1, 'defaults');
@@ -107,9 +115,11 @@ begin
 end;
 
 begin
+  if ParamCount <> 1 then Fail('usage: host DIRECTORY');
   New(context);
   FillChar(context^, SizeOf(context^), 0);
-  LoadSet(ParamStr(1));
+  LoadSet(IncludeTrailingPathDelimiter(ParamStr(1)));
+  failure := 1;
   EnterShipment;
   LoadDiscounts(context, nil, 0);
   Demand(RateShipment(context, 0, 0) = 0, 'rating');

@@ -2,7 +2,8 @@
 
     PYTHONPATH=PREFIX/share/hundredweight/languages python3 host.py DIRECTORY [LIBRARIES]
 
-LIBRARIES is the directory of the libraries, where the system does not find them by itself.
+LIBRARIES is the directory of the libraries, where the system does not find them by itself. The exit
+code is 1 when the shipment is refused, 2 when there is nothing to rate it by.
 """
 import ctypes
 import os
@@ -10,20 +11,35 @@ import sys
 
 import hundredweight_ctypes as hundredweight
 
+failure = 2
+
+
+def fail(words):
+    print(words, file=sys.stderr)
+    sys.exit(failure)
+
+
+if len(sys.argv) not in (2, 3):
+    fail("usage: host.py DIRECTORY [LIBRARIES]")
 windows = os.name == "nt"
 directory = os.fsencode(os.path.join(sys.argv[1], ""))
 place = os.path.join(sys.argv[2], "") if len(sys.argv) > 2 else ""
 name = "{}.dll" if windows else "lib{}.so"
-library = hundredweight.load(place + name.format("hundredweight"))
-engine = (ctypes.WinDLL if windows else ctypes.CDLL)(place + name.format("tolvex"))
+try:
+    library = hundredweight.load(place + name.format("hundredweight"))
+    engine = (ctypes.WinDLL if windows else ctypes.CDLL)(place + name.format("tolvex"))
+except OSError as error:
+    fail(error)
 context = hundredweight.RateContext()
+if len(directory) >= hundredweight.RateContext.DataDir.size:
+    fail("directory too long")
 
 
 def demand(done, step):
     """The result of a call tells whether it failed, the code why."""
     if not done:
         library.warning(b"", b"host", context.ErrorCode, None)
-        sys.exit(f"{step}: code {context.ErrorCode}")
+        fail(f"{step}: code {context.ErrorCode}")
 
 
 def enter(line, freight_class, pounds):
@@ -43,6 +59,7 @@ demand(library.OpenLevelFile(context, b"SAMPLE.LVL"), "level file")
 demand(library.GetTolvexAddresses(context, 0), "engine")
 demand(library.InitializeTolvexdll(context), "engine")
 context.ErrorCode = 0
+failure = 1
 
 context.OrigZip, context.OrigCity, context.OrigState = b"30303", b"Atlanta", b"GA"
 context.DestZip, context.DestCity, context.DestState = b"60601", b"Chicago", b"IL"

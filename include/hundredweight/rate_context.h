@@ -280,7 +280,7 @@ typedef struct RateContext {
   char HostArea21[56];
   char BilledWeightCopy[7];  /**< Copy of BilledWeightText, for the host. */
   /** 'Y' when OpenAllFiles read the CBS and CMT files, so that RateShipment looks the tariff up by
-   *  postal codes; else 'N'. */
+   *  postal codes; 'N' when it did not, or by the host, which then names the tariff. */
   char NameTablesLoaded;
   char HostArea22[1];
   int32_t WgtLoaded;  /**< 1 when OpenAllFiles read the WGT file, whose weight breaks then hold. */
@@ -322,7 +322,8 @@ typedef struct RateContext {
       char SetHostBytes12;
       char TariffSourceCode;     /**< 215: '2': one effective table; 'N': states from own tables. */
       char SetHostBytes13[18];
-      /** 234: 'Y': the surcharge is a share of the gross charge, else of gross less discount. */
+      /** 234: 'Y', as filed or by the host: the surcharge is a share of the gross charge, else of
+       *  gross less discount. */
       char SurchargeOnGross;
       char SetHostBytes14[20];
       char SetByte255[4];        /**< 255-258: sent to the service guide. */
@@ -341,7 +342,7 @@ typedef struct RateContext {
     HWT_OVERLAY struct {
       char DefHostBytes1[6];
       int16_t DefModeP1;         /**< 6-7*: Profile.DiscModeP, for the host. */
-      int16_t DefModeP2;         /**< 8-9*: the same. */
+      int16_t DefModeP2;         /**< 8-9*: Profile.DiscModeP, for the host. */
       int16_t ConversionOn;      /**< 10-11: non-zero: ConversionRate multiplies the rate factor. */
       int16_t SurchargeOn;       /**< 12-13*: non-zero: a surcharge is computed. */
       char DefHostBytes2[2];

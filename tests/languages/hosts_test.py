@@ -85,6 +85,7 @@ with tempfile.TemporaryDirectory() as scratch:
         printed = run(*program, directory).splitlines()
         assert printed == figures, f"{language} printed\n{printed}\nnot\n{figures}"
         check_failure(program, [], "usage: host")
-        check_failure(program, [f"{directory}x"], "code 240")
         check_failure(program, ["x" * 260], "directory too long")
+        if make is programs_here:  # On Windows a box shows the code, and waits.
+            check_failure(program, [f"{directory}x"], "code 240")
         print(f"{language}: {printed[-1]}, as cwt")

@@ -36,7 +36,8 @@ constexpr const char* kIntroduction = R"(// {notice}
 //
 // A program is compiled for 64-bit machines, or with HWT_32BIT defined for 32-bit ones, and never
 // for both: the pointers in a RateContext move what follows them. Records lie in memory that is not
-// the run-time's own. Texts are Latin-1; one that is not is refused.
+// the run-time's own. Texts are Latin-1; one that is not is refused. Paths
+// are as the system has them.
 using System;
 using System.Runtime.InteropServices;
 using System.Text;
@@ -83,6 +84,25 @@ public static unsafe class Field {{
     public static byte[] Bytes(string text, int width = 0) {{
         byte[] bytes = new byte[Math.Max(text.Length + 1, width)];
         Latin1.GetBytes(text, 0, text.Length, bytes, 0);
+        return bytes;
+    }}
+
+    /// <summary>Fills a directory's field; one that leaves no terminator is refused.</summary>
+    public static void PutPath(byte* field, int width, string path) {{
+        byte[] bytes = PathBytes(path);
+        if (bytes.Length > width) throw new ArgumentException("too long: " + path);
+        Array.Resize(ref bytes, width);
+        Marshal.Copy(bytes, 0, (IntPtr)field, width);
+    }}
+
+    /// <summary>A path as an argument, in the characters of the system's own paths.</summary>
+    public static byte[] PathBytes(string path) {{
+        IntPtr text = Marshal.StringToHGlobalAnsi(path);
+        int size = 0;
+        while (((byte*)text)[size] != 0) ++size;
+        byte[] bytes = new byte[size + 1];
+        Marshal.Copy(text, bytes, 0, size);
+        Marshal.FreeHGlobal(text);
         return bytes;
     }}
 }}

@@ -34,9 +34,8 @@ static unsafe class Host {
     }
 
     static void Load(string directory) {
-        if (directory.Length >= RateContext.DataDirWidth) throw new Exception("directory too long");
-        Field.Put(context->DataDir, RateContext.DataDirWidth, directory);
-        Field.Put(context->UserDir, RateContext.UserDirWidth, directory);
+        Field.PutPath(context->DataDir, RateContext.DataDirWidth, directory);
+        Field.PutPath(context->UserDir, RateContext.UserDirWidth, directory);
         Field.Put(context->FileBase, RateContext.FileBaseWidth, "SAMPLE");
         context->UseEngine = 1;
         context->EngineModule = LoadEngine();

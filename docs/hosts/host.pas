@@ -33,7 +33,7 @@ procedure LoadSet(const directory: AnsiString);
 var
   found: LongInt;
 begin
-  if Length(directory) > High(context^.DataDir) then Fail('directory too long');
+  if Length(directory) > High(context^.DataDir) then Fail('too long: ' + string(directory));
   StrPLCopy(context^.DataDir, directory, High(context^.DataDir));
   StrPLCopy(context^.UserDir, directory, High(context^.UserDir));
   StrPCopy(context^.FileBase, 'SAMPLE');

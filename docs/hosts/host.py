@@ -22,7 +22,9 @@ def fail(words):
 if len(sys.argv) not in (2, 3):
     fail("usage: host.py DIRECTORY [LIBRARIES]")
 windows = os.name == "nt"
-directory = os.fsencode(os.path.join(sys.argv[1], ""))
+directory = os.path.join(sys.argv[1], "")
+# As the system's own functions of 8-bit texts take a path.
+directory = directory.encode("mbcs") if windows else os.fsencode(directory)
 place = os.path.join(sys.argv[2], "") if len(sys.argv) > 2 else ""
 name = "{}.dll" if windows else "lib{}.so"
 try:
@@ -32,7 +34,7 @@ except OSError as error:
     fail(error)
 context = hundredweight.RateContext()
 if len(directory) >= hundredweight.RateContext.DataDir.size:
-    fail("directory too long")
+    fail("too long: " + sys.argv[1])
 
 
 def demand(done, step):

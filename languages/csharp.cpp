@@ -36,17 +36,13 @@ constexpr const char* kIntroduction = R"(// {notice}
 //
 // A program is compiled for 64-bit machines, or with HWT_32BIT defined for 32-bit ones, and never
 // for both: the pointers in a RateContext move what follows them. Records lie in memory that is not
-// the run-time's own. Texts are Latin-1; one that is not is refused. Paths
-// are as the system has them.
+// the run-time's own. Texts are Latin-1; one that is not is refused. Paths are as the system
+// has them.
 using System;
 using System.Runtime.InteropServices;
 using System.Text;
 
 namespace Hundredweight {{
-
-public static class Version {{
-    public const string Headers = "{version}";
-}}
 
 /// <summary>Texts in fields of fixed width.</summary>
 public static unsafe class Field {{
@@ -175,8 +171,7 @@ std::string WriteFunction(const Json& function, const TypeNames& results) {
 
 std::string WriteCSharp(const Json& description) {
     std::string text =
-        fmt::format(fmt::runtime(kIntroduction), fmt::arg("notice", FileNotice(description)),
-                    fmt::arg("version", description["version"].get<std::string>()));
+        fmt::format(fmt::runtime(kIntroduction), fmt::arg("notice", FileNotice(description)));
     for (const Json& record : description["records"]) {
         const std::string name = record["name"];
         text += fmt::format(
@@ -190,9 +185,11 @@ std::string WriteCSharp(const Json& description) {
     }
     const TypeNames results = ResultTypes();
     for (const Json& handler : description["handlers"]) text += WriteHandler(handler, results);
-    text +=
+    text += fmt::format(
         "\n/// <summary>The functions. On Windows hundredweight-platform is no DLL.</summary>\n"
-        "public static unsafe class Library {\n";
+        "public static unsafe class Library {{\n"
+        "    public const string HeadersVersion = \"{}\";\n",
+        description["version"].get<std::string>());
     for (const Json& function : description["functions"]) text += WriteFunction(function, results);
     return text + "}\n\n}\n";
 }

@@ -20,6 +20,9 @@ constexpr int32_t kDiscountTooHigh = 118;
 constexpr int32_t kFloorTooHigh = 119;
 constexpr int32_t kInvalidFactor = 513;
 
+/// More is the end of the list to an engine.
+constexpr const char* kPercentOfBreak = "0 to 99.98 at a weight break";
+
 /// Writes texts of people into fields of the record, and takes down those that do not fit.
 class Entry {
  public:
@@ -45,10 +48,6 @@ class Entry {
 
     void Refuse(Refusal refusal) { refusals_.push_back(std::move(refusal)); }
 
-    void Require(bool holds, const std::string& place, int32_t code) {
-        if (!holds) refusals_.push_back(RefusalOf(place, code));
-    }
-
     Refusals Take() { return std::move(refusals_); }
 
  private:
@@ -68,19 +67,22 @@ void EnterLines(const Shipment& shipment, RateContext& context, Entry& entry) {
 /// Switches the entered values on, over what file, profile and defaults say.
 void EnterDiscount(const Discount& discount, RateContext& context, Entry& entry) {
     const auto put = [&](auto& field, const std::string& place, double value, double highest,
-                         int32_t code) {
-        const bool holds = value >= 0 && value <= highest;
-        entry.Require(holds, place, code);
-        if (holds) entry.Put(field, place, fmt::format("{:.2f}", value));
+                         int32_t code, const char* possible) {
+        if (value >= 0 && value <= highest) {
+            return entry.Put(field, place, fmt::format("{:.2f}", value));
+        }
+        Refusal refusal = RefusalOf(place, code);
+        refusal.alternatives = {possible};
+        entry.Refuse(std::move(refusal));
     };
     context.DiscountOn = 1;
     context.Profile.DiscModeP = 1;
     context.DefModeZ = 0;
-    put(context.EntryDiscountPercent, "discount.percent", discount.percent, 99.99,
-        kDiscountTooHigh);
+    put(context.EntryDiscountPercent, "discount.percent", discount.percent, 99.99, kDiscountTooHigh,
+        kPercentOfBreak);
     put(context.EntryFlatPercent, "discount.flat_percent", discount.flat_percent, 99.99,
-        kDiscountTooHigh);
-    put(context.EntryFloor, "discount.floor", discount.floor, 999.99, kFloorTooHigh);
+        kDiscountTooHigh, "0 to 99.99");
+    put(context.EntryFloor, "discount.floor", discount.floor, 999.99, kFloorTooHigh, "0 to 999.99");
 }
 
 void EnterSurcharge(const Surcharge& surcharge, RateContext& context, Entry& entry) {
@@ -158,7 +160,7 @@ Refusals CheckDiscounts(const Shipment& shipment, const RateContext& context) {
         if (context.DiscountOn == 0 || double{percent} < kEndOfList) continue;
         Refusal refusal = RefusalOf("discount", kDiscountTooHigh);
         refusal.written = fmt::to_string(percent);
-        refusal.alternatives = {"0 to 99.98 at a weight break"};
+        refusal.alternatives = {kPercentOfBreak};
         return {refusal};
     }
     return {};

@@ -1,3 +1,5 @@
+#include <fmt/core.h>
+
 #include <array>
 #include <charconv>
 #include <nlohmann/json.hpp>
@@ -23,11 +25,27 @@ bool IsDigits(std::string_view text) {
     return !text.empty() && text.find_first_not_of(kDigits) == text.npos;
 }
 
+/// The digits of a number but for the zeros at both ends.
+std::string DigitsOf(std::string_view number) {
+    std::string digits;
+    for (const char character : number.substr(0, number.find_first_of("eE"))) {
+        if (kDigits.find(character) != kDigits.npos) digits += character;
+    }
+    digits.erase(0, digits.find_first_not_of('0'));
+    digits.erase(digits.find_last_not_of('0') + 1);
+    return digits;
+}
+
+/// None of a text that is no number, or one of more digits than a number holds.
 std::optional<double> NumberOf(std::string_view text) {
+    constexpr std::size_t kAlwaysHeld = 15;  // Digits.
     if (text.find_first_not_of("0123456789.-+eE") != text.npos) return std::nullopt;
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    if (text.size() > kAlwaysHeld && DigitsOf(text) != DigitsOf(fmt::format("{}", number))) {
+        return std::nullopt;
+    }
     return number;
 }
 

@@ -124,8 +124,11 @@ class Section {
 
     /// A number that a field of the record holds with so many decimals; 0 when there is none.
     double Decimal(const char* key, int decimals) const {
-        const double value = Has(key) ? Number(key) : 0;
-        if (HasDecimals(value, decimals)) return value;
+        if (!Has(key)) return 0;
+        const Json& value = json_.at(key);
+        if (value.is_number() && HasDecimals(value.get<double>(), decimals)) {
+            return value.get<double>();
+        }
         Refuse(key, fmt::format("a number of at most {} decimals is wanted", decimals));
         return 0;
     }

@@ -14,7 +14,7 @@ frame, never binary fractions. ``hundredweight.dask`` rates the frames of a clus
 from ._native import Broken, SessionInUse, __version__
 from .bill import (Bill, BreakCharge, ChargesByBreak, Deficit, Discount, Explanation, Line, Point,
                    Statement, Tariff, TransitDays)
-from .frames import rate_frame
+from .frames import ColumnsPassedOn, rate_frame
 from .refusals import Refusal, Refused
 from .session import Session
 from .shipment import Shipment
@@ -24,9 +24,9 @@ The text names the file and the reason. What was asked for is not rated, not eve
 SessionInUse.__doc__ = """This process has a session already; a second one is for another process,
 or for after the first is closed."""
 
-__all__ = ["Bill", "BreakCharge", "Broken", "ChargesByBreak", "Deficit", "Discount", "Explanation",
-           "Line", "Point", "Refusal", "Refused", "Session", "SessionInUse", "Shipment",
-           "Statement", "Tariff", "TransitDays", "rate_frame"]
+__all__ = ["Bill", "BreakCharge", "Broken", "ChargesByBreak", "ColumnsPassedOn", "Deficit",
+           "Discount", "Explanation", "Line", "Point", "Refusal", "Refused", "Session",
+           "SessionInUse", "Shipment", "Statement", "Tariff", "TransitDays", "rate_frame"]
 
 
 def __getattr__(name: str) -> object:

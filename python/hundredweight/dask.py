@@ -11,8 +11,9 @@ from typing import TYPE_CHECKING, Iterable, Optional, Union
 import pandas
 
 from . import _native
-from .frames import empty_frame
+from .frames import FrameShipments, frame_of
 from .session import Session
+from .terms import require_texts
 
 if TYPE_CHECKING:
     from dask.dataframe import DataFrame
@@ -51,16 +52,21 @@ def rate(shipments: DataFrame, data: Union[str, os.PathLike[str], None] = None, 
 
     Result: a frame of the same partitions, divisions and index. Each worker process loads the set
     once. Threads of one worker take turns at its session: start workers with one thread each.
+    ColumnsPassedOn is warned of here, once.
 
     Raises Broken, ValueError and TypeError at once for what can be seen here. When it is computed,
     Broken for a host whose data are not there or are other ones.
     """
-    data = _native.find_data("" if data is None else os.fspath(data), set)
+    directory = "" if data is None else os.fspath(data)
+    require_texts(data=directory, set=set, engine=engine, service_guide=service_guide)
+    data = _native.find_data(directory, set)
     files = _native.data_files(data, set, engine, service_guide)
     terms = Terms(data, set, engine, service_guide, tuple(sorted(files.items())))
-    names = list(passed)
-    meta = empty_frame(shipments._meta, names)
-    return shipments.map_partitions(_rate_partition, terms, names, meta=meta)
+    # Told here once, and not by every partition.
+    empty = FrameShipments(shipments._meta.iloc[:0], passed)
+    empty.tell_of_passed()
+    meta = frame_of(_native.RowColumns(), empty)
+    return shipments.map_partitions(_rate_partition, terms, list(empty.passed), meta=meta)
 
 
 def close_session() -> None:

@@ -3,18 +3,27 @@ from __future__ import annotations
 
 import json
 import os
+import signal
 import subprocess
 import tempfile
 import warnings
 from pathlib import Path
-from typing import Any, Iterable, Optional, Union
+from typing import Any, BinaryIO, Iterable, Iterator, Optional, Union
 
 import numpy
 import pandas
 
 from . import _native
+from .terms import is_unicode, require_texts, require_whole
 
 _CHUNK = 1 << 20  # Bytes of the rows that are read at once.
+_MOST_JOBS = 1024
+_LONGEST_TIMEOUT = 86400  # Seconds.
+
+
+class ColumnsPassedOn(UserWarning):
+    """A frame has columns that nobody reads and that ``passed`` does not name: a discount in one of
+    them is no discount."""
 
 
 class FrameShipments:
@@ -30,10 +39,13 @@ class FrameShipments:
         if isinstance(passed, str):
             raise TypeError("passed: a list of the columns' names is wanted, not one text")
         for name in shipments.columns:
-            if not isinstance(name, (str, int)):
+            if isinstance(name, bool) or not isinstance(name, (str, int)):
                 raise TypeError(f"the column {name!r}: a name is a text")
+            if not is_unicode(str(name)):
+                raise ValueError(f"the column {name!r}: half a character is in its name")
         names = [str(name) for name in shipments.columns]
-        is_read = _native.read_columns(names, list(passed))
+        meant = [str(name) for name in passed]
+        is_read = _native.read_columns(names, [name for name in meant if name in names])
         self.index = shipments.index
         self._read = [name for name, read in zip(names, is_read) if read]
         self._cells = [_cells(name, shipments.iloc[:, place])
@@ -41,12 +53,35 @@ class FrameShipments:
         #: Columns that nobody reads, by their names, with the type that they have.
         self.passed = {name: shipments.iloc[:, place].array
                        for place, (name, read) in enumerate(zip(names, is_read)) if not read}
+        for name in meant:
+            if name not in self.passed:
+                raise ValueError(f"passed: no column that is passed on is called {name!r}")
+        self._unmentioned = [name for name in self.passed if name not in meant]
+        self.id = shipments["id"].array if "id" in self._read else None
+
+    def tell_of_passed(self) -> None:
+        """Warns who called the function that was called, of columns that nobody reads."""
+        if self._unmentioned:
+            names = ", ".join(f'"{name}"' for name in self._unmentioned)
+            warnings.warn(f"nobody reads these columns, which are passed on: {names}; "
+                          "passed=[...] says which are meant to be", ColumnsPassedOn, stacklevel=3)
 
     def rows(self) -> _native.FrameRows:
-        return _native.FrameRows(self._read, self._cells)
+        return _native.FrameRows(self._read, self._cells, self.index)
+
+    def texts(self) -> Iterator[bytes]:
+        """The table of the columns that are read, part by part."""
+        rows, row = self.rows(), 0
+        yield rows.header
+        while row < len(self.index):
+            text, count = rows.text_from(row)
+            yield text
+            row += count
 
 
 def _cells(name: str, column: pandas.Series) -> numpy.ndarray[Any, Any]:
+    if isinstance(column.dtype, pandas.SparseDtype):
+        column = column.sparse.to_dense()
     kind = column.dtype.kind
     if kind in "mMc":
         raise TypeError(f"the column \"{name}\" is of the type {column.dtype}; texts, numbers and "
@@ -67,6 +102,8 @@ def frame_of(columns: _native.RowColumns, shipments: FrameShipments) -> pandas.D
     names = _native.passed_names(list(shipments.passed), list(values))
     passed = dict(zip(names, shipments.passed.values()))
     first = {name: values.pop(name) for name in ("id", "status")}
+    if shipments.id is not None:
+        first["id"] = shipments.id
     return pandas.DataFrame({**first, **passed, **values}, index=shipments.index)
 
 
@@ -79,11 +116,6 @@ def _array(name: str, kind: str, values: Any, missing: Any = None) -> Any:
     return pandas.to_datetime(texts, format="%Y-%m-%d").array if name == "tariff_date" else texts
 
 
-def empty_frame(shipments: pandas.DataFrame, passed: Iterable[str]) -> pandas.DataFrame:
-    """The frame of no rows, with the columns and types that every other has."""
-    return frame_of(_native.RowColumns(), FrameShipments(shipments.iloc[:0], passed))
-
-
 def rate_frame(shipments: pandas.DataFrame, data: Union[str, os.PathLike[str], None] = None, *,
                set: str = "SAMPLE", jobs: Optional[int] = None, engine: str = "tolvex",
                service_guide: str = "servgd", passed: Iterable[str] = (),
@@ -91,45 +123,55 @@ def rate_frame(shipments: pandas.DataFrame, data: Union[str, os.PathLike[str], N
     """Rates a frame of shipments in worker processes, by ``cwt batch``.
 
     shipments: a row each, in the columns of ``docs/shipment.md``; weights are whole pounds. A value
-    that is missing (None, NaN, NA) is a key left out. Other columns are passed on as they are; one
-    whose name is nearly that of one that is read is an error, unless it is in ``passed``.
+    that is missing (None, NaN, NA) is a key left out. Other columns are passed on as they are.
+    passed: the columns that are meant to be passed on. Of others there is a warning,
+    ColumnsPassedOn; one whose name is nearly that of one that is read is an error.
     data, set, engine, service_guide: as of Session.
     jobs: worker processes; None: as many as there are processors.
     timeout: seconds after which a row that has no answer is given up.
 
     Result: a frame with the same index and a row for every row, in their order, with the columns of
-    ``docs/rows.md`` but ``row``. ``status`` is "rated", "refused" or "failed"; ``code``, ``place``
+    ``docs/rows.md`` but ``row``. ``id`` has the values that it had. ``status`` is "rated", "refused" or "failed"; ``code``, ``place``
     and ``reason`` tell why there is no bill. Amounts are whole cents, in columns whose names say so
     (``total_due_cents``; of a rate, cents per hundredweight).
 
     Raises Broken when data, partners or disk are; then there are no rows at all. TypeError and
     ValueError, with the column's name, for a frame that cannot be read.
     """
+    jobs = min(os.cpu_count() or 1, _MOST_JOBS) if jobs is None else jobs
+    require_whole(_MOST_JOBS, jobs=jobs)
+    require_whole(_LONGEST_TIMEOUT, timeout=timeout)
+    directory = "" if data is None else os.fspath(data)
+    require_texts(data=directory, set=set, engine=engine, service_guide=service_guide)
     frame = FrameShipments(shipments, passed)
-    jobs = (os.cpu_count() or 1) if jobs is None else jobs
-    if jobs < 1:
-        raise ValueError("jobs: at least one worker process is wanted")
+    frame.tell_of_passed()
     columns = _native.RowColumns()
-    data = _native.find_data("" if data is None else os.fspath(data), set)
+    directory = _native.find_data(directory, set)
     with tempfile.TemporaryDirectory(prefix="hundredweight-") as folder:
         rows, summary, said = (Path(folder, name)
                                for name in ("rows.csv", "summary.json", "said.log"))
         with open(rows, "wb") as file:
-            frame.rows().write(file.write)
-        options = {"from": "csv", "to": "csv", "data": data, "set": set, "jobs": jobs,
+            file.writelines(frame.texts())
+        options = {"from": "csv", "to": "csv", "data": directory, "set": set, "jobs": jobs,
                    "engine": engine, "service-guide": service_guide, "timeout": timeout,
                    "summary": summary}
         command = [str(Path(__file__).parent / _native.CWT), "batch", str(rows), "--no-progress"]
         command += [f"--{name}={value}" for name, value in options.items()]
-        _run(command, columns, said)
-        _confirm(summary, said)
+        _confirm(summary, said, _run(command, columns, said))
     return frame_of(columns, frame)
 
 
-def _run(command: list[str], columns: _native.RowColumns, said: Path) -> None:
-    """Runs a batch, and takes its rows."""
-    with open(said, "wb") as errors, subprocess.Popen(
-            command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=errors) as batch:
+def _start(command: list[str], errors: BinaryIO) -> subprocess.Popen[bytes]:
+    try:
+        return subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                stderr=errors)
+    except OSError as error:
+        raise _native.Broken(f"{command[0]}: {error.strerror}") from None
+
+
+def _run(command: list[str], columns: _native.RowColumns, said: Path) -> int:
+    """Runs a batch, and takes its rows. Result: how it ended."""
+    with open(said, "wb") as errors, _start(command, errors) as batch:
         assert batch.stdout is not None
         try:
             header = batch.stdout.read(len(columns.header))
@@ -140,9 +182,10 @@ def _run(command: list[str], columns: _native.RowColumns, said: Path) -> None:
         except BaseException:
             batch.kill()
             raise
+    return batch.returncode
 
 
-def _confirm(summary: Path, said: Path) -> None:
+def _confirm(summary: Path, said: Path, code: int) -> None:
     """Raises Broken for a batch that has not come to its end, and tells what it noted."""
     lines = said.read_text("utf-8", "replace").splitlines()
     try:
@@ -150,7 +193,9 @@ def _confirm(summary: Path, said: Path) -> None:
     except (OSError, ValueError):
         outcome = {"complete": False, "failure": None}
     if not outcome["complete"]:
-        last = lines[-1].removeprefix("cwt: ") if lines else "it has ended without a word"
+        if code < 0:
+            lines.append(f"cwt batch was ended by signal {-code} ({signal.strsignal(-code)})")
+        last = lines[-1].removeprefix("cwt: ") if lines else "cwt batch has ended without a word"
         raise _native.Broken(last or outcome["failure"])
     for line in lines:
         # A text of several lines is no mishap in a frame, whose rows are known.

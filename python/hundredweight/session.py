@@ -5,29 +5,19 @@ import json
 import os
 import warnings
 import weakref
-from decimal import Decimal
 from types import TracebackType
 from typing import TYPE_CHECKING, Any, Iterable, Mapping, Optional, Union
 
 from . import _native
 from .bill import Bill, Explanation, bill_of, explanation_of
 from .refusals import refused
+from .shipment import text_of
+from .terms import require_texts
 
 if TYPE_CHECKING:
     import pandas
 
     from .shipment import Shipment
-
-
-def _number(value: Any) -> Any:
-    """A value of a dict that is no JSON's own: a decimal, or a number of numpy."""
-    if isinstance(value, Decimal):
-        number = float(value)
-        # What a number would not hold is refused as it is written.
-        return number if Decimal(repr(number)) == value else str(value)
-    if hasattr(value, "item"):
-        return value.item()
-    raise TypeError(f"a shipment holds no {type(value).__name__}")
 
 
 class Session:
@@ -49,6 +39,7 @@ class Session:
     def __init__(self, data: Union[str, os.PathLike[str], None] = None, set: str = "SAMPLE", *,
                  engine: str = "tolvex", service_guide: str = "servgd") -> None:
         directory = "" if data is None else os.fspath(data)
+        require_texts(data=directory, set=set, engine=engine, service_guide=service_guide)
         self._native = _native.Session(directory, set, engine, service_guide)
         self._process = os.getpid()
         if self._native.said:
@@ -75,9 +66,10 @@ class Session:
         """Rates a shipment, as ``docs/shipment.md`` describes it; weights are whole pounds.
 
         Raises Refused, with every reason at once, for a shipment that is not rated; Broken when the
-        data or a partner are; ValueError when the session is closed.
+        data or a partner are; TypeError and ValueError, with the place, for a value that is none of
+        a shipment's; ValueError when the session is closed.
         """
-        text = json.dumps(shipment, default=_number, allow_nan=False)
+        text = text_of(shipment)
         rated, document, reason = self._own().rate(text)
         if not rated:
             raise refused(json.loads(document), reason)
@@ -87,7 +79,8 @@ class Session:
 
     def rate_frame(self, shipments: pandas.DataFrame, *,
                    passed: Iterable[str] = ()) -> pandas.DataFrame:
-        """Rates a frame of shipments, as rate_frame of the package does, in this process.
+        """Rates a frame of shipments, as rate_frame of the package does, in this process, and warns
+        like it.
 
         Raises Broken when the data or a partner are; TypeError and ValueError, with the column's
         name, for a frame that cannot be read; ValueError when the session is closed.
@@ -95,6 +88,7 @@ class Session:
         from .frames import FrameShipments, frame_of
 
         frame = FrameShipments(shipments, passed)
+        frame.tell_of_passed()
         columns = _native.RowColumns()
         self._own().rate_rows(frame.rows(), columns)
         return frame_of(columns, frame)

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <utility>
 
+#include "shipment/shipment_reader.h"
 #include "text/csv.h"
 
 namespace cwt {
@@ -72,7 +73,9 @@ bool TextOf(py::handle value, std::string& text) {
 
 }  // namespace
 
-FrameRows::FrameRows(std::vector<std::string> names, const std::vector<py::array>& columns) {
+FrameRows::FrameRows(std::vector<std::string> names, const std::vector<py::array>& columns,
+                     py::object index)
+    : index_(std::move(index)) {
     if (names.size() != columns.size() || names.empty()) {
         throw py::value_error("names and columns of a frame differ in number");
     }
@@ -109,16 +112,36 @@ Block FrameRows::BlockFrom(std::size_t begin) const {
                 static_cast<PyObject* const*>(column.cells.data(static_cast<py::ssize_t>(row)));
             if (!TextOf(*cell, text)) {
                 throw py::type_error(fmt::format(
-                    "the column \"{}\" holds a {} in row {}; texts, numbers and true or false are "
-                    "read",
-                    column.name, Py_TYPE(*cell)->tp_name, row + 1));
+                    "the column \"{}\" holds a {} in {}; texts, numbers and true or false are read",
+                    column.name, Py_TYPE(*cell)->tp_name, PlaceOf(row)));
             }
             AppendCsvField(block.text, text);
         }
         block.text += '\n';
+        if (block.text.size() - start > ShipmentReader::kLongestRow) RefuseLength(row);
         block.lengths.push_back(static_cast<std::uint32_t>(block.text.size() - start));
     }
     return block;
+}
+
+std::string FrameRows::PlaceOf(std::size_t row) const {
+    return fmt::format("row {} (index {})", row + 1,
+                       py::cast<std::string>(py::repr(index_[py::int_(row)])));
+}
+
+void FrameRows::RefuseLength(std::size_t row) const {
+    const FrameColumn* longest = nullptr;
+    std::size_t size = 0;
+    std::string text;
+    for (const FrameColumn& column : columns_) {
+        TextOf(*static_cast<PyObject* const*>(column.cells.data(static_cast<py::ssize_t>(row))),
+               text);
+        if (longest == nullptr || text.size() > size) longest = &column;
+        size = std::max(size, text.size());
+    }
+    throw py::value_error(
+        fmt::format("the column \"{}\" holds {} bytes in {}; a row has at most 1 MiB",
+                    longest->name, size, PlaceOf(row)));
 }
 
 }  // namespace cwt

@@ -11,6 +11,7 @@
 #include "batch/verdict.h"
 #include "frame_rows.h"
 #include "one_session.h"
+#include "other_threads.h"
 #include "row_columns.h"
 #include "session/messages.h"
 #include "shipment/shipment_columns.h"
@@ -77,14 +78,10 @@ void RateRows(OneSession& one, const FrameRows& rows, RowColumns& columns) {
     }
 }
 
-/// Calls back with one text after another: the header, and blocks of rows.
-void WriteRows(const FrameRows& rows, const py::function& write) {
-    write(py::bytes(rows.Header()));
-    for (std::size_t row = 0; row < rows.size();) {
-        const Block block = rows.BlockFrom(row);
-        write(py::bytes(block.text));
-        row += block.lengths.size();
-    }
+/// The text of some rows from `begin` on, and how many they are.
+std::pair<py::bytes, std::size_t> TextFrom(const FrameRows& rows, std::size_t begin) {
+    const Block block = rows.BlockFrom(begin);
+    return {block.text, block.lengths.size()};
 }
 
 /// For each column of a frame whether it is read; throws ValueError for names that cannot be relied
@@ -100,6 +97,16 @@ std::vector<bool> ReadColumns(const std::vector<std::string>& names,
     } catch (const std::runtime_error& error) {
         throw py::value_error(error.what());
     }
+}
+
+/// Ties the session to the life of the process: its end, and its forks.
+void FollowProcess() {
+    using namespace py::literals;
+    py::module_::import("atexit").attr("register")(py::cpp_function(OneSession::CloseForGood));
+    py::module_::import("os").attr("register_at_fork")(
+        "before"_a = py::cpp_function(OneSession::BeforeFork),
+        "after_in_parent"_a = py::cpp_function(OneSession::AfterForkInParent),
+        "after_in_child"_a = py::cpp_function(OneSession::AfterForkInChild));
 }
 
 void BindSession(py::module_& module) {
@@ -118,8 +125,10 @@ void BindSession(py::module_& module) {
 
 void BindFrames(py::module_& module) {
     py::class_<FrameRows>(module, "FrameRows")
-        .def(py::init<std::vector<std::string>, const std::vector<py::array>&>())
-        .def("write", WriteRows);
+        .def(py::init<std::vector<std::string>, const std::vector<py::array>&, py::object>())
+        .def_property_readonly("header",
+                               [](const FrameRows& rows) { return py::bytes(rows.Header()); })
+        .def("text_from", TextFrom);
     py::class_<RowColumns>(module, "RowColumns")
         .def(py::init<>())
         .def_property_readonly(
@@ -137,6 +146,7 @@ PYBIND11_MODULE(_native, module) {
     CollectMessageBoxes();
     py::register_exception<Broken>(module, "Broken", PyExc_RuntimeError);
     py::register_exception<SessionInUse>(module, "SessionInUse", PyExc_RuntimeError);
+    FollowProcess();
     BindSession(module);
     BindFrames(module);
     module.def("read_columns", ReadColumns);
@@ -146,7 +156,7 @@ PYBIND11_MODULE(_native, module) {
     });
     module.def("data_files", [](const std::string& data, const std::string& set,
                                 const std::string& engine, const std::string& service_guide) {
-        const py::gil_scoped_release others;
+        const OtherThreads others;
         return DataWatch(SourcesOf(data, set, engine, service_guide)).files();
     });
     module.attr("CWT") = HWT_FROM_PACKAGE_TO_CWT;

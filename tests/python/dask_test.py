@@ -41,6 +41,15 @@ class Cluster(unittest.TestCase):
         due = bills.groupby("tariff").total_due_cents.sum().compute()
         self.assertEqual(due.sum(), computed.total_due_cents.sum())
 
+    def test_columns_that_nobody_reads_are_warned_of_once(self):
+        shipments = self.shipments.assign(pct_off=5)
+        with self.assertWarnsRegex(hw.ColumnsPassedOn, '"pct_off"'):
+            bills = hw.dask.rate(shipments, data=DATA)
+        self.addCleanup(hw.dask.close_session)
+        with warnings.catch_warnings():
+            warnings.simplefilter("error", hw.ColumnsPassedOn)
+            self.assertEqual(bills.partitions[0].compute(scheduler="synchronous").pct_off.unique(), 5)
+
     def test_a_worker_keeps_one_session(self):
         bills = hw.dask.rate(self.shipments, data=DATA)
         bills.compute()

@@ -1,10 +1,11 @@
 """Frames: the bills of a batch, rows and index kept, and what columns may hold."""
 import decimal
 import unittest
+from unittest import mock
 
 import numpy
 import pandas
-from pandas.testing import assert_frame_equal
+from pandas.testing import assert_frame_equal, assert_series_equal
 
 import hundredweight as hw
 from samples import DATA, ROOT, copied_data, cwt, generated
@@ -49,12 +50,24 @@ class Frames(unittest.TestCase):
         frame = pandas.DataFrame([LANE] * 3, index=pandas.Index([7, 7, 2], name="order"))
         frame["shipped"] = pandas.date_range("2025-01-06", periods=3)
         frame["status"] = pandas.Categorical(["a", "b", "a"])
-        for bills in (self.session.rate_frame(frame), hw.rate_frame(frame, DATA, jobs=1)):
+        frame["id"] = [7, 8, 8]
+        passed = ["shipped", "status"]
+        for bills in (self.session.rate_frame(frame, passed=passed),
+                      hw.rate_frame(frame, DATA, jobs=1, passed=passed)):
             self.assertTrue(bills.index.equals(frame.index))
             self.assertEqual(bills.index.name, "order")
             self.assertTrue(bills.shipped.array.equals(frame.shipped.array))
             self.assertTrue((bills.input_status.array == frame.status.array).all())
+            assert_series_equal(bills.id, frame.id)
             self.assertEqual(list(bills.columns[:4]), ["id", "status", "shipped", "input_status"])
+
+    def test_columns_that_nobody_reads_are_warned_of(self):
+        frame = pandas.DataFrame([LANE]).assign(pct_off=5, lane=7)
+        with self.assertWarnsRegex(hw.ColumnsPassedOn, 'passed on: "pct_off"; ') as caught:
+            self.session.rate_frame(frame, passed=["lane"])
+        self.assertEqual(caught.filename, __file__)
+        self.assertWarns(hw.ColumnsPassedOn, hw.rate_frame, frame, DATA, jobs=1)
+        self.assertRaisesRegex(ValueError, "nosuch", self.session.rate_frame, frame, passed=["nosuch"])
 
     def test_values_are_taken_as_those_of_spreadsheets(self):
         same = {
@@ -74,10 +87,10 @@ class Frames(unittest.TestCase):
         self.assertIn('"00099"', bills.reason[0])
 
     def test_texts_of_every_kind_keep_their_row(self):
-        names = ["a,b", 'say "so"', "two\nlines", "ö\u20ac", "zero\0byte", "\ud800", "x" * (2 << 20), ""]
+        names = ["a,b", 'say "so"', "two\nlines", "ö\u20ac", "zero\0byte", "\ud800", ""]
         frame = pandas.DataFrame([LANE] * len(names)).assign(id=names)
         bills = self.session.rate_frame(frame)
-        self.assertEqual(list(bills.status), ["rated"] * 4 + ["refused"] * 3 + ["rated"])
+        self.assertEqual(list(bills.status), ["rated"] * 4 + ["refused"] * 2 + ["rated"])
         self.assertEqual(list(bills.id[:4]), names[:4])
         assert_frame_equal(hw.rate_frame(frame, DATA, jobs=2), bills)
 
@@ -88,7 +101,10 @@ class Frames(unittest.TestCase):
             (ValueError, '"discont_percent".*"discount_percent" is most likely meant',
              frame.assign(discont_percent=5)),
             (ValueError, '"tariff" is there twice', pandas.concat([frame, frame[["tariff"]]], axis=1)),
-            (TypeError, '"weight_1" holds a list in row 1', frame.assign(weight_1=[[1]])),
+            (TypeError, r'"weight_1" holds a list in row 1 \(index 0\)', frame.assign(weight_1=[[1]])),
+            (TypeError, "the column True: a name is a text", frame.assign(**{"x": 1}).rename(columns={"x": True})),
+            (ValueError, r"the column '\\ud800'", frame.assign(**{"\ud800": 1})),
+            (ValueError, r'"id" holds \d+ bytes in row 1 \(index 0\)', frame.assign(id="x\n" * (1 << 20))),
             (TypeError, '"id" is of the type datetime64', frame.assign(id=pandas.Timestamp("2025-01-06"))),
             (TypeError, "a pandas DataFrame of shipments is wanted, not a dict", LANE)]
         for kind, words, shipments in cases:
@@ -109,7 +125,19 @@ class Frames(unittest.TestCase):
             (data / "tolvex-rates.txt").write_text("no rates")
             self.assertRaisesRegex(hw.Broken, "tolvex-rates", hw.rate_frame, frame, data, jobs=2)
         self.assertRaisesRegex(hw.Broken, "noengine", hw.rate_frame, frame, DATA, engine="noengine")
-        self.assertRaisesRegex(ValueError, "jobs", hw.rate_frame, frame, DATA, jobs=0)
+        for name, number in (("jobs", 0), ("jobs", 1.5), ("jobs", 9999), ("timeout", 0)):
+            self.assertRaisesRegex(ValueError, f"^{name}: a whole number", hw.rate_frame, frame, DATA, **{name: number})
+        self.assertRaisesRegex(ValueError, "^set: no path", hw.rate_frame, frame, DATA, set="a\0b")
+
+    def test_a_command_that_does_not_start_or_is_killed_is_named(self):
+        frame = pandas.DataFrame([LANE])
+        for lines, words in ((None, "no-cwt: No such file"), ("kill -9 $$", "signal 9 .Killed"), ("", "without a word")):
+            command = ROOT / "no-cwt"
+            if lines is not None:
+                command.write_text(f"#!/bin/sh\n{lines}\n")
+                command.chmod(0o755)
+            with mock.patch("hundredweight._native.CWT", str(command)):
+                self.assertRaisesRegex(hw.Broken, words, hw.rate_frame, frame, DATA)
 
 
 if __name__ == "__main__":

@@ -4,8 +4,12 @@ import json
 import multiprocessing
 import os
 import pickle
+import subprocess
+import sys
 import threading
 import unittest
+
+import numpy
 
 import hundredweight as hw
 from samples import DATA, SAMPLES, copied_data, cwt, generated
@@ -51,12 +55,23 @@ class Rating(unittest.TestCase):
         self.session.close()
         self.assertRaises(ValueError, bill.explain)
 
-    def test_numbers_of_a_shipment_may_be_decimals(self):
-        shipment = {**FIRST, "discount": {"percent": decimal.Decimal("45.5")}}
-        self.assertEqual(self.session.rate(shipment).discount.percent, decimal.Decimal("45.50"))
-        with self.assertRaisesRegex(TypeError, "a shipment holds no bytes"):
-            self.session.rate({**FIRST, "id": b"1"})
-        self.assertRaises(ValueError, self.session.rate, {**FIRST, "factor": float("nan")})
+    def test_numbers_of_a_shipment_may_be_decimals_and_of_numpy(self):
+        for number in (decimal.Decimal("45.6"), numpy.float32(45.6), numpy.longdouble("45.6")):
+            bill = self.session.rate({**FIRST, "discount": {"percent": number}})
+            self.assertEqual(bill.discount.percent, decimal.Decimal("45.60"))
+        line = {"class": numpy.int64(70), "weight": numpy.uint16(500)}
+        self.assertEqual(self.session.rate({**FIRST, "lines": [line], "service_guide": numpy.bool_(False)}).total_weight, 500)
+
+    def test_values_that_are_none_of_a_shipment_are_named(self):
+        cases = [
+            (TypeError, "^id: a shipment holds no bytes", {"id": b"1"}),
+            (TypeError, r"^lines\[0\].weight: .* no ndarray", {"lines": [{"class": 70, "weight": numpy.array(5)}]}),
+            (TypeError, "^factor: .* no timedelta64", {"factor": numpy.timedelta64(1, "D")}),
+            (TypeError, "^origin: the key 1 is no text", {"origin": {1: 2}}),
+            (ValueError, "^factor: nan is no number", {"factor": float("nan")}),
+            (hw.Refused, "^factor: a number is wanted", {"factor": decimal.Decimal("0.9" + "0" * 20 + "1")})]
+        for kind, words, changes in cases:
+            self.assertRaisesRegex(kind, words, self.session.rate, {**FIRST, **changes})
 
 
 class Sessions(unittest.TestCase):
@@ -124,6 +139,42 @@ class Sessions(unittest.TestCase):
             process.start()
             self.assertIn(f"of the process {os.getpid()}", queue.get(timeout=60))
             process.join()
+
+    def test_a_process_forked_while_a_session_is_opened_goes_on(self):
+        code = """if True:
+            import os, signal, threading, hundredweight as hw
+            def work():
+                while True:
+                    hw.Session(%r).close()
+            threading.Thread(target=work, daemon=True).start()
+            for _ in range(20):
+                child = os.fork()
+                if child == 0:
+                    signal.alarm(30)
+                    try:
+                        hw.Session(%r).close()
+                    except hw.SessionInUse:
+                        pass
+                    os._exit(0)
+                assert os.waitpid(child, 0)[1] == 0"""
+        self.assert_ends_well(code % (str(DATA), str(DATA)))
+
+    def test_the_interpreter_ends_while_a_daemon_thread_rates(self):
+        code = """if True:
+            import json, pathlib, threading, time, hundredweight as hw
+            session = hw.Session(%r)
+            shipment = json.loads(pathlib.Path(session.data, "shipments/01-deficit-and-discount.json").read_text())
+            def work():
+                while True:
+                    session.rate(shipment)
+            for _ in range(3):
+                threading.Thread(target=work, daemon=True).start()
+            time.sleep(0.1)"""
+        self.assert_ends_well(code % str(DATA))
+
+    def assert_ends_well(self, code):
+        done = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, timeout=60)
+        self.assertEqual(done.returncode, 0, done.stderr)
 
 
 if __name__ == "__main__":

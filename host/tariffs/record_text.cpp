@@ -5,8 +5,6 @@
 namespace cwt {
 namespace {
 
-constexpr const char* kRecord = "record";
-
 void WriteHeader(const std::vector<Column>& columns, SheetWriter& sheet) {
     for (const Column& column : columns) sheet.Cell(column.name);
     sheet.EndRow();
@@ -21,7 +19,7 @@ void WriteInner(const Family& family, std::string_view record, std::size_t numbe
         std::string& text = folder.Sheet(inner.sheet);
         SheetWriter sheet(text);
         if (text.empty()) {
-            if (is_table) sheet.Cell(kRecord);
+            if (is_table) sheet.Cell(kRecordColumn);
             sheet.Cell(inner.number);
             WriteHeader(columns, sheet);
         }
@@ -45,7 +43,7 @@ void ReadInner(const Family& family, std::string& records, FolderReader& folder)
         const std::vector<Column> columns = ColumnsOf(inner.fields);
         std::vector<SheetReader::Wanted> wanted = WantedColumns(columns);
         wanted.insert(wanted.begin(), {inner.number, true});
-        if (is_table) wanted.insert(wanted.begin(), {kRecord, true});
+        if (is_table) wanted.insert(wanted.begin(), {kRecordColumn, true});
         const std::size_t first = is_table ? 2 : 1;
         SheetReader sheet(inner.sheet, *text, wanted, folder.findings());
         std::vector<bool> is_told(count * inner.count);

@@ -9,6 +9,9 @@
 
 namespace cwt {
 
+/// Where the rows of arrays that lie in a table's records name the record, from 1.
+inline constexpr const char* kRecordColumn = "record";
+
 /// Writes a file's whole records. Result: the bytes behind them. `sheet` is where a table's rows
 /// go.
 std::string_view WriteRecords(const Family& family, const std::string& sheet,

@@ -10,6 +10,7 @@
 #include "tariffs/folder.h"
 #include "tariffs/odd_files.h"
 #include "tariffs/record_text.h"
+#include "tariffs/set_checks.h"
 #include "text/letters.h"
 
 namespace cwt {
@@ -183,6 +184,8 @@ class Builder {
             ReadNamed(*family);
         }
         folder_.TellUnused();
+        // Of a text that was not read whole, more would be doubted than it says.
+        if (!result_.findings.Has(Finding::kError)) CheckSet(result_.files, folder_);
         return std::move(result_);
     }
 

@@ -4,13 +4,11 @@
 #include <charconv>
 
 #include "tariffs/record_text.h"
-#include "text/code_page.h"
 
 namespace cwt {
 namespace {
 
 constexpr std::size_t kToldOfAKind = 5;
-constexpr std::size_t kLongestCell = 40;
 
 std::string SheetOf(const Table& table) {
     return table.inner != nullptr ? table.inner->sheet : table.family.text;
@@ -72,12 +70,11 @@ void CheckedSet::Add(const Table& table, std::size_t row, const Column& column,
     const std::string sheet = SheetOf(table);
     const std::string_view kind(reason.data(), reason.size());
     if (++counts_[{sheet, kind}] > kToldOfAKind) return;
-    std::string held = FieldText(*column.field, table.bytes(row, column));
-    if (held.size() > kLongestCell) held = held.substr(0, kLongestCell) + "...";
     const bool is_setting = table.inner == nullptr && table.family.shape == Shape::kSettings;
     doubts_.push_back({sheet, kind, row, column.name, other,
-                       fmt::format("{}{} \"{}\" {}", is_setting ? sheet + "." : "", column.name,
-                                   Printable(held), fmt::vformat(reason, args))});
+                       ValueText(is_setting ? sheet + "." + column.name : column.name,
+                                 FieldText(*column.field, table.bytes(row, column)),
+                                 fmt::vformat(reason, args))});
     tables_.try_emplace(sheet, table);
 }
 

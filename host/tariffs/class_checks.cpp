@@ -51,36 +51,31 @@ void CheckMappedClasses(CheckedSet& set) {
     }
 }
 
-/// Bounds of a weight break; a number that is none counts as it is read, 0.
 struct Bounds {
     int lowest, highest;
 };
 
-Bounds BoundsOf(const Table& breaks, std::size_t row) {
-    return {WholeIn(breaks.bytes(row, breaks.column("lowest_pounds"))).value_or(0),
-            WholeIn(breaks.bytes(row, breaks.column("highest_pounds"))).value_or(0)};
+/// The bounds of a weight break; nothing when they are no numbers.
+std::optional<Bounds> BoundsOf(const Table& breaks, std::size_t row) {
+    const auto lowest = WholeIn(breaks.bytes(row, breaks.column("lowest_pounds")));
+    const auto highest = WholeIn(breaks.bytes(row, breaks.column("highest_pounds")));
+    return lowest && highest ? std::optional(Bounds{*lowest, *highest}) : std::nullopt;
 }
 
-bool HasNumbers(const Table& breaks, std::size_t row) {
-    return WholeIn(breaks.bytes(row, breaks.column("lowest_pounds"))).has_value() &&
-           WholeIn(breaks.bytes(row, breaks.column("highest_pounds"))).has_value();
-}
-
-void CheckBreakNumbers(CheckedSet& set) {
+void CheckBreaks(CheckedSet& set) {
     const Table breaks = set.TableOf("WGT");
     for (std::size_t row = 0; row < breaks.size(); ++row) {
         for (const char* name : {"lowest_pounds", "highest_pounds"}) {
             const Column& column = breaks.column(name);
-            if (!WholeIn(breaks.bytes(row, column))) {
-                set.Doubt(breaks, row, column,
-                          "is no whole number of pounds: what its first digits give is read, "
-                          "and nothing without any");
-            }
+            if (WholeIn(breaks.bytes(row, column))) continue;
+            set.Doubt(breaks, row, column,
+                      "is no whole number of pounds: what its first digits give is read, and 0 "
+                      "without any");
         }
-        const Bounds bounds = BoundsOf(breaks, row);
-        if (HasNumbers(breaks, row) && bounds.lowest > bounds.highest) {
+        const std::optional<Bounds> bounds = BoundsOf(breaks, row);
+        if (bounds && bounds->lowest > bounds->highest) {
             set.Doubt(breaks, row, breaks.column("lowest_pounds"),
-                      "is above highest_pounds, {}: no weight is in the break", bounds.highest);
+                      "is above highest_pounds, {}: no weight is in the break", bounds->highest);
         }
         if (breaks.bytes(row, breaks.column("label")).starts_with(kUnused)) {
             set.Doubt(breaks, row, breaks.column("label"),
@@ -93,32 +88,29 @@ void CheckBreakNumbers(CheckedSet& set) {
 void CheckBreakAscent(CheckedSet& set) {
     const Table breaks = set.TableOf("WGT");
     const Column& lowest = breaks.column("lowest_pounds");
+    std::optional<Bounds> before;
     for (std::size_t row = 0; row < breaks.size(); ++row) {
-        if (!HasNumbers(breaks, row)) continue;
-        const Bounds bounds = BoundsOf(breaks, row);
-        if (row == 0) {
-            if (bounds.lowest > 1) {
-                set.Doubt(breaks, row, lowest, "begins the first break: lower weights are refused");
-            }
-            continue;
+        const std::optional<Bounds> last = before;
+        const std::optional<Bounds> bounds = before = BoundsOf(breaks, row);
+        if (row == 0 && bounds && bounds->lowest > 1) {
+            set.Doubt(breaks, row, lowest, "begins the first break: lower weights are refused");
         }
-        if (!HasNumbers(breaks, row - 1)) continue;
-        const Bounds before = BoundsOf(breaks, row - 1);
-        if (bounds.lowest <= before.lowest) {
+        if (!last || !bounds) continue;
+        if (bounds->lowest <= last->lowest) {
             set.DoubtAgainst(breaks, row, lowest, row - 1,
                              "is not above {}, where the break before it begins: breaks ascend, "
                              "and of those that hold a weight the first is taken",
-                             before.lowest);
-        } else if (bounds.lowest <= before.highest) {
+                             last->lowest);
+        } else if (bounds->lowest <= last->highest) {
             set.DoubtAgainst(breaks, row, lowest, row - 1,
-                             "is within the break before it, which goes to {}: these weights "
-                             "count there; {} would follow it",
-                             before.highest, before.highest + 1);
-        } else if (bounds.lowest > before.highest + 1) {
+                             "is within the break before it, which goes to {}: up to there the "
+                             "weights count as that break's; each begins a pound behind the last",
+                             last->highest);
+        } else if (bounds->lowest - 1 > last->highest) {
             set.DoubtAgainst(breaks, row, lowest, row - 1,
                              "leaves a gap behind {}, where the break before it ends: weights "
                              "between them are refused",
-                             before.highest);
+                             last->highest);
         }
     }
 }
@@ -154,8 +146,8 @@ void CheckSurchargeBreak(CheckedSet& set) {
     }
 }
 
-constexpr SetCheck kChecks[] = {CheckClasses, CheckMappedClasses, CheckBreakNumbers,
-                                CheckBreakAscent, CheckSurchargeBreak};
+constexpr SetCheck kChecks[] = {CheckClasses, CheckMappedClasses, CheckBreaks, CheckBreakAscent,
+                                CheckSurchargeBreak};
 
 }  // namespace
 

@@ -1,5 +1,5 @@
 // Discounts: the groups of the discount file and of profiles, and the profiles' by postal codes.
-#include <algorithm>
+#include <map>
 
 #include "tariffs/discount_terms.h"
 #include "tariffs/field_values.h"
@@ -89,20 +89,32 @@ void CheckColumnsAgainstBreaks(CheckedSet& set) {
     }
 }
 
+void CheckPercentsWithoutColumn(CheckedSet& set, const Table& table, std::size_t row,
+                                std::size_t weight_columns) {
+    std::map<std::string_view, std::size_t> numbers;
+    for (const Column& column : table.columns) {
+        const std::string_view name = column.field->name;
+        if (!name.ends_with("percent") || column.field->count == 1) continue;
+        const std::size_t number = ++numbers[name];
+        if (number <= weight_columns || TermIn(column, table.bytes(row, column)) == 0) continue;
+        set.Doubt(table, row, column,
+                  "never holds: it is for weight column {}, and discount-weights.csv has {}",
+                  number, weight_columns);
+    }
+}
+
 void CheckPercentsWithoutColumn(CheckedSet& set) {
-    const Table groups = set.TableOf("DIS", "discount-groups.csv");
     const std::size_t count = CountOfWeightColumns(set.TableOf("DIS", "discount-weights.csv"));
+    const Table groups = set.TableOf("DIS", "discount-groups.csv");
     for (std::size_t row = 0; row < groups.size(); ++row) {
-        std::size_t number = 0;
-        for (const Column& column : groups.columns) {
-            if (std::string_view(column.field->name) != "percent" || ++number <= count) continue;
-            if (DecimalIn(groups.bytes(row, column)).value_or(0) != 0) {
-                set.Doubt(groups, row, column,
-                          "never holds: discount-weights.csv has {} columns, and this "
-                          "is the percentage of column {}",
-                          count, number);
-            }
-        }
+        CheckPercentsWithoutColumn(set, groups, row, count);
+    }
+    // A profile may take the place of the first two groups.
+    const Table profiles = set.TableOf("PROFILE.FIL");
+    const Column& takes_groups = profiles.column("discount_file");
+    for (std::size_t row = 0; row < profiles.size() && groups.size() > 0; ++row) {
+        if (BinaryIn<std::int16_t>(profiles.bytes(row, takes_groups)) == 0) continue;
+        CheckPercentsWithoutColumn(set, profiles, row, count);
     }
 }
 

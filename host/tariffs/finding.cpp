@@ -30,6 +30,13 @@ void Findings::MakeStrict() {
     }
 }
 
+std::string ValueText(std::string_view name, std::string_view value, std::string_view text) {
+    constexpr std::size_t kLongest = 40;
+    const bool is_long = value.size() > kLongest;
+    return fmt::format("{} \"{}{}\" {}", name, Printable(value.substr(0, kLongest)),
+                       is_long ? "..." : "", text);
+}
+
 std::string FindingText(const Finding& finding) {
     constexpr const char* kWords[] = {"note", "warning", "error"};
     std::string text = finding.place.file;

@@ -42,6 +42,9 @@ class Findings {
     std::vector<Finding> list_;
 };
 
+/// What is said of a value: its name, what it holds, cut when it is long, and the text.
+std::string ValueText(std::string_view name, std::string_view value, std::string_view text);
+
 /// One line: "zip-ranges.csv:3:7: error: ...".
 std::string FindingText(const Finding& finding);
 

@@ -93,23 +93,24 @@ Box BoxOf(const Minimums& minimums, std::size_t row) {
     return box;
 }
 
-/// The box with its two ranges of postal codes exchanged.
-Box Exchanged(const Box& box) {
-    return {box[2], box[3], box[0], box[1], box[4], box[5]};
+/// A one-way box as either-way records see it: the lower postal codes of its pairs, the higher.
+Box LowerAndHigher(const Box& box) {
+    return {std::min(box[0], box[2]),
+            std::max(box[1], box[3]),
+            std::max(box[0], box[2]),
+            std::min(box[1], box[3]),
+            box[4],
+            box[5]};
 }
 
-/// A box whose ranges are both all that lies between the ends of the two.
-Box Spanned(const Box& box) {
-    const std::uint64_t low = std::min(box[0], box[2]);
-    const std::uint64_t high = std::min(box[1], box[3]);
-    return {low, high, low, high, box[4], box[5]};
+/// An either-way box without what cannot be the lower postal code of a pair, or the higher.
+Box Narrowed(const Box& box) {
+    return {box[0], std::max(box[1], box[3]), std::max(box[0], box[2]), box[3], box[4], box[5]};
 }
 
-/// What an either-way record before a one-way one must lie around to hide it: it looks for the
-/// lower postal code in its first range.
-Box AsEitherWay(const Box& box) {
-    if (~box[1] <= box[2]) return box;
-    return ~box[3] <= box[0] ? Exchanged(box) : Spanned(box);
+/// A narrowed either-way box as one-way records see it: each postal code at both ends.
+Box BothWays(const Box& box) {
+    return {box[0], box[3], box[0], box[3], box[4], box[5]};
 }
 
 /// A record that one before it hides. What only several before it hide together is not found.
@@ -126,10 +127,11 @@ void CheckHiddenMinimums(CheckedSet& set) {
     either_way.Build();
     for (std::size_t row = 0; row < table.size(); ++row) {
         if (!minimums.CanFit(row)) continue;
-        const Box box = BoxOf(minimums, row);
+        const Box own = BoxOf(minimums, row);
         const bool is_one_way = minimums.IsOneWay(row);
-        auto hiding = one_way.Around(is_one_way ? box : Spanned(box), row);
-        if (!hiding) hiding = either_way.Around(is_one_way ? AsEitherWay(box) : box, row);
+        const Box box = is_one_way ? own : Narrowed(own);
+        auto hiding = one_way.Around(is_one_way ? box : BothWays(box), row);
+        if (!hiding) hiding = either_way.Around(is_one_way ? LowerAndHigher(box) : box, row);
         if (hiding) {
             set.DoubtAgainst(table, row, minimums.first.low, hiding,
                              "begins a record that is never reached, as one before it fits all "

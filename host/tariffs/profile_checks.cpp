@@ -24,6 +24,11 @@ void CheckNames(CheckedSet& set) {
         const auto [first, is_new] = rows.emplace(text, row);
         if (text.empty()) {
             set.Doubt(profiles, row, column, "names no profile: nobody can choose it");
+        } else if (text.size() == name.size()) {
+            set.Doubt(profiles, row, column,
+                      "has {} characters: behind the last must be room for the end, or nobody can "
+                      "choose the profile",
+                      text.size());
         } else if (!is_new) {
             set.DoubtAgainst(profiles, row, column, first->second,
                              "is the name of two profiles, and the first is always found");

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <charconv>
 
-#include "text/code_page.h"
 #include "text/csv.h"
 #include "text/nearest_word.h"
 
@@ -137,19 +136,12 @@ Place SheetReader::place(std::size_t column) const {
     return {file_, line_, indexes_[column] == kNone ? 0 : CharacterOf(row_, indexes_[column])};
 }
 
-std::string SheetReader::Words(std::size_t column, const std::string& text) const {
-    constexpr std::size_t kLongest = 40;
-    std::string held(cell(column));
-    if (held.size() > kLongest) held = held.substr(0, kLongest) + "...";
-    return fmt::format("{} \"{}\" {}", names_[column], Printable(held), text);
-}
-
 void SheetReader::Refuse(std::size_t column, const std::string& text) {
-    findings_.Refuse(place(column), Words(column, text));
+    findings_.Refuse(place(column), ValueText(names_[column], cell(column), text));
 }
 
 void SheetReader::Warn(std::size_t column, const std::string& text) {
-    findings_.Warn(place(column), Words(column, text));
+    findings_.Warn(place(column), ValueText(names_[column], cell(column), text));
 }
 
 }  // namespace cwt

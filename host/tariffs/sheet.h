@@ -55,7 +55,6 @@ class SheetReader {
  private:
     bool ReadRow();
     void ReadHeader(const std::vector<Wanted>& columns);
-    std::string Words(std::size_t column, const std::string& text) const;
 
     std::string file_;
     std::string_view rest_;  ///< What has not been read.

@@ -21,6 +21,8 @@ Files WholeSet() {
     options.fallbacks = true;
     files.merge(hundredweight::samples::TariffSetFiles(options));
     files.merge(hundredweight::samples::ProfileFiles());
+    files.merge(hundredweight::samples::EngineFiles());
+    files.merge(hundredweight::samples::ServiceGuideFiles());
     files["PROFILE.ZSA"] = "ZSA";
     files["Northeast.ZP6"] = files["SAMPLE.ZP6"];
     files["NOW.OPT"] = std::string(1797 * 2, 'o');

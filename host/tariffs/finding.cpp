@@ -30,11 +30,15 @@ void Findings::MakeStrict() {
     }
 }
 
-std::string ValueText(std::string_view name, std::string_view value, std::string_view text) {
+std::string ValueWords(std::string_view name, std::string_view value) {
     constexpr std::size_t kLongest = 40;
     const bool is_long = value.size() > kLongest;
-    return fmt::format("{} \"{}{}\" {}", name, Printable(value.substr(0, kLongest)),
-                       is_long ? "..." : "", text);
+    return fmt::format("{} \"{}{}\"", name, Printable(value.substr(0, kLongest)),
+                       is_long ? "..." : "");
+}
+
+std::string ValueText(std::string_view name, std::string_view value, std::string_view text) {
+    return fmt::format("{} {}", ValueWords(name, value), text);
 }
 
 std::string FindingText(const Finding& finding) {

@@ -42,7 +42,8 @@ class Findings {
     std::vector<Finding> list_;
 };
 
-/// What is said of a value: its name, what it holds, cut when it is long, and the text.
+/// A value's name, and what it holds, cut when it is long; behind them, a text.
+std::string ValueWords(std::string_view name, std::string_view value);
 std::string ValueText(std::string_view name, std::string_view value, std::string_view text);
 
 /// One line: "zip-ranges.csv:3:7: error: ...".

@@ -136,6 +136,10 @@ Place SheetReader::place(std::size_t column) const {
     return {file_, line_, indexes_[column] == kNone ? 0 : CharacterOf(row_, indexes_[column])};
 }
 
+std::string SheetReader::Words(std::size_t column) const {
+    return ValueWords(names_[column], cell(column));
+}
+
 void SheetReader::Refuse(std::size_t column, const std::string& text) {
     findings_.Refuse(place(column), ValueText(names_[column], cell(column), text));
 }

@@ -49,6 +49,8 @@ class SheetReader {
     /// Refuses or warns of a cell of the present row: its column's name, what it holds, the text.
     void Refuse(std::size_t column, const std::string& text);
     void Warn(std::size_t column, const std::string& text);
+    /// A cell of the present row in words: its column's name, and what it holds.
+    std::string Words(std::size_t column) const;
     Place place() const { return {file_, line_, 0}; }
     Place place(std::size_t column) const;
 

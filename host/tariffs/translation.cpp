@@ -9,6 +9,7 @@
 #include "tariffs/family.h"
 #include "tariffs/folder.h"
 #include "tariffs/odd_files.h"
+#include "tariffs/partner_files.h"
 #include "tariffs/record_text.h"
 #include "tariffs/set_checks.h"
 #include "text/letters.h"
@@ -72,6 +73,7 @@ class Exporter {
         }
         WriteZipTables();
         for (const std::string& name : option_files) WriteOptions(name);
+        WritePartnerFiles();
         TellOthers();
         result_.set = set_;
         result_.files = folder_.Finish();
@@ -155,6 +157,17 @@ class Exporter {
         return is_current ? kOptionFile : kEarlierOptionFile;
     }
 
+    /// The partners open their files by these very names.
+    void WritePartnerFiles() {
+        PartnerExport partners(folder_, result_.findings);
+        for (const PartnerTable& table : PartnerTables()) {
+            const auto file = data_.find(table.file);
+            if (file == data_.end()) continue;
+            written_.insert(file->first);
+            partners.Write(table, file->second);
+        }
+    }
+
     void TellOthers() {
         for (const auto& [name, bytes] : data_) {
             if (!written_.contains(name)) {
@@ -183,6 +196,7 @@ class Builder {
         for (const Family* family : {&kZipTable, &kOptionFile, &kEarlierOptionFile}) {
             ReadNamed(*family);
         }
+        ReadPartnerFiles(folder_, result_.files);
         folder_.TellUnused();
         // Of a text that was not read whole, more would be doubted than it says.
         if (!result_.findings.Has(Finding::kError)) CheckSet(result_.files, folder_);

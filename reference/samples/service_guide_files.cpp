@@ -7,6 +7,7 @@ namespace {
 constexpr const char* kTerminals =
     "# name | code | address | second line | city | state | postal code | telephone | toll-free |"
     " fax | hours | manager | electronic mail\n"
+    "# A code that begins with XXX stands for no terminal of the carrier's own.\n"
     "New York Terminal | NYC01 | 48-20 Review Avenue | | Long Island City | NY | 11101 | 718-555-0110"
     " | 800-555-0110 | 718-555-0111 | Mon-Fri 06:00-20:00 | Rosa Delgado | nyc@carrier.example\n"
     "Atlanta Terminal | ATL01 | 1250 Moreland Avenue SE | Gate 3 | Atlanta | GA | 30316-3302 |"
@@ -20,7 +21,6 @@ constexpr const char* kTerminals =
     " 800-555-0150 | 323-555-0151 | Mon-Fri 05:00-21:00 | Kenji Mori | la@carrier.example\n"
     "Toronto Terminal | TOR01 | 75 Commissioners Street | | Toronto | ON | M5A 1A6 | 416-555-0160 |"
     " 800-555-0160 | 416-555-0161 | Mon-Fri 07:00-18:00 | Anne Fournier | toronto@carrier.example\n"
-    "# A code that begins with XXX stands for no terminal of the carrier's own.\n"
     "Served on request | XXX01 | | | | | | | 800-555-0100 | | | | service@carrier.example\n";
 
 constexpr const char* kPoints =

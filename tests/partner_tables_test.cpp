@@ -5,7 +5,6 @@
 #include <string>
 
 #include "reference/samples/file_contents.h"
-#include "reference/samples/service_guide_files.h"
 #include "tariffs/translation.h"
 
 namespace cwt {

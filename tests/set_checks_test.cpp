@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "reference/samples/file_contents.h"
-#include "reference/samples/profile_file.h"
 #include "tariffs/translation.h"
 
 namespace cwt {

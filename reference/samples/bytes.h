@@ -12,9 +12,6 @@ inline std::string Padded(std::string_view text, std::size_t width) {
     return field;
 }
 
-inline std::string RightAligned(std::string_view text, std::size_t width) {
-    return Padded("", width - text.size()).append(text);
-}
 
 template <typename Number>
 std::string Bytes(Number number) {

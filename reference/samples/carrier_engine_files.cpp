@@ -1,11 +1,11 @@
 #include <fmt/format.h>
 
 #include <iterator>
+#include <string>
 #include <string_view>
 
 #include "reference/samples/carrier_files.h"
 #include "reference/samples/file_contents.h"
-#include "reference/samples/network.h"
 
 namespace hundredweight::samples {
 namespace {
@@ -27,11 +27,29 @@ std::string RowsOfOthers(const char* file) {
     return kept;
 }
 
+/// A class and what it pays for every 1000 that class 100 pays.
+struct ClassRelation {
+    std::string_view class_code;
+    int permille;
+};
+
+constexpr ClassRelation kClasses[] = {
+    {"500", 3900}, {"400", 3100}, {"300", 2400}, {"250", 2050}, {"200", 1720}, {"175", 1520},
+    {"150", 1330}, {"125", 1160}, {"110", 1060}, {"100", 1000}, {"92", 930},   {"85", 860},
+    {"77", 790},   {"70", 735},   {"65", 690},   {"60", 645},   {"55", 605},   {"50", 565},
+};
+
+/// Dollars of a rate that pays so much for every 1000 cents of class 100, rounded to whole dimes,
+/// as rates are quoted.
+std::string RateText(int class_100, int permille) {
+    const int dimes = (class_100 * permille + 5000) / 10'000;
+    return fmt::format("{}.{}0", dimes / 10, dimes % 10);
+}
+
 /// Cents per hundredweight of class 100, at the lowest weights of the first scale.
 constexpr int kFirstRate = 4000;
-/// What a break pays for every 1000 that the first one pays.
+/// What each of the national tariff's nine breaks pays for every 1000 that the first one pays.
 constexpr int kBreakPermille[] = {1000, 840, 700, 590, 470, 380, 280, 235, 210};
-static_assert(std::size(kBreakPermille) == std::size(kWeightBreaks));
 
 }  // namespace
 

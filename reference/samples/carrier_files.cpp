@@ -1,9 +1,10 @@
 #include "reference/samples/carrier_files.h"
 
-#include <cstdlib>
+#include <fmt/format.h>
+
 #include <set>
 
-#include "reference/samples/postal_map.h"
+#include "reference/samples/file_contents.h"
 
 namespace hundredweight::samples {
 
@@ -17,14 +18,13 @@ std::span<const CarrierFile> CarrierFiles() {
 }
 
 std::vector<ServedPrefix> ServedPrefixes() {
-    const std::set<std::string_view> not_served = {"AK", "GU", "HI", "ND", "PR", "RI", "VI"};
+    const std::set<std::string_view> not_served = {"AK", "GU", "HI", "ND", "PR", "RI", "VI", "XX"};
+    constexpr std::size_t kEntry = 4;  // Bytes for each prefix from 001 on, the state first.
+    const std::string states = TariffSetFiles({}).at("SAMPLE.SC");
     std::vector<ServedPrefix> prefixes;
-    for (const PostalRange& range : PostalMap()) {
-        if (range.low.front() > '9' || not_served.contains(range.state)) continue;
-        const int low = std::atoi(range.low.data()), high = std::atoi(range.high.data());
-        for (int prefix = low; prefix <= high; ++prefix) {
-            prefixes.push_back({std::to_string(1000 + prefix).substr(1), range.state});
-        }
+    for (std::size_t i = 0; i < states.size() / kEntry; ++i) {
+        const std::string state = states.substr(kEntry * i, 2);
+        if (!not_served.contains(state)) prefixes.push_back({fmt::format("{:03}", i + 1), state});
     }
     for (const char* prefix : {"K1A", "M5H"}) prefixes.push_back({prefix, "ON"});
     return prefixes;

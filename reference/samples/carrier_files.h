@@ -3,7 +3,6 @@
 
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace hundredweight::samples {
@@ -21,7 +20,7 @@ inline constexpr const char* kNationalTariff = "SMPLNATL";
 /// A prefix of postal codes that the carrier serves.
 struct ServedPrefix {
     std::string prefix;
-    std::string_view state;
+    std::string state;
 };
 /// 895, ascending.
 std::vector<ServedPrefix> ServedPrefixes();

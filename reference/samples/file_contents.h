@@ -16,8 +16,4 @@ FileContents ServiceGuideFiles();
 FileContents ProfileFiles();
 FileContents Shipments();
 
-/// Dollars of a rate that pays so much for every 1000 cents of class 100, rounded to whole dimes,
-/// as rates are quoted.
-std::string RateText(int class_100, int permille);
-
 }  // namespace hundredweight::samples

@@ -5,7 +5,6 @@
 
 #include "reference/samples/carrier_files.h"
 #include "reference/samples/file_contents.h"
-#include "reference/samples/service_guide_files.h"
 
 namespace hundredweight::samples {
 namespace {

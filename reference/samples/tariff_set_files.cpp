@@ -71,6 +71,14 @@ FileContents TariffSetFiles(const SetOptions& options) {
     return files;
 }
 
+FileContents EngineFiles() {
+    return FilesNamed("tolvex-");
+}
+
+FileContents ServiceGuideFiles() {
+    return FilesNamed("servgd-");
+}
+
 FileContents ProfileFiles() {
     return FilesNamed("PROFILE.");
 }

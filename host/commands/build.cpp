@@ -45,8 +45,7 @@ class ScratchDirectory {
 /// What is wrong with a file, by the text that gives it.
 void RefuseFile(const std::string& extension, const std::string& reason, Translation& built) {
     const Family* const family = FamilyOf(extension);
-    const bool is_sheet = family != nullptr && std::string_view(family->text).ends_with(".csv");
-    built.findings.Refuse({is_sheet ? family->text : kSettingsFile},
+    built.findings.Refuse({family != nullptr ? TextFileOf(*family) : kSettingsFile},
                           fmt::format("{}.{}: {}", built.set, extension, reason));
 }
 
@@ -58,9 +57,9 @@ void TryLoad(const std::filesystem::path& directory, Translation& built) {
     const std::vector<SetFile> files = set.Files();
     if (failure == 0) {
         for (const SetFile& file : files) {
-            if (!file.is_table || !file.size || file.need == Need::kNotRead) continue;
+            if (!file.is_table() || !file.size || file.need == Need::kNotRead) continue;
             try {
-                RequireWholeRecords(file.path, static_cast<std::size_t>(file.record_size));
+                RequireWholeRecords(file.path, file.record_size());
             } catch (const Broken&) {
                 RefuseFile(file.extension, "ends within a record", built);
             }

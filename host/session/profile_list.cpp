@@ -10,6 +10,8 @@
 
 #include "session/messages.h"
 #include "session/sources.h"
+#include "tariffs/family.h"
+#include "tariffs/field_json.h"
 #include "text/code_page.h"
 #include "text/field_text.h"
 #include "text/nearest_word.h"
@@ -20,52 +22,10 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::size_t kBreaks = 9;
-constexpr std::size_t kValuesInSet = 11;
-constexpr int32_t kMostZipDiscounts = 150;
-
 constexpr int32_t kNotFound = 127;
 
 Broken Failure(const RateContext& context) {
     return Broken(fmt::format("{}PROFILE.FIL: {}", context.UserDir, Describe(context.ErrorCode)));
-}
-
-Json ClassMap(const ProfileRecord& profile) {
-    Json map = Json::array();
-    for (const auto& rated_as : profile.ClassMap) map.push_back(TextOf(rated_as));
-    return map;
-}
-
-/// One of the two sets of break percentages, flat percentage and floor.
-Json DiscountSet(const ProfileRecord& profile, std::size_t set) {
-    const auto value = [&](std::size_t i) {
-        return +profile.DiscountValues[set * kValuesInSet + i];
-    };
-    Json breaks = Json::array();
-    for (std::size_t i = 0; i < kBreaks; ++i) breaks.push_back(value(i));
-    return {{"break_percent", breaks}, {"flat_percent", value(9)}, {"floor", value(10)}};
-}
-
-Json BreakPercents(const ZipDiscountRecord& record) {
-    Json percents = Json::array();
-    for (const auto& percent : record.BreakPercent) percents.push_back(TextOf(percent));
-    return percents;
-}
-
-Json ZipDiscounts(const ProfileRecord& profile) {
-    Json records = Json::array();
-    const int32_t count = std::clamp(+profile.ZipDiscountCount, 0, kMostZipDiscounts);
-    for (int32_t i = 0; i < count; ++i) {
-        const ZipDiscountRecord& record = profile.ZipDiscounts[i];
-        records.push_back({{"origin_from", TextOf(record.OrigLow)},
-                           {"origin_to", TextOf(record.OrigHigh)},
-                           {"destination_from", TextOf(record.DestLow)},
-                           {"destination_to", TextOf(record.DestHigh)},
-                           {"break_percent", BreakPercents(record)},
-                           {"flat_percent", TextOf(record.FlatPercent)},
-                           {"floor", TextOf(record.Floor)}});
-    }
-    return records;
 }
 
 }  // namespace
@@ -113,19 +73,19 @@ Refusal UnknownProfile(const std::vector<std::string>& names, const std::string&
 }
 
 Json ProfileJson(const RateContext& context) {
-    const ProfileRecord& profile = context.Profile;
-    return {{"schema", "hundredweight/profile/1"},
-            {"name", TextOf(profile.ProfileName)},
-            {"class_map_on", profile.ClassMapOn != 0},
-            {"class_map", ClassMap(profile)},
-            {"surcharge_on", profile.SavedSurchargeOn != 0},
-            {"surcharge_low_percent", +profile.SavedFactorLow},
-            {"surcharge_high_percent", +profile.SavedFactorHigh},
-            {"entered_discounts", profile.DiscModeP != 0},
-            {"discount_file_groups", profile.DiscModeC != 0},
-            {"zip_range_discounts", profile.DiscModeZ != 0},
-            {"discounts", Json::array({DiscountSet(profile, 0), DiscountSet(profile, 1)})},
-            {"zip_ranges", ZipDiscounts(profile)}};
+    const Family& family = *FamilyOf("PROFILE.FIL");
+    const std::string_view record(reinterpret_cast<const char*>(&context.Profile),
+                                  family.record_size);
+    Json profile = {{"schema", "hundredweight/profile/1"}};
+    profile.update(ShownRecord(family.fields, record));
+    const Inner& discounts = family.inner.front();
+    const auto count = static_cast<std::size_t>(std::max(+context.Profile.ZipDiscountCount, 0));
+    Json& records = profile["zip_discount_records"] = Json::array();
+    for (std::size_t i = 0; i < std::min(count, discounts.count); ++i) {
+        records.push_back(
+            ShownRecord(discounts.fields, record.substr(discounts.offset + i * discounts.stride)));
+    }
+    return profile;
 }
 
 std::string ProfileText(const Json& profile) {

@@ -1,4 +1,4 @@
-// The files of a tariff set, what each is made of, and when a load requires it.
+// The files of a tariff set as they lie on disk, and when a load requires each.
 #pragma once
 
 #include <hundredweight/rate_context.h>
@@ -13,20 +13,25 @@
 
 namespace cwt {
 
+struct Family;
+
 /// What a load does with a file, by the set's flags and the way of rating.
 enum class Need { kRequired, kOptional, kNotRead };
 
-/// A file as it lies on disk.
 struct SetFile {
     std::string extension;  ///< Without its dot; the fallback's when the set has that one.
     Need need = Need::kOptional;
     std::filesystem::path path = {};          ///< Empty when the file is missing.
     std::optional<std::uintmax_t> size = {};  ///< Bytes; nothing for what is no regular file.
-    int record_size = 0;    ///< Bytes; 0 when the file is not one of equal records.
-    bool is_table = false;  ///< Of any number of records.
+    const Family* family = nullptr;           ///< What it is made of.
 
-    std::uintmax_t records() const { return *size / static_cast<std::uintmax_t>(record_size); }
-    std::uintmax_t stray_bytes() const { return *size % static_cast<std::uintmax_t>(record_size); }
+    /// Whether it has any number of records. Of the others a record alone is read, and what is
+    /// behind it is the host's.
+    bool is_table() const;
+    /// Bytes; 0 when the file is not one of equal records.
+    std::size_t record_size() const;
+    std::uintmax_t records() const { return *size / record_size(); }
+    std::uintmax_t stray_bytes() const { return *size % record_size(); }
 };
 
 /// The set's files in the order of a load; `context` holds the settings as far as they were read.

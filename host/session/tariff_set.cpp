@@ -67,9 +67,9 @@ void TariffSet::RequireSound(const std::vector<SetFile>& files, int32_t failure)
     if (const auto discounts = DiscountsElsewhere(sources_); !discounts.empty())
         RequireReadable(discounts);
     for (const SetFile& file : files) {
-        if (failure != 0 || file.need == Need::kNotRead || !file.is_table || !file.size) continue;
+        if (failure != 0 || file.need == Need::kNotRead || !file.is_table() || !file.size) continue;
         if (file.stray_bytes() == 0) continue;
-        RequireWholeRecords(file.path, static_cast<std::size_t>(file.record_size));
+        RequireWholeRecords(file.path, file.record_size());
     }
 }
 

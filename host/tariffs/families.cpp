@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "tariffs/family.h"
+#include "tariffs/folder.h"
 
 namespace cwt {
 
@@ -18,6 +18,22 @@ const std::vector<Family>& Families() {
 const Family* FamilyOf(std::string_view extension) {
     const auto found = std::ranges::find(Families(), extension, &Family::extension);
     return found == Families().end() ? nullptr : &*found;
+}
+
+const char* TextFileOf(const Family& family) {
+    switch (family.shape) {
+        case Shape::kSettings:
+            return kSettingsFile;
+        case Shape::kArray:
+            return family.inner.front().sheet;
+        case Shape::kCarried:
+            return kCarriedFile;
+        case Shape::kTable:
+        case Shape::kIndexed:
+        case Shape::kLines:
+            break;
+    }
+    return family.text;
 }
 
 }  // namespace cwt

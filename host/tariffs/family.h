@@ -58,6 +58,9 @@ const std::vector<Family>& Families();
 /// The family of an extension ("ZP6") or of a whole name ("PROFILE.FIL"); null when there is none.
 const Family* FamilyOf(std::string_view extension);
 
+/// The file of the folder in which a family stands.
+const char* TextFileOf(const Family& family);
+
 // What is exported by the same rules under names of their own.
 extern const Family kZipTable;           ///< A profile's own ZIP table.
 extern const Family kOptionFile;         ///< An option file of the current layout.

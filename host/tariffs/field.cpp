@@ -26,11 +26,6 @@ std::optional<std::string> BytesOfHex(std::string_view digits) {
     return bytes;
 }
 
-bool IsText(Kind kind) {
-    return kind == Kind::kText || kind == Kind::kPostal || kind == Kind::kCode ||
-           kind == Kind::kRight;
-}
-
 char Padding(const Field& field) {
     if (IsText(field.kind)) return field.padding;
     return field.kind == Kind::kFlag || field.kind == Kind::kDate ? ' ' : '\0';
@@ -210,11 +205,20 @@ std::vector<Column> ColumnsOf(std::span<const Field> fields) {
     return columns;
 }
 
+bool IsText(Kind kind) {
+    return kind == Kind::kText || kind == Kind::kPostal || kind == Kind::kCode ||
+           kind == Kind::kRight;
+}
+
+bool IsHosts(const Field& field) {
+    const std::string_view name = field.name;
+    return name.starts_with("host_") || name.starts_with("saved_") || name.starts_with("reserved_");
+}
+
 bool IsLeftOut(const Field& field, std::string_view bytes) {
     if (field.is_needed || bytes != BytesOfNothing(field)) return false;
-    const std::string_view name = field.name;
     return IsText(field.kind) || field.kind == Kind::kFlag || field.kind == Kind::kDate ||
-           name.starts_with("host_") || name.starts_with("saved_");
+           IsHosts(field);
 }
 
 std::string FieldText(const Field& field, std::string_view bytes) {

@@ -55,6 +55,12 @@ struct Column {
 };
 std::vector<Column> ColumnsOf(std::span<const Field> fields);
 
+/// Whether a kind is of characters that are padded.
+bool IsText(Kind kind);
+
+/// Whether nothing but its bytes can be told of a field: the host's own, or nobody's.
+bool IsHosts(const Field& field);
+
 /// Whether nothing stands for a field's bytes: blank texts, and the host's numbers when they are 0.
 bool IsLeftOut(const Field& field, std::string_view bytes);
 

@@ -7,6 +7,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "tariffs/field_json.h"
 #include "text/json_writer.h"
 #include "text/nearest_word.h"
 
@@ -45,20 +46,6 @@ class CountedCharacters {
     const char* at_;
     std::size_t* read_;
 };
-
-bool IsNumber(Kind kind) {
-    return kind == Kind::kInt || kind == Kind::kUnsigned || kind == Kind::kFloat;
-}
-
-Json ValueOf(const Field& field, const std::string& text) {
-    if (field.kind == Kind::kFlag && (text == "yes" || text == "no")) return text == "yes";
-    if (IsNumber(field.kind) && !text.starts_with(kHex)) {
-        // A number that JSON would write in another way stays a text.
-        Json number = Json::parse(text);
-        if (number.dump() == text) return number;
-    }
-    return text;
-}
 
 }  // namespace
 
@@ -197,7 +184,7 @@ void SettingsWriter::Add(const char* section, std::span<const Field> fields,
     for (const Column& column : ColumnsOf(fields)) {
         const std::string_view bytes = column.In(record);
         if (IsLeftOut(*column.field, bytes)) continue;
-        values[column.name] = ValueOf(*column.field, FieldText(*column.field, bytes));
+        values[column.name] = ValueOf(*column.field, bytes);
     }
 }
 

@@ -349,7 +349,12 @@ class IsForEveryone(unittest.TestCase):
         told = json.loads(cwt("inspect", SAMPLE, "--json", "--states"))
         self.assertEqual(len(screen.all(".files tbody tr")), len(told["files"]))
         screen.run("document.querySelectorAll('.columns details').forEach((part) => { part.open = true; })")
-        self.assertEqual(sorted(screen.texts(".pairs dt")), sorted([*told["settings"], *told["defaults"]]))
+        words = {"true": "yes", "false": "no", '""': "–"}
+        said = zip(*(screen.texts(part) for part in (".pairs dt", ".pairs dt + dd", ".pairs .meaning")))
+        self.assertEqual(sorted(said), sorted(
+            (name, words.get(json.dumps(field["value"]), str(field["value"])), field["meaning"])
+            for section in told["sections"].values() for name, field in section.items()))
+        self.assertEqual(screen.texts(".files td:nth-child(2)"), [file["meaning"] for file in told["files"]])
         for entry in told["states"]:
             self.assertIn(entry["state"], " ".join(screen.texts(".in-state, .letters li")))
 

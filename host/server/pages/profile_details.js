@@ -2,9 +2,9 @@
 import { element, scrolling, table } from "./dom.js";
 
 const kSwitches = [
-  ["class_map_on", "rates classes as others"], ["surcharge_on", "asks a surcharge"],
-  ["entered_discounts", "has discounts entered"], ["discount_file_groups", "uses groups of the discount file"],
-  ["zip_range_discounts", "gives discounts by ranges of postal codes"],
+  ["class_map", "rates classes as others"], ["surcharge", "asks a surcharge"],
+  ["entered_discount", "has discounts entered"], ["discount_file", "uses groups of the discount file"],
+  ["zip_discounts", "gives discounts by ranges of postal codes"],
 ];
 
 /** A figure of the profile, or a dash for none; the text is the service's. */
@@ -18,14 +18,15 @@ function percents(list) {
 const range = (from, to) => [from, to].filter((end) => end !== "").join("–") || "all";
 
 function zipRanges(ranges) {
-  const rows = ranges.map((one, i) => [String(i + 1), range(one.origin_from, one.origin_to), range(one.destination_from, one.destination_to),
-    percents(one.break_percent), shown(one.flat_percent), shown(one.floor)]);
+  const rows = ranges.map((one, i) => [String(i + 1), range(one.origin_first, one.origin_last), range(one.destination_first, one.destination_last),
+    percents(one.percent), shown(one.flat_percent), shown(one.floor_dollars)]);
   return scrolling("Discounts by range", table("Discounts by ranges of postal codes or states, percent; floors in dollars",
     ["Record", "From", "To", "By weight break", "Flat", "Floor"], rows, { class: "figures" }));
 }
 
-function entered(discounts) {
-  const rows = discounts.map((one, i) => [String(i + 1), percents(one.break_percent), shown(one.flat_percent), shown(one.floor)]);
+function groups(profile) {
+  const rows = ["1", "2"].map((group) => [group, percents(profile[`group_${group}_percent`]),
+    shown(profile[`group_${group}_flat_percent`]), shown(profile[`group_${group}_floor_dollars`])]);
   return scrolling("Discounts", table("Discounts of the profile, percent; floors in dollars",
     ["Group", "By weight break", "Flat", "Floor"], rows, { class: "figures" }));
 }
@@ -36,8 +37,8 @@ export function profileDetails(profile) {
     element("li", { class: profile[key] ? "on" : "off" }, `${profile[key] ? "" : "not: "}${words}`));
   return [
     element("ul", { class: "switches" }, said),
-    profile.surcharge_on ? element("p", {}, `Surcharge ${profile.surcharge_low_percent} percent below the break, ${profile.surcharge_high_percent} from it on.`) : null,
-    profile.class_map_on ? element("p", {}, element("b", {}, "Rates the set's classes, in their order, as: "), profile.class_map.join("  ")) : null,
-    entered(profile.discounts), profile.zip_ranges?.length ? zipRanges(profile.zip_ranges) : null,
+    profile.surcharge ? element("p", {}, `Surcharge ${profile.surcharge_percent_low} percent below the break, ${profile.surcharge_percent_high} from it on.`) : null,
+    profile.class_map ? element("p", {}, element("b", {}, "Rates the set's classes, in their order, as: "), profile.class.join("  ")) : null,
+    groups(profile), profile.zip_discount_records?.length ? zipRanges(profile.zip_discount_records) : null,
   ].filter(Boolean);
 }

@@ -1,30 +1,33 @@
 // The set: what cwt inspect says, on a page.
 import * as api from "./api.js";
-import { element, grouped, isoDate, scrolling, table } from "./dom.js";
+import { capital, element, grouped, isoDate, scrolling, table } from "./dom.js";
 import { profileDetails } from "./profile_details.js";
 import { stateGrid } from "./state_grid.js";
 
 const kHeaviest = 9999999;  // Pounds at which the last weight break ends in the files, for there is no end.
 
 /** Bytes of the files that mean nothing to those who rate; they are there for those who know the files. */
-const isInner = (name) => /^(OptionFlag|SetByte|DefByte)\d+$/.test(name);
+const isHosts = ([name]) => /^(host|saved)_/.test(name);
 
 const shown = (value) => (value === "" || value === null || value === undefined ? "–" : String(value));
+
+const shownSetting = (value) => (typeof value === "boolean" ? (value ? "yes" : "no") : shown(value));
 
 function section(title, ...content) {
   return element("section", { "aria-label": title }, element("h2", {}, title), content);
 }
 
-function pairs(values) {
-  return element("dl", { class: "pairs" }, values.map(([name, value]) =>
-    element("div", {}, element("dt", {}, name), element("dd", {}, shown(value)))));
+function pairs(fields) {
+  return element("dl", { class: "pairs" }, fields.map(([name, { value, meaning }]) =>
+    element("div", {}, element("dt", {}, name), element("dd", {}, shownSetting(value)), element("dd", { class: "meaning" }, meaning))));
 }
 
-function settings(values) {
-  const all = Object.entries(values ?? {});
-  const inner = all.filter(([name]) => isInner(name));
-  return [pairs(all.filter(([name]) => !isInner(name))), inner.length === 0 ? null
-    : element("details", {}, element("summary", {}, "Other bytes of the files"), pairs(inner))].filter(Boolean);
+/** A section of settings.json, under its name there. */
+function settings([name, values]) {
+  const fields = Object.entries(values);
+  const hosts = fields.filter(isHosts);
+  return section(capital(name.replaceAll("_", " ")), pairs(fields.filter((field) => !isHosts(field))), hosts.length === 0 ? []
+    : element("details", {}, element("summary", {}, "Bytes of the host's own"), pairs(hosts)));
 }
 
 function health(set) {
@@ -37,10 +40,11 @@ function health(set) {
 }
 
 function files(list) {
-  const rows = list.map(({ extension, need, present, bytes, records, stray_bytes: stray }) => [extension, need,
+  const rows = list.map(({ extension, meaning, sheet, need, present, bytes, records, stray_bytes: stray }) => [extension, meaning, sheet, need,
     present ? grouped(bytes) : "not there", records === undefined ? "" : grouped(records),
     stray > 0 ? `${grouped(stray)} stray bytes` : ""]);
-  return scrolling("Files", table("Files of the set", ["File", "Need", "Bytes", "Records", "Remark"], rows, { class: "figures files" }));
+  return scrolling("Files", table("Files of the set, and where cwt export writes them",
+    ["File", "What it holds", "As text", "Need", "Bytes", "Records", "Remark"], rows, { class: "figures files" }));
 }
 
 function profiles(names) {
@@ -79,7 +83,9 @@ export class SetView {
   }
 
   content(set, names) {
-    const breaks = (set.weight_breaks ?? []).map(({ name, from, to }) => [name, grouped(from), to >= kHeaviest ? "and more" : grouped(to)]);
+    const breaks = (set.weight_breaks ?? []).map(({ label, lowest_pounds: lowest, highest_pounds: highest }) =>
+      [label, grouped(lowest), highest >= kHeaviest ? "and more" : grouped(highest)]);
+    const items = (set.accessorials ?? []).map(({ item_code: code, description }) => [shown(code), shown(description)]);
     const labels = (set.labels ?? []).filter((label) => label !== "");
     return [
       element("h1", {}, `Set ${set.set}`), element("p", { class: "under" }, `${set.directory}, for rating by ${set.rating === "engine" ? "an engine" : set.rating}${labels.length ? ` · ${labels.join(" ")}` : ""}`),
@@ -87,10 +93,11 @@ export class SetView {
       section("Profiles and their discounts", profiles(names)),
       section("Classes", element("p", { class: "words-list" }, (set.classes ?? []).join("  "))),
       section("Weight breaks", table("Weight breaks, pounds", ["Break", "From", "To"], breaks, { class: "figures short" })),
+      items.length === 0 ? [] : section("Accessorial items", table("Accessorial items of the tariff", ["Code", "Item"], items, { class: "figures short" })),
       section("States", set.states?.length ? stateGrid(set.states) : element("p", {}, "The set has no table of states.")),
       section("Files", files(set.files ?? [])),
-      element("div", { class: "columns" }, section("Settings", settings(set.settings)), section("Defaults", settings(set.defaults))),
+      element("div", { class: "columns" }, Object.entries(set.sections ?? {}).map(settings)),
       section("Table names", element("p", { class: "words-list" }, (set.table_names ?? []).join("  "))),
-    ];
+    ].flat();
   }
 }

@@ -59,7 +59,9 @@ export class ShipmentForm {
     const breaks = api.tariffSet().then(({ weight_breaks: known = [] }) => {
       [...byId("break").options].slice(1).forEach((option, i) => {
         option.hidden = i >= known.length;
-        if (known[i]) option.textContent = `${known[i].from === 1 ? "From 1 pound" : `From ${grouped(known[i].from)} pounds`} on (${known[i].name})`;
+        if (!known[i]) return;
+        const { label, lowest_pounds: lowest } = known[i];
+        option.textContent = `${lowest === 1 ? "From 1 pound" : `From ${grouped(lowest)} pounds`} on (${label})`;
       });
     });
     await Promise.allSettled([names, breaks, this.offerClasses()]);

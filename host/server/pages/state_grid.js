@@ -3,22 +3,22 @@ import { element, scrolling } from "./dom.js";
 
 const kDigits = [..."0123456789"];
 
-const ranged = ({ from, to }) => (from === to ? from : `${from}–${to}`);
+const ranged = ({ first, last }) => (first === last ? first : `${first}–${last}`);
 
 /** The part of a range that lies within the ten prefixes of a cell, such as 300 to 309. */
-function within(range, first) {
-  const low = Math.max(Number(range.from), first);
-  const high = Math.min(Number(range.to), first + 9);
+function within(range, lowest) {
+  const low = Math.max(Number(range.first), lowest);
+  const high = Math.min(Number(range.last), lowest + 9);
   if (low > high) return null;
   const three = (number) => String(number).padStart(3, "0");
-  return { state: range.state, from: three(low), to: three(high) };
+  return { state: range.state, first: three(low), last: three(high) };
 }
 
 function cell(ranges, first) {
   const parts = ranges.map((range) => within(range, first)).filter(Boolean);
   return element("td", { class: parts.length === 0 ? "none" : null }, parts.map((part) =>
     element("span", { class: "in-state" }, element("b", {}, part.state),
-      Number(part.to) - Number(part.from) === 9 ? null : element("small", {}, ` ${ranged(part)}`))));
+      Number(part.last) - Number(part.first) === 9 ? null : element("small", {}, ` ${ranged(part)}`))));
 }
 
 function digitGrid(ranges) {
@@ -31,7 +31,7 @@ function digitGrid(ranges) {
 
 /** The states of a set: a grid of the digits, and a list of the letter codes. */
 export function stateGrid(states) {
-  const digits = states.filter(({ from, to }) => /^\d{3}$/.test(from) && /^\d{3}$/.test(to));
+  const digits = states.filter(({ first, last }) => /^\d{3}$/.test(first) && /^\d{3}$/.test(last));
   const others = states.filter((range) => !digits.includes(range));
   return [scrolling("States by ZIP code", digitGrid(digits)),
     others.length === 0 ? null : element("ul", { class: "letters", "aria-label": "States by other postal codes" }, others.map((range) =>

@@ -6,7 +6,27 @@
 namespace hundredweight {
 namespace {
 
-using InspectTest = SampleSetTest;
+using Json = nlohmann::json;
+
+class InspectTest : public SampleSetTest {
+ protected:
+    void WriteAll() {
+        WriteSet(0);
+        samples::WriteEngineData(directory_);
+        samples::WriteServiceGuideData(directory_);
+    }
+
+    /// What the command says of the set.
+    Json Inspection(const std::string& option, int exit_code) const {
+        const std::string command = HWT_CWT " inspect --json " + option + directory_.string() +
+                                    " 2>" + (directory_ / "complaints").string();
+        FILE* const pipe = popen(command.c_str(), "r");
+        std::string output;
+        for (int byte; (byte = fgetc(pipe)) != EOF;) output += static_cast<char>(byte);
+        EXPECT_EQ(pclose(pipe), exit_code * HWT_EXIT_CODE_UNIT) << command;
+        return Json::parse(output, nullptr, false);
+    }
+};
 
 TEST_F(InspectTest, TheFileThatFailsALoadIsNamedWithItsCodeAndMessage) {
     const std::string engine, own = "--without-engine ";
@@ -21,19 +41,10 @@ TEST_F(InspectTest, TheFileThatFailsALoadIsNamedWithItsCodeAndMessage) {
                 {own, "LMC", 0, 181},    {own, "LAM", 0, 290},      {own, "CLS", 4, 235},
                 {own, "FAC", 801, 264},  {own, "FCC", 1351, 264}};
     for (const auto& [option, file, size, code] : rows) {
-        WriteSet(0);
-        samples::WriteEngineData(directory_);
-        samples::WriteServiceGuideData(directory_);
+        WriteAll();
         if (code != 0) size > 0 ? resize_file(File(file), size) : void(remove(File(file)));
-        const std::string command = HWT_CWT " inspect --json " + option + directory_.string() +
-                                    " 2>" + (directory_ / "complaints").string();
-        FILE* const pipe = popen(command.c_str(), "r");
-        std::string output;
-        for (int byte; (byte = fgetc(pipe)) != EOF;) output += static_cast<char>(byte);
-        EXPECT_EQ(pclose(pipe), (code == 0 ? 0 : 2) * HWT_EXIT_CODE_UNIT)
-            << "exit code, " << option << file;
-        const auto inspection = nlohmann::json::parse(output, nullptr, false);
-        ASSERT_TRUE(inspection.is_object()) << output;
+        const Json inspection = Inspection(option, code == 0 ? 0 : 2);
+        ASSERT_TRUE(inspection.is_object()) << option << file;
         EXPECT_EQ(inspection["loads"], code == 0);
         if (code != 0) {
             char message[kMessageSize] = {};
@@ -51,6 +62,42 @@ TEST_F(InspectTest, TheFileThatFailsALoadIsNamedWithItsCodeAndMessage) {
             EXPECT_EQ(each.value("bytes", 0U), Content(each["extension"]).size());
         }
     }
+}
+
+TEST_F(InspectTest, ASetIsToldInTheWordsOfItsFolder) {
+    WriteAll();
+    PutByte("SET", 20, 'h');    // The host's.
+    PutByte("DEF", 263, '\0');  // Ends the text of the surcharge's break.
+    PutByte("SET", 207, 'N');   // What an SCC file makes of it.
+    const std::filesystem::path folder = directory_ / "text";
+    const std::string command = HWT_CWT " export " + directory_.string() + " " + folder.string() +
+                                " >" + (directory_ / "complaints").string() + " 2>&1";
+    EXPECT_EQ(std::system(command.c_str()), 0);
+    const Json settings = Json::parse(FileContent(folder / "settings.json"), nullptr, false);
+    const Json inspection = Inspection("", 0);
+    EXPECT_EQ(inspection["sections"].size(), 5U);
+    for (const auto& [name, fields] : inspection["sections"].items()) {
+        for (const auto& [key, field] : fields.items()) {
+            // A flag that the file leaves blank is no.
+            const Json nothing = field["value"].is_boolean() ? Json(false) : Json("");
+            const Json written = settings[name].value(key, nothing);
+            EXPECT_EQ(field["value"], key == "surcharge_break" ? "6" : written)
+                << name << '.' << key;
+            EXPECT_NE(field["meaning"], "");
+        }
+    }
+    const Json& fields = inspection["sections"]["settings"];
+    EXPECT_EQ(fields["host_bytes_9"]["value"], settings["settings"]["host_bytes_9"]);
+    EXPECT_FALSE(fields.contains("host_bytes_169"));
+    for (const Json& file : inspection["files"]) {
+        const auto sheet = file["sheet"].get<std::string>();
+        EXPECT_TRUE(exists(folder / sheet) || file["present"] == false) << file;
+    }
+    EXPECT_EQ(
+        inspection["accessorials"][0],
+        Json({{"host_bytes_0", "01"}, {"item_code", "232"}, {"description", "Inside delivery"}}));
+    EXPECT_EQ(inspection["weight_breaks"][1],
+              Json({{"label", "M5C"}, {"lowest_pounds", 500}, {"highest_pounds", 999}}));
 }
 
 }  // namespace

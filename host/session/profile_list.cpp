@@ -91,7 +91,7 @@ Json ProfileJson(const RateContext& context) {
 std::string ProfileText(const Json& profile) {
     std::string text;
     for (const auto& [name, value] : profile.items()) {
-        text += fmt::format("{:<24}{}\n", name,
+        text += fmt::format("{:<26}{}\n", name,
                             value.is_string() ? value.get<std::string>() : value.dump());
     }
     return text;

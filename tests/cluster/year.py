@@ -44,7 +44,8 @@ def write_rows(path, count):
 
 def write_table(path):
     """The same shipments as CSV, from those of JSON."""
-    rows = [_cells(json.loads(line)) for line in open(path / "shipments.ndjson")]
+    with open(path / "shipments.ndjson") as lines:
+        rows = [_cells(json.loads(line)) for line in lines]
     frame = pandas.DataFrame(rows, dtype=object)
     frame.to_csv(path / "shipments.csv", index=False)
 

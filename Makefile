@@ -7,6 +7,7 @@
 # make test-languages  builds and runs the hosts in C#, Pascal and Python
 # make test-languages-win32   Pascal's as a program of 32-bit Windows
 # make python        builds the Python package    make test-python  tests it
+# make test-cluster  rates on hosts of its own by Dask, GNU parallel and Slurm, some of which die
 # make fuzz          attacks it with inputs of every kind    make fuzz-minute  for a minute in all
 # make bench         measures what rating costs, against what it must cost
 # make bench-docs    puts what the last whole run of it gave into docs/performance.md
@@ -28,6 +29,8 @@ LANGUAGE_PACKAGES = mono-mcs mono-runtime fp-compiler fpc-source python3-jsonsch
 PYTHON_PACKAGES  = pybind11-dev python3-dev python3-pandas
 PYTEST_PACKAGES  = python3-dask python3-distributed python3-matplotlib python3-nbclient \
     python3-ipykernel
+CLUSTER_PACKAGES = python3-dask python3-distributed parallel slurmctld slurmd slurm-client munge \
+    iproute2
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
 BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib time
 LINT_PACKAGES    = clang-format clang-tidy
@@ -38,8 +41,8 @@ SAMPLE = sample
 .NOTPARALLEL:
 
 .PHONY: rate win32 test test-linux32 test-win32 test-all test-web test-languages \
-    test-languages-win32 python test-python load compare fuzz fuzz-minute bench bench-docs outcomes \
-    lint format clean packages
+    test-languages-win32 python test-python test-cluster load compare fuzz fuzz-minute bench \
+    bench-docs outcomes lint format clean packages
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -106,6 +109,11 @@ test-python: python
 	@scripts/install_packages.sh $(PYTEST_PACKAGES)
 	@scripts/test_python.sh
 
+# CLUSTER names one file of them: "costs_of_dask.py", which measures.
+test-cluster: python
+	@scripts/install_packages.sh $(CLUSTER_PACKAGES)
+	@scripts/test_cluster.sh $(CLUSTER)
+
 # What the tests of the three targets and the optimised build have made of the same shipments.
 compare:
 	@HWT_TARGET=transcript scripts/build.sh release -DBUILD_TESTING=ON
@@ -145,7 +153,7 @@ format:
 packages:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINUX32_PACKAGES) \
 	    $(WIN32_PACKAGES) $(WINE_PACKAGES) $(WEB_PACKAGES) $(LANGUAGE_PACKAGES) \
-	    $(PYTHON_PACKAGES) $(PYTEST_PACKAGES) $(FUZZ_PACKAGES) $(LINT_PACKAGES)
+	    $(PYTHON_PACKAGES) $(PYTEST_PACKAGES) $(CLUSTER_PACKAGES) $(FUZZ_PACKAGES) $(LINT_PACKAGES)
 
 clean:
 	@rm -rf build

@@ -23,5 +23,5 @@ echo "Testing on several hosts"
 unshare $apart --pid --mount-proc --fork --kill-child sh -c '"$@"; exit $?' sh \
     /usr/bin/python3 -B -m unittest discover -v -s tests/cluster -p "${1:-*_test.py}" &
 # It heeds no other signal.
-trap 'kill -KILL $!; exit 2' INT TERM
+trap 'kill -KILL $! 2>/dev/null; exit 2' INT TERM
 wait $!

@@ -99,7 +99,7 @@ class LostHosts(unittest.TestCase):
         self.hosts["node1"].die()
         self.after(run, partitions // 4)
         self.hosts["node2"].cut()
-        said, errors = run.communicate(timeout=90)
+        said, errors = run.communicate(timeout=150)
         seconds = time.monotonic() - begun
         self.assertEqual(run.returncode, 0, errors)
         self.assertRegex(said, rf"^{partitions} partitions, {ROWS} rows, \d+ refused\n$")

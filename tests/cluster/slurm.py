@@ -40,11 +40,11 @@ class Slurm:
         options = [f"--{file}={folder}/munge.{file.split('-')[0]}" for file in files]
         self._log = open(f"{folder}/log", "w+")
         hosts["head"].start("munged", "--foreground", "--force", *options, stderr=self._log)
-        wait_for(lambda: os.path.exists(f"{folder}/munge.socket"), 10, "munged")
+        wait_for(lambda: os.path.exists(f"{folder}/munge.socket"), 60, "munged")
         self._start(hosts["head"], "slurmctld")
         for name in ("node1", "node2"):
             self._start(hosts[name], "slurmd")
-        wait_for(lambda: self("sinfo", "--noheader", "--format=%D %t").split() == ["2", "idle"], 20,
+        wait_for(lambda: self("sinfo", "--noheader", "--format=%D %t").split() == ["2", "idle"], 60,
                  "nodes of Slurm")
 
     def _write(self, name, content):

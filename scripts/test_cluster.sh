@@ -21,7 +21,8 @@ echo "Testing on several hosts"
 # The shell within takes leave of processes whose parents have died.
 # shellcheck disable=SC2086
 unshare $apart --pid --mount-proc --fork --kill-child sh -c '"$@"; exit $?' sh \
-    /usr/bin/python3 -B -m unittest discover -v -s tests/cluster -p "${1:-*_test.py}" &
+    /usr/bin/python3 -B -W ignore::DeprecationWarning -m unittest discover -v -s tests/cluster \
+    -p "${1:-*_test.py}" &
 # It heeds no other signal.
 trap 'kill -KILL $! 2>/dev/null; exit 2' INT TERM
 wait $!

@@ -34,6 +34,7 @@ class Host:
     def __init__(self, name, number):
         self.name, self.address = name, address(number)
         self._cable = f"cable{number}"
+        self._programs = []
         self._first = subprocess.Popen(
             ["unshare", "--net", "--uts", "--pid", "--mount-proc", "--fork", "--kill-child",
              "sh", "-c", "hostname $0 && echo up && exec cat", name],
@@ -50,7 +51,8 @@ class Host:
 
     def start(self, *command, **options):
         """Starts a program on the host."""
-        return subprocess.Popen(self._inside(*map(str, command)), stdin=subprocess.DEVNULL, **options)
+        program = subprocess.Popen(self._inside(*map(str, command)), stdin=subprocess.DEVNULL, **options)
+        self._programs.append(program)
 
     def processes(self, name):
         """How many processes of a program run on the host."""
@@ -70,7 +72,8 @@ class Host:
 
     def close(self):
         self._first.stdin.close()
-        self._first.wait()
+        for program in (self._first, *self._programs):
+            program.wait()
         self._first.stdout.close()
 
 

@@ -86,13 +86,13 @@ class GnuParallel(Parts):
         code, said = self.finish(run)
         self.assertEqual(code, 0, said)
         tries = (folder / "parts.log").read_text().splitlines()[1:]
-        self.assertEqual(len(tries), 16)
+        self.assertEqual(len(tries), 8)
         self.assert_whole()
 
     def test_a_part_that_is_broken_is_a_failure_and_is_done_by_the_next_run(self):
         with broken_rates():
             code, said = self.finish(self.start(0))
-        self.assertEqual(code, 16, said)
+        self.assertEqual(code, 8, said)
         self.assertNotEqual(self.run_page("./whole.sh").returncode, 0)
         code, said = self.finish(self.start(0))
         self.assertEqual(code, 0, said)
@@ -139,7 +139,7 @@ class SlurmArray(Parts):
         said = run.communicate(timeout=END)
         self.assertEqual(run.returncode, 0, said)
         states = self.states()
-        self.assertEqual([(state, code) for state, code, _ in states], [("COMPLETED", "0:0")] * 16)
+        self.assertEqual([(state, code) for state, code, _ in states], [("COMPLETED", "0:0")] * 8)
         self.assertGreater(sum(restarts for _, _, restarts in states), 0)
         self.assert_whole()
 

@@ -21,6 +21,7 @@ SelectType=select/cons_tres
 MpiDefault=none
 ReturnToService=2
 SlurmdTimeout=6
+MessageTimeout=3
 NodeName=node[1-2] CPUs=2 State=UNKNOWN
 PartitionName=main Nodes=ALL Default=YES
 """

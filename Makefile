@@ -30,7 +30,7 @@ PYTHON_PACKAGES  = pybind11-dev python3-dev python3-pandas
 PYTEST_PACKAGES  = python3-dask python3-distributed python3-matplotlib python3-nbclient \
     python3-ipykernel
 CLUSTER_PACKAGES = python3-dask python3-distributed parallel slurmctld slurmd slurm-client munge \
-    iproute2
+    iproute2 procps
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
 BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib time
 LINT_PACKAGES    = clang-format clang-tidy

@@ -95,6 +95,10 @@ class LostHosts(unittest.TestCase):
         run = subprocess.Popen(["/usr/bin/python3", "-B", "year.py"], cwd=self.folder, text=True,
                                env=self.environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         partitions = ROWS // ROWS_A_FILE
+        self.after(run, partitions // 16)
+        self.hosts["node3"].cut()
+        time.sleep(2)  # Shorter than anybody notices.
+        self.hosts["node3"].mend()
         self.after(run, partitions // 8)
         self.hosts["node1"].die()
         self.after(run, partitions // 4)
@@ -104,8 +108,8 @@ class LostHosts(unittest.TestCase):
         self.assertEqual(run.returncode, 0, errors)
         self.assertRegex(said, rf"^{partitions} partitions, {ROWS} rows, \d+ refused\n$")
         self.assertEqual(self.hosts_with_workers(), {"node3"})
-        # Who was cut off finds its way back, with what it holds, and is not listened to.
         self.hosts["node2"].mend()
+        wait_for(lambda: "End worker" in self.log("node2"), START, "workers that were given up")
         starts = self.starts_of_partitions()
         again = sum(1 for times in starts.values() if times > 1)
         self.assertEqual(len(starts), partitions)
@@ -114,8 +118,8 @@ class LostHosts(unittest.TestCase):
         for text in as_batch_writes(self.bills()):
             digest.update(text)
             size += len(text)
-        print(f"\n{ROWS} rows in {partitions} partitions; 3 hosts, 1 killed, 1 cut off; {again} partitions "
-              f"given out again, {sum(starts.values()) - partitions} times; "
+        print(f"\n{ROWS} rows in {partitions} partitions; 3 hosts: 1 killed, 1 cut off, 1 cut off for 2 seconds; "
+              f"{again} partitions given out again, {sum(starts.values()) - partitions} times; "
               f"{2 * self.workers_a_host} workers lost; {seconds:.1f} seconds; {size} bytes, those of "
               f"cwt batch {len(self.whole)}")
         self.assertEqual(digest.hexdigest(), hashlib.sha256(self.whole).hexdigest())

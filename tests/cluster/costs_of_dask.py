@@ -61,11 +61,13 @@ class Costs(unittest.TestCase):
                 if rows == 1_000:
                     counts.partitions[:3 * workers].compute()  # The set is loaded.
                 seconds, scheduler, rating = self.measure(counts.compute)
-                print(f"{workers} workers, {rows} rows a partition: {seconds:.1f} s; a row {rating / ROWS * 1e6:.1f} us on "
-                      f"workers; a partition {scheduler / (ROWS / rows) * 1e3:.2f} ms on the scheduler", flush=True)
+                print(f"{workers} workers, {rows} rows a partition: {seconds:.1f} s; "
+                      f"a row {rating / ROWS * 1e6:.1f} us on workers; "
+                      f"a partition {scheduler / (ROWS / rows) * 1e3:.2f} ms on the scheduler", flush=True)
         seconds, scheduler, working = self.measure(
             lambda: self.client.gather(self.client.map(lambda number: number, range(10_000))))
-        print(f"10000 tasks of nothing: {seconds:.1f} s, {scheduler:.1f} on the scheduler, {working:.1f} on workers")
+        print(f"10000 tasks of nothing: {seconds:.1f} s, {scheduler:.1f} on the scheduler, "
+              f"{working:.1f} on workers")
 
     def write(self, rows):
         folder = str(self.folder / f"bills-{rows}")

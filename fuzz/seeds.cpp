@@ -6,6 +6,7 @@
 
 #include "calls.h"
 #include "reference/samples/bytes.h"
+#include "reference/samples/sample_folder.h"
 
 using namespace hundredweight;
 using namespace hundredweight::fuzz;
@@ -53,6 +54,13 @@ Parts With(Parts parts, const Parts& more) {
     return parts;
 }
 
+/// The files of a set that is rated by its own tables.
+samples::FileContents OwnTables() {
+    samples::SetOptions options;
+    options.engine = false;
+    return samples::TariffSetFiles(options);
+}
+
 void WriteSets() {
     Write("set", "own_tables", {kOwnTables});
     Write("set", "second_choices",
@@ -69,7 +77,7 @@ void WriteSets() {
     profile->DiscModeZ = 1;
     Write("set", "profile",
           {kEngine,
-           {"SAMPLE.SET", samples::SettingsRecord({.engine = false})},
+           {"SAMPLE.SET", OwnTables().at("SAMPLE.SET")},
            {"Profile", Bytes(*profile).substr(0, sizeof *profile)},
            {"DiscountOn", Bytes(int16_t{1})}});
 }
@@ -203,6 +211,18 @@ void WriteShipments() {
     for (const auto& [name, content] : samples::Shipments()) Write("shipment", name, content);
 }
 
+/// Each file of the sample set and of its folder alone, since the whole would be too long.
+void WriteTariffTexts() {
+    samples::FileContents data = OwnTables();
+    data.merge(samples::ProfileFiles());
+    for (const auto& [name, content] : data) {
+        Write("tariff_text", name, {{"data/" + name, content}});
+    }
+    for (const auto& [name, text] : samples::SampleFolder("tariff")) {
+        if (name.find('/') == name.npos) Write("tariff_text", name, {{"text/" + name, text}});
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -218,4 +238,5 @@ int main(int argc, char** argv) {
     WriteRecords();
     WriteReferenceShipments();
     WriteShipments();
+    WriteTariffTexts();
 }

@@ -4,7 +4,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 
-known="engine record reference service_guide set shipment user_files"
+known="engine record reference service_guide set shipment tariff_text user_files"
 targets=${FUZZ_TARGETS:-$known}
 seconds=${FUZZ_SECONDS:-60}
 for target in $targets; do

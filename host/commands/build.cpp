@@ -1,15 +1,18 @@
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <random>
 
 #include "commands/commands.h"
 #include "commands/findings.h"
+#include "files/staged_files.h"
 #include "session/messages.h"
 #include "session/tariff_set.h"
 #include "tariffs/family.h"
 #include "tariffs/folder.h"
 #include "tariffs/folder_files.h"
 #include "tariffs/translation.h"
+#include "text/letters.h"
 #include "text/path_text.h"
 
 namespace cwt {
@@ -70,39 +73,74 @@ void TryLoad(const std::filesystem::path& directory, Translation& built) {
     RefuseFile(extension, Describe(failure), built);
 }
 
-/// The set's files of a directory that the folder has none for: rating would read them on.
-std::vector<std::string> Leftovers(const Translation& built,
-                                   const std::filesystem::path& directory) {
-    std::vector<std::string> names;
-    for (const Family& family : Families()) {
-        const std::string name = fmt::format("{}.{}", built.set, family.extension);
-        const bool is_users = std::string_view(family.extension).find('.') != std::string::npos;
-        if (!is_users && !built.files.contains(name)) names.push_back(name);
-    }
-    return Present(directory, names);
+/// Whether a file is the tariff set's own, and not its users' or its partners'.
+bool IsSets(const std::string& name, const std::string& set) {
+    return LowerCase(name).starts_with(LowerCase(set) + '.');
 }
 
-void Install(const BuildOptions& options, const Translation& built,
-             const std::filesystem::path& scratch) {
+/// Every file of the set that the folder gives, and the users' that it has, by what a directory has
+/// for it. Files in other letters would be found in their place, and those that the folder has none
+/// for would be read on.
+Replacement ReplacementIn(const std::filesystem::path& directory, const Translation& built) {
+    Replacement replacement;
+    replacement.heart = built.set + ".SET";
+    const std::vector<std::string> there = NamesIn(directory);
+    for (const Family& family : Families()) {
+        const std::string name = fmt::format("{}.{}", built.set, family.extension);
+        if (built.files.contains(name)) continue;
+        for (const std::string& other : InAnyLetters(name, there)) {
+            replacement.leaving.push_back(other);
+        }
+    }
+    for (const auto& [name, bytes] : built.files) {
+        replacement.coming.push_back(name);
+        for (const std::string& other : InAnyLetters(name, there)) {
+            const bool is_kept =
+                !IsSets(name, built.set) && !HasBytes(directory / PathOf(other), bytes);
+            if (is_kept) replacement.kept.push_back(other);
+            if (other != name) replacement.leaving.push_back(other);
+        }
+    }
+    return replacement;
+}
+
+/// Without --force nothing that is there goes.
+void RequireRoom(const std::filesystem::path& directory, const Replacement& replacement) {
+    for (const std::string& name : NamesIn(directory)) {
+        const bool is_replaced =
+            std::ranges::find(replacement.coming, name) != replacement.coming.end();
+        const bool leaves =
+            std::ranges::find(replacement.leaving, name) != replacement.leaving.end();
+        if (!is_replaced && !leaves) continue;
+        throw Broken(PathText(directory / PathOf(name)) +
+                     (is_replaced ? ": is there already; --force replaces the set's files"
+                                  : ": is none of the folder's; --force removes it"));
+    }
+}
+
+void BuildInto(const BuildOptions& options, Translation& built) {
     const std::filesystem::path directory = PathOf(options.directory);
-    const std::string settings = built.set + ".SET";
-    if (!exists(directory)) return rename(scratch, directory);
-    std::vector<std::string> names;
-    for (const auto& [name, bytes] : built.files) names.push_back(name);
-    const std::vector<std::string> there = Present(directory, names);
-    if (!options.force && !there.empty()) {
-        throw Broken(PathText(directory / PathOf(there[0])) +
-                     ": is there already; --force replaces the set's files");
+    if (!options.force) RequireRoom(directory, ReplacementIn(directory, built));
+    StagedFiles staged(directory);
+    if (staged.found_leftovers()) {
+        Say("note: " + options.directory +
+            ": a build was ended here before its end; what it left is cleared away");
     }
-    const std::vector<std::string> leftovers = Leftovers(built, directory);
-    if (!options.force && !leftovers.empty()) {
-        throw Broken(PathText(directory / PathOf(leftovers[0])) +
-                     ": is none of the folder's; --force removes it");
+    WriteFiles(staged.path(), built.files);
+    if (!options.unchecked) TryLoad(staged.path(), built);
+    if (built.findings.Has(Finding::kError)) return;
+    const Replacement replacement = ReplacementIn(directory, built);
+    staged.Install(replacement);
+    for (const std::string& name : replacement.leaving) Say("note: " + name + " is removed");
+    for (const std::string& name : replacement.kept) {
+        Say(fmt::format("note: {0} is replaced; what it was is {0}.bak", name));
     }
-    RemoveFiles(directory, {settings});
-    RemoveFiles(directory, leftovers);
-    for (const std::string& name : leftovers) Say("note: " + name + " is removed");
-    WriteFiles(directory, built.files, settings);
+}
+
+void CheckBuild(const BuildOptions& options, Translation& built) {
+    const ScratchDirectory scratch(std::filesystem::temp_directory_path() / "cwt");
+    WriteFiles(scratch.path(), built.files);
+    if (!options.unchecked) TryLoad(scratch.path(), built);
 }
 
 int Build(const BuildOptions& options) {
@@ -111,15 +149,8 @@ int Build(const BuildOptions& options) {
     }
     Translation built = BuildSet(ReadFiles(PathOf(options.folder), true));
     if (options.strict) built.findings.MakeStrict();
-    const std::filesystem::path beside =
-        options.check ? std::filesystem::temp_directory_path() / "cwt" : PathOf(options.directory);
     if (!built.findings.Has(Finding::kError)) {
-        const ScratchDirectory scratch(beside);
-        WriteFiles(scratch.path(), built.files, "");
-        if (!options.unchecked) TryLoad(scratch.path(), built);
-        if (!built.findings.Has(Finding::kError) && !options.check) {
-            Install(options, built, scratch.path());
-        }
+        options.check ? CheckBuild(options, built) : BuildInto(options, built);
     }
     SayFindings(built.findings);
     if (built.findings.Has(Finding::kError)) return kBroken;
@@ -139,7 +170,7 @@ void AddBuild(CLI::App& app, int& exit_code) {
         ->required();
     command->add_option("DIRECTORY", options->directory,
                         "Where to; made when missing. Its users' and partners' files stay, unless "
-                        "the folder has others.");
+                        "the folder has others: then they are NAME.bak.");
     command->add_flag("--check", options->check, "Say what is wrong with the folder, and no more.");
     command->add_flag("--unchecked", options->unchecked,
                       "Build it even when a load refuses it: to have a damaged set back.");

@@ -2,6 +2,7 @@
 
 #include "commands/commands.h"
 #include "commands/findings.h"
+#include "files/staged_files.h"
 #include "session/messages.h"
 #include "tariffs/folder.h"
 #include "tariffs/folder_files.h"
@@ -40,12 +41,14 @@ int Export(const ExportOptions& options) {
         throw Broken(PathText(folder / PathOf(there[0])) +
                      ": is there already; --force replaces the folder's texts");
     }
-    std::vector<std::string> gone;
+    StagedFiles staged(folder);
+    WriteFiles(staged.path(), exported.files);
+    Replacement replacement{.coming = {}, .leaving = {}, .kept = {}, .heart = kSettingsFile};
+    for (const auto& [name, text] : exported.files) replacement.coming.push_back(name);
     for (const std::string& name : there) {
-        if (!exported.files.contains(name)) gone.push_back(name);
+        if (!exported.files.contains(name)) replacement.leaving.push_back(name);
     }
-    WriteFiles(folder, exported.files, kSettingsFile);
-    RemoveFiles(folder, gone);
+    staged.Install(replacement);
     Print(fmt::format("{}: the set {} in {} files\n", options.folder, set, exported.files.size()));
     return kDone;
 }

@@ -9,22 +9,22 @@
 
 namespace cwt {
 
-/// All files of a directory by their names, and, `deep`, those of its folders ("engine/lanes.csv").
-/// Names that begin with a dot are left out. Throws std::runtime_error, with the reason, for what
-/// cannot be read.
+/// All files of a directory by their names, and, `deep`, those of its folders ("engine/lanes.csv");
+/// what these have for folders is there by its name alone ("engine/old/"). Names that begin with a
+/// dot are left out. Throws std::runtime_error, with the reason, for what
+/// cannot be read, and for a folder in the place of a file.
 Files ReadFiles(const std::filesystem::path& directory, bool deep);
 
-/// The names among `names` that the directory has.
-std::vector<std::string> Present(const std::filesystem::path& directory,
-                                 const std::vector<std::string>& names);
+/// The names of a directory, and those among them that are `name` in any letters, as data are
+/// looked for.
+std::vector<std::string> NamesIn(const std::filesystem::path& directory);
+std::vector<std::string> InAnyLetters(const std::string& name,
+                                      const std::vector<std::string>& names);
 
-/// Puts files into a directory, which is made when it is missing. Each takes its name when it is
-/// whole; `last`, when it is one of them, goes before the others are written and comes behind them,
-/// so that what is written in part is told by its absence. Throws std::runtime_error as above.
-void WriteFiles(const std::filesystem::path& directory, const Files& files,
-                const std::string& last);
+/// Whether a file has these bytes, and no others.
+bool HasBytes(const std::filesystem::path& file, const std::string& bytes);
 
-/// Removes files, missing ones too.
-void RemoveFiles(const std::filesystem::path& directory, const std::vector<std::string>& names);
+/// Writes files into a directory, and the folders that they name. Throws as above.
+void WriteFiles(const std::filesystem::path& directory, const Files& files);
 
 }  // namespace cwt

@@ -36,7 +36,6 @@ bool CheckFindings(const cwt::Translation& translation, const cwt::Files& read) 
         Require(!finding.place.file.empty(), "a finding has a place");
         if (finding.level != cwt::Finding::kError) continue;
         const auto file = read.find(finding.place.file);
-        Require(file == read.end() || finding.place.line > 0, "an error in a file has a line");
         const auto lines = [&] { return 1 + std::ranges::count(file->second, '\n'); };
         Require(file == read.end() || finding.place.line <= static_cast<std::size_t>(lines()),
                 "an error stands within its file");

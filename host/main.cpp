@@ -116,6 +116,9 @@ int main(int argc, char** argv) {
         cwt::Print("");
         // A refusal or a note that nobody could read was not told.
         if (std::ferror(stderr) != 0 || !std::cout.good()) exit_code = cwt::kBroken;
+    } catch (const std::bad_alloc&) {
+        cwt::Say("there is not enough memory");
+        exit_code = cwt::kBroken;
     } catch (const std::exception& error) {
         cwt::Say(cwt::Printable(error.what()));
         exit_code = cwt::kBroken;

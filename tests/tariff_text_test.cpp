@@ -2,11 +2,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <random>
+#include <stdexcept>
 #include <string>
 
+#include "files/staged_files.h"
 #include "reference/samples/file_contents.h"
 #include "tariffs/family.h"
+#include "tariffs/folder_files.h"
 #include "tariffs/translation.h"
 
 namespace cwt {
@@ -129,6 +133,91 @@ TEST(TariffTextTest, DamagedSetsComeBack) {
         if (data.contains("Northeast.ZP6")) data["PROFILE.FIL"] = whole.at("PROFILE.FIL");
         ASSERT_EQ(Difference(data), "") << "set " << set;
     }
+}
+
+/// Where a folder is refused in which one text has another in its place, and what is said.
+std::string RefusalOf(const std::string& file, const std::string& from, const std::string& to) {
+    Files folder = ExportSet(WholeSet(), "SAMPLE").files;
+    std::string& text = folder.at(file);
+    const std::size_t at = text.find(from);
+    if (at == text.npos) return from + " is not there";
+    text.replace(at, from.size(), to);
+    return Told(BuildSet(folder).findings, Finding::kError);
+}
+
+TEST(TariffTextTest, WhatSpreadsheetsAndSlipsMakeOfATextIsRefusedWithItsPlace) {
+    const struct {
+        const char *file, *from, *to, *refusal;
+    } cases[] = {
+        {"weight-breaks.csv", "499", "\"1,205\"", "weight-breaks.csv:2:5: error: highest_pounds"},
+        {"discount-groups.csv", "85.00", "$85.00",
+         "discount-groups.csv:2:62: error: floor_dollars"},
+        {"minimums-by-zip.csv", "30000", "3E+04", "minimums-by-zip.csv:2:3: error: first_low"},
+        {"point-codes.csv", "10000", "'10000", "point-codes.csv:2:1: error: first"},
+        {"level.csv", "2025-01-06", "01/06/2025", "level.csv:2:8: error: date"},
+        {"level.csv", "2025-01-06", "2025-02-30", "is no day of the calendar"},
+        {"tables.csv", "name,host_bytes", "name;host_bytes",
+         "tables.csv:1:1: error: between cells"},
+        {"dch.csv", "host_bytes", "hosts_bytes", "dch.csv:1:1: error: the header has none"},
+        {"lam.csv", "ATLANT", "hex:41", "lam.csv:2:1: error: key"},
+        {"carried-bytes.csv", "BSE,18,", "BSE,99999999,", "carried-bytes.csv:2:5: error: times"},
+        {"settings.json", "\"set\"", "\"set\": \"B\", \"set\"", "set: the key is there twice"},
+        {"settings.json", "\"layout\": 1", "\"layout\": true", "is written as true or false"},
+        {"settings.json", "\"label_files\": false", "\"label_files\": 1", "is a number, where"},
+        {"settings.json", "\"mark\": \"SET\"", "\"mark\": null", "mark: null is no value"},
+    };
+    for (const auto& each : cases) {
+        EXPECT_NE(RefusalOf(each.file, each.from, each.to).find(each.refusal), std::string::npos)
+            << each.to << ": " << RefusalOf(each.file, each.from, each.to);
+    }
+}
+
+TEST(TariffTextTest, BlankCellsAndRowsBehindATableAreNothing) {
+    Files folder = ExportSet(WholeSet(), "SAMPLE").files;
+    std::string text;
+    for (const char byte : folder.at("point-codes.csv"))
+        text += byte == '\n' ? ",,\n" : std::string{byte};
+    folder["point-codes.csv"] = text + ",,\n\n,,,,,,\n";
+    const Translation built = BuildSet(folder);
+    EXPECT_EQ(Told(built.findings, Finding::kWarning), "");
+    EXPECT_EQ(built.files.at("SAMPLE.CBS"), WholeSet().at("SAMPLE.CBS"));
+}
+
+TEST(TariffTextTest, FilesTakeTheirPlacesTogetherOrNot) {
+    namespace fs = std::filesystem;
+    const fs::path directory = fs::path(testing::TempDir()) / "staged_files";
+    fs::remove_all(directory);
+    WriteFiles(directory, {{"a.set", "old"}, {"B", "old"}, {"C", "mine"}, {"D/x", "mine"}});
+    const auto content = [&] { return ReadFiles(directory, true); };
+    const Files before = content();
+    Replacement replacement{
+        .coming = {"A.SET", "B", "C"}, .leaving = {}, .kept = {"C"}, .heart = "A.SET"};
+    replacement.leaving = {"a.set"};
+    {
+        StagedFiles staged(directory);
+        WriteFiles(staged.path(), {{"A.SET", "new"}, {"B", "new"}, {"C", "new"}});
+        EXPECT_THROW(StagedFiles{directory}, std::runtime_error) << "another is at work";
+        Replacement wrong = replacement;
+        wrong.coming.push_back("D");
+        EXPECT_THROW(staged.Install(wrong), std::runtime_error) << "a directory is in the way";
+        EXPECT_EQ(content(), before);
+        wrong.coming.back() = "missing";
+        EXPECT_THROW(staged.Install(wrong), std::runtime_error);
+        EXPECT_EQ(content(), before);
+        staged.Install(replacement);
+    }
+    const Files after = {
+        {"A.SET", "new"}, {"B", "new"}, {"C", "new"}, {"C.bak", "mine"}, {"D/x", "mine"}};
+    EXPECT_EQ(content(), after);
+    EXPECT_FALSE(fs::exists(directory / ".cwt-staged"));
+
+    // A process ended when it had put away what was there.
+    fs::create_directories(directory / ".cwt-staged" / "old-heart");
+    fs::rename(directory / "A.SET", directory / ".cwt-staged" / "old-heart" / "A.SET");
+    WriteFiles(directory / ".cwt-staged", {{"old/E", "mine"}, {"new/F", "new"}, {"lock", ""}});
+    EXPECT_TRUE(StagedFiles(directory).found_leftovers());
+    EXPECT_EQ(content().count("A.SET") + content().count("F"), 0u);
+    EXPECT_EQ(content().at("E"), "mine");
 }
 
 }  // namespace

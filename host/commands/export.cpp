@@ -1,5 +1,7 @@
 #include <fmt/core.h>
 
+#include <algorithm>
+
 #include "commands/commands.h"
 #include "commands/findings.h"
 #include "files/staged_files.h"
@@ -7,6 +9,7 @@
 #include "tariffs/folder.h"
 #include "tariffs/folder_files.h"
 #include "tariffs/translation.h"
+#include "text/letters.h"
 #include "text/path_text.h"
 
 namespace cwt {
@@ -32,8 +35,14 @@ int Export(const ExportOptions& options) {
     const std::filesystem::path folder = PathOf(options.folder);
     const std::string set =
         options.set.empty() ? OnlySetIn(PathOf(options.directory)) : options.set;
-    Translation exported =
-        ExportSet(ReadFiles(PathOf(options.directory), false), set, options.option_files);
+    const Files data = ReadFiles(PathOf(options.directory), false);
+    const auto is_of_set = [&](const auto& file) {
+        return LowerCase(file.first).starts_with(LowerCase(set) + '.');
+    };
+    if (std::ranges::none_of(data, is_of_set)) {
+        throw Broken(options.directory + ": has no file of a set " + set);
+    }
+    Translation exported = ExportSet(data, set, options.option_files);
     SayFindings(exported.findings);
     if (exported.findings.Has(Finding::kError)) return kBroken;
     const std::vector<std::string> there = TariffTexts(folder);

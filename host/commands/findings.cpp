@@ -14,6 +14,7 @@ void SayFindings(const Findings& findings) {
             if (finding.level == level && said++ < kMost) Say(FindingText(finding));
         }
     }
+    said += findings.unlisted();
     if (said > kMost) Say(fmt::format("and {} more", said - kMost));
 }
 

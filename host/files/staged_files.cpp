@@ -48,15 +48,23 @@ StagedFiles::StagedFiles(const fs::path& directory)
       aside_(directory_ / kAside),
       lock_(nullptr, std::fclose) {
     try {
-        made_ = MissingDirectories(directory_);
-        create_directories(aside_);
-        Own();
-        found_leftovers_ = IsThere(path()) || IsThere(aside_ / kOld);
-        PutBackLeftovers();
-        create_directory(path());
+        Open();
     } catch (const fs::filesystem_error& error) {
+        Clear();
         Fail(error.path1(), error.code().message());
+    } catch (...) {
+        Clear();
+        throw;
     }
+}
+
+void StagedFiles::Open() {
+    made_ = MissingDirectories(directory_);
+    create_directories(aside_);
+    Own();
+    found_leftovers_ = IsThere(path()) || IsThere(aside_ / kOld);
+    PutBackLeftovers();
+    create_directory(path());
 }
 
 /// A mark that only the lock's owner can have written tells that the file is still the one there:
@@ -70,13 +78,15 @@ void StagedFiles::Own() {
         fmt::format("{:08x}{:08x}\n", std::random_device()(), std::random_device()());
     std::string content;
     if (LockFile(lock_.get())) {
+        is_ours_ = true;
         std::fputs(mark.c_str(), lock_.get());
-        std::fflush(lock_.get());
+        errno = 0;
+        if (std::fflush(lock_.get()) != 0) Fail(file, std::generic_category().message(errno));
         std::ifstream stream(file, std::ios::binary);
         content.assign(std::istreambuf_iterator<char>(stream), {});
-        if (std::ferror(lock_.get()) != 0) Fail(file, std::generic_category().message(errno));
     }
-    if (!content.ends_with(mark)) Fail(directory_, "another cwt is writing to this directory");
+    is_ours_ = content.ends_with(mark);
+    if (!is_ours_) Fail(directory_, "another cwt is writing to this directory");
 }
 
 /// The heart stays away: with it, old and new files would pass for a whole.
@@ -91,12 +101,23 @@ void StagedFiles::PutBackLeftovers() {
 }
 
 StagedFiles::~StagedFiles() {
+    Clear();
+}
+
+void StagedFiles::Clear() noexcept {
     std::error_code ignored;
-    for (const fs::path& left : {path(), aside_ / kOld, aside_ / kOldHeart}) {
-        remove_all(left, ignored);
+    bool has_lock = false;
+    if (is_ours_) {
+        for (const fs::path& left : {path(), aside_ / kOld, aside_ / kOldHeart}) {
+            remove_all(left, ignored);
+        }
+        fs::remove(aside_ / kLock, ignored);
+        has_lock = IsThere(aside_ / kLock);
     }
-    fs::remove(aside_ / kLock, ignored);
     lock_.reset();
+    // Some systems remove no file that is open.
+    if (has_lock) fs::remove(aside_ / kLock, ignored);
+    // What is not empty stays.
     fs::remove(aside_, ignored);
     for (; !made_.empty(); made_.pop_back()) fs::remove(made_.back(), ignored);
 }

@@ -38,7 +38,9 @@ class StagedFiles {
     void Install(const Replacement& replacement);
 
  private:
+    void Open();
     void Own();
+    void Clear() noexcept;
     void PutBackLeftovers();
     void Move(const std::filesystem::path& from, const std::filesystem::path& to);
     void PutAway(const Replacement& replacement);
@@ -47,6 +49,7 @@ class StagedFiles {
     std::filesystem::path directory_, aside_;
     std::vector<std::filesystem::path> made_;  ///< Directories, the outermost first.
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> lock_;
+    bool is_ours_ = false;  ///< Nobody else is at work on the directory.
     std::vector<std::pair<std::filesystem::path, std::filesystem::path>> moved_;
     bool found_leftovers_ = false;
 };

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <bit>
 #include <charconv>
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -101,8 +102,25 @@ std::string DollarsText(float cents) {
     return text.size() - point < 3 ? text + '0' : text;
 }
 
+bool IsDigits(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+}
+
+/// Whether a spreadsheet has made another text of a code: a number with an exponent, 1.00E+05, or
+/// digits behind the apostrophe that keeps their zeros.
+bool IsSpreadsheets(std::string_view text) {
+    if (text.starts_with('\'')) return IsDigits(text.substr(1));
+    const std::size_t exponent = text.find_first_of("Ee");
+    if (exponent == text.npos || !IsDecimal(text.substr(0, exponent))) return false;
+    const std::string_view power = text.substr(exponent + 1);
+    return (power.starts_with('+') || power.starts_with('-')) && IsDigits(power.substr(1));
+}
+
+constexpr const char* kNoDecimal =
+    "is no decimal number such as 1205.50: without signs of money, commas and exponents";
+
 FieldBytes BytesOfFloat(std::string_view written, int point_moved) {
-    if (!IsDecimal(written)) return {{}, "is no decimal number"};
+    if (!IsDecimal(written)) return {{}, kNoDecimal};
     const std::string decimal = WithPointMoved(written, point_moved);
     float number = 0;
     const auto [end, error] =
@@ -128,6 +146,7 @@ FieldBytes BytesOfWhole(std::string_view text) {
 
 FieldBytes BytesOfCharacters(const Field& field, std::string_view text) {
     if (!IsUtf8(text)) return {{}, "is not in UTF-8"};
+    if (IsSpreadsheets(text)) return {{}, "is what a spreadsheet has made of a code"};
     std::optional<std::string> bytes = ToCodePage(text);
     if (!bytes) return {{}, "has a character that the data cannot hold (they have Windows-1252)"};
     if (bytes->size() > field.width) {
@@ -142,11 +161,27 @@ FieldBytes BytesOfCharacters(const Field& field, std::string_view text) {
     return {bytes, {}};
 }
 
+/// Numbers are texts that stand at the right of their fields, or, from other systems, anywhere.
+FieldBytes BytesOfRight(const Field& field, std::string_view text) {
+    const std::size_t first = std::min(text.find_first_not_of(' '), text.size());
+    if (!IsDecimal(WithoutPadding(text.substr(first), ' '))) return {{}, kNoDecimal};
+    return BytesOfCharacters(field, text);
+}
+
 FieldBytes BytesOfDate(std::string_view text) {
-    const bool is_date =
-        text.size() == 10 && text[4] == '-' && text[7] == '-' &&
-        std::ranges::count_if(text, [](char c) { return '0' <= c && c <= '9'; }) == 8;
-    if (!is_date) return {{}, "is no date such as 2025-01-06"};
+    const bool has_form = text.size() == 10 && text[4] == '-' && text[7] == '-' &&
+                          IsDigits(text.substr(0, 4)) && IsDigits(text.substr(5, 2)) &&
+                          IsDigits(text.substr(8));
+    if (!has_form) return {{}, "is no date such as 2025-01-06"};
+    const auto number = [&](std::size_t at, std::size_t size) {
+        unsigned value = 0;
+        std::from_chars(&text[at], &text[at] + size, value);
+        return value;
+    };
+    const std::chrono::year_month_day date(std::chrono::year(static_cast<int>(number(0, 4))),
+                                           std::chrono::month(number(5, 2)),
+                                           std::chrono::day(number(8, 2)));
+    if (!date.ok()) return {{}, "is no day of the calendar"};
     return {std::string(text.substr(0, 4)).append(text.substr(5, 2)).append(text.substr(8)), {}};
 }
 
@@ -244,8 +279,9 @@ FieldBytes BytesOfText(const Field& field, std::string_view text) {
     }
     switch (field.kind) {
         case Kind::kText:
-        case Kind::kRight:
             return BytesOfCharacters(field, text);
+        case Kind::kRight:
+            return BytesOfRight(field, text);
         case Kind::kPostal:
         case Kind::kCode: {
             const std::string whole = WithZeros(field, text);

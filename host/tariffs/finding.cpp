@@ -9,15 +9,29 @@
 namespace cwt {
 
 void Findings::Note(Place place, std::string text) {
-    list_.push_back({Finding::kNote, std::move(place), std::move(text)});
+    Add(Finding::kNote, std::move(place), std::move(text));
 }
 
 void Findings::Warn(Place place, std::string text) {
-    list_.push_back({Finding::kWarning, std::move(place), std::move(text)});
+    Add(Finding::kWarning, std::move(place), std::move(text));
 }
 
 void Findings::Refuse(Place place, std::string text) {
-    list_.push_back({Finding::kError, std::move(place), std::move(text)});
+    Add(Finding::kError, std::move(place), std::move(text));
+}
+
+/// A million slips, or a text of a million characters, are told in little.
+void Findings::Add(Finding::Level level, Place place, std::string text) {
+    constexpr std::size_t kMost = 1000;
+    constexpr std::size_t kBeginning = 200, kEnd = 150;
+    if (counts_[level]++ >= kMost) {
+        ++unlisted_;
+        return;
+    }
+    if (text.size() > kBeginning + kEnd) {
+        text.replace(kBeginning, text.size() - kBeginning - kEnd, "...");
+    }
+    list_.push_back({level, std::move(place), std::move(text)});
 }
 
 bool Findings::Has(Finding::Level level) const {

@@ -33,13 +33,20 @@ class Findings {
     void Warn(Place place, std::string text);
     void Refuse(Place place, std::string text);
 
+    /// Of each level the first thousand.
     const std::vector<Finding>& list() const { return list_; }
+    /// How many more there were.
+    std::size_t unlisted() const { return unlisted_; }
     bool Has(Finding::Level level) const;
     /// Makes errors of all warnings.
     void MakeStrict();
 
  private:
+    void Add(Finding::Level level, Place place, std::string text);
+
     std::vector<Finding> list_;
+    std::size_t counts_[3] = {};  ///< By level.
+    std::size_t unlisted_ = 0;
 };
 
 /// A value's name, and what it holds, cut when it is long; behind them, a text.

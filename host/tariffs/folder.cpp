@@ -67,19 +67,27 @@ std::optional<std::string_view> FolderReader::Sheet(const std::string& name) {
 void FolderReader::ReadCarried() {
     const auto text = Sheet(kCarriedFile);
     if (!text) return;
-    constexpr std::size_t kMostBytes = std::size_t{1} << 30;
+    // A few characters could tell more bytes than there is memory.
+    constexpr std::size_t kMostBytes = std::size_t{1} << 28;
+    std::size_t room = kMostBytes;
     SheetReader sheet(kCarriedFile, *text, {{"file", true}, {"times", true}, {"bytes", true}},
                       findings_);
     while (sheet.Next()) {
         const auto bytes = CarriedBytes(sheet.cell(2));
-        const std::size_t times =
-            sheet.Number(1, kMostBytes / std::max<std::size_t>(1, bytes.value_or("").size()));
+        const std::size_t times = sheet.Number(1, kMostBytes);
         if (!bytes) {
             sheet.Refuse(2, "is neither a text of Windows-1252 nor hexadecimal digits behind hex:");
             continue;
         }
+        if (!bytes->empty() && times > room / bytes->size()) {
+            sheet.Refuse(
+                1, fmt::format("gives more than the {} bytes that all rows may give", kMostBytes));
+            return;
+        }
+        room -= times * bytes->size();
         const auto [file, is_new] = carried_.try_emplace(std::string(sheet.cell(0)));
         if (is_new) file->second.place = sheet.place(0);
+        if (bytes->empty()) continue;
         for (std::size_t i = 0; i < times; ++i) file->second.bytes += *bytes;
     }
 }

@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -28,7 +29,12 @@ struct IndexArrays {
 /// A line by its cells, or nothing when it cannot be made of them.
 std::optional<std::string> LineOf(const std::vector<Column>& columns,
                                   const std::vector<std::string>& cells) {
-    if (cells[0].starts_with(kHex)) return CarriedBytes(cells[0]);
+    if (cells[0].starts_with(kHex)) {
+        // Those are the bytes of the whole line.
+        const auto is_blank = [](const std::string& cell) { return cell.empty(); };
+        const bool is_whole = std::all_of(cells.begin() + 1, cells.end(), is_blank);
+        return is_whole ? CarriedBytes(cells[0]) : std::nullopt;
+    }
     std::string line;
     for (std::size_t i = 0; i < columns.size(); ++i) {
         // A single column has the line as long as it is.
@@ -137,7 +143,8 @@ std::optional<std::string> ReadLines(const Family& family, FolderReader& folder)
         if (!line)
             sheet.Refuse(
                 0,
-                "makes no line: a cell is too long, or has characters that the data cannot hold");
+                "makes no line: a cell is too long, has characters that the data cannot hold, or "
+                "stands beside the bytes of a whole line");
         bytes += line.value_or("");
         if (family.most > 0 && count == family.most + 1) {
             folder.findings().Warn(

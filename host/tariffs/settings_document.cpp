@@ -6,6 +6,7 @@
 #include <iterator>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "tariffs/field_json.h"
 #include "text/json_writer.h"
@@ -57,18 +58,22 @@ class SettingsHandler : public nlohmann::json_sax<nlohmann::json> {
 
     std::size_t read = 0;  ///< Characters that the parser has taken.
 
-    bool null() override { return Value("null", false); }
-    bool boolean(bool value) override { return Value(value ? "yes" : "no", false); }
+    bool null() override {
+        return Refuse(place_, "null is no value; what is left out is padding, or not there");
+    }
+    bool boolean(bool value) override {
+        return Value(value ? "yes" : "no", Json::value_t::boolean);
+    }
     bool number_integer(number_integer_t value) override {
-        return Value(std::to_string(value), false);
+        return Value(std::to_string(value), Json::value_t::number_integer);
     }
     bool number_unsigned(number_unsigned_t value) override {
-        return Value(std::to_string(value), false);
+        return Value(std::to_string(value), Json::value_t::number_unsigned);
     }
     bool number_float(number_float_t, const string_t& written) override {
-        return Value(written, false);
+        return Value(written, Json::value_t::number_float);
     }
-    bool string(string_t& value) override { return Value(value, true); }
+    bool string(string_t& value) override { return Value(value, Json::value_t::string); }
     bool binary(binary_t&) override { return false; }
     bool start_object(std::size_t) override {
         if (++depth_ <= 2) return depth_ == 1 || BeginSection();
@@ -76,7 +81,8 @@ class SettingsHandler : public nlohmann::json_sax<nlohmann::json> {
     }
     bool end_object() override {
         if (--depth_ == 1) section_ = nullptr;
-        return true;
+        key_.clear();
+        return depth_ > 0 || RequireTopKeys();
     }
     bool start_array(std::size_t) override {
         return Refuse(place_, "is a list; none is read here");
@@ -87,17 +93,37 @@ class SettingsHandler : public nlohmann::json_sax<nlohmann::json> {
         place_ = PlaceBefore(read - std::min(read, name.size() + 2));
         return true;
     }
-    bool parse_error(std::size_t position, const std::string&, const Json::exception&) override {
+    bool parse_error(std::size_t position, const std::string&,
+                     const Json::exception& error) override {
+        constexpr int kNumberTooLarge = 406;
+        key_.clear();
         return Refuse(PlaceBefore(position > 0 ? position - 1 : 0),
-                      "this is no JSON in UTF-8, or it ends too early");
+                      error.id == kNumberTooLarge
+                          ? "the number is too large"
+                          : "this is no JSON in UTF-8, or it ends too early");
     }
 
  private:
-    Place PlaceBefore(std::size_t position) const {
-        const std::string_view before = text_.substr(0, position);
-        const std::size_t line_start = before.rfind('\n') + 1;
-        return {kSettingsFile, 1 + static_cast<std::size_t>(std::ranges::count(before, '\n')),
-                before.size() - line_start + 1};
+    /// Places ascend, so that each line is counted once.
+    Place PlaceBefore(std::size_t position) {
+        const auto starts = [](char byte) {
+            return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80;
+        };
+        for (; counted_ < std::min(position, text_.size()); ++counted_) {
+            if (starts(text_[counted_])) ++counted_place_.column;
+            if (text_[counted_] != '\n') continue;
+            ++counted_place_.line;
+            counted_place_.column = 1;
+        }
+        return counted_place_;
+    }
+    bool RequireTopKeys() {
+        for (const char* wanted : {"schema", "set"}) {
+            if (!top_keys_.contains(wanted)) {
+                return Refuse({kSettingsFile, 1, 1}, fmt::format("the key {} is missing", wanted));
+            }
+        }
+        return true;
     }
     bool Refuse(const Place& place, const std::string& text) {
         findings_.Refuse(place, key_.empty() ? text : fmt::format("{}: {}", key_, text));
@@ -110,16 +136,21 @@ class SettingsHandler : public nlohmann::json_sax<nlohmann::json> {
         section_ = &entry->second.settings;
         return true;
     }
-    bool Value(const std::string& text, bool is_text) {
+    bool Value(const std::string& text, Json::value_t type) {
         if (section_ != nullptr) {
-            if (!section_->try_emplace(key_, Setting{text, place_}).second) {
+            const auto form = type == Json::value_t::boolean  ? Setting::kTruth
+                              : type == Json::value_t::string ? Setting::kText
+                                                              : Setting::kNumber;
+            if (!section_->try_emplace(key_, Setting{text, place_, form}).second) {
                 return Refuse(place_, "the key is there twice");
             }
             return true;
         }
         if (depth_ != 1) return Refuse({kSettingsFile, 1, 1}, "an object is wanted");
-        if (key_ == "set" && is_text) {
+        if (!top_keys_.insert(key_).second) return Refuse(place_, "the key is there twice");
+        if (key_ == "set" && type == Json::value_t::string) {
             document_.set_ = text;
+            document_.set_place_ = place_;
         } else if (key_ != "schema") {
             return Refuse(place_, "is no section: an object of settings is wanted");
         } else if (text != kSchema) {
@@ -134,10 +165,20 @@ class SettingsHandler : public nlohmann::json_sax<nlohmann::json> {
     int depth_ = 0;
     std::string key_;
     Place place_ = {kSettingsFile, 1, 1};
+    std::size_t counted_ = 0;  ///< Bytes up to counted_place_.
+    Place counted_place_ = {kSettingsFile, 1, 1};
+    std::set<std::string> top_keys_;
     std::map<std::string, Setting>* section_ = nullptr;
 };
 
 SettingsDocument::SettingsDocument(std::string_view text, Findings& findings) {
+    // The parser takes a zero byte for the end.
+    if (text.find('\0') != text.npos) {
+        const auto line = 1 + std::ranges::count(text.substr(0, text.find('\0')), '\n');
+        findings.Refuse({kSettingsFile, static_cast<std::size_t>(line), 0},
+                        "has a zero byte: JSON in UTF-8 is wanted");
+        return;
+    }
     SettingsHandler handler(text, *this, findings);
     const CountedCharacters begin(text.data(), &handler.read);
     const CountedCharacters end(text.data() + text.size(), &handler.read);
@@ -208,7 +249,13 @@ std::string RecordOfSection(const char* section, std::span<const Field> fields, 
             record.replace(column.offset, column.field->width, BytesOfNothing(*column.field));
             continue;
         }
-        const FieldBytes given = BytesOfText(*column.field, found->second.text);
+        FieldBytes given = BytesOfText(*column.field, found->second.text);
+        const bool is_flag = column.field->kind == Kind::kFlag;
+        if (found->second.form == Setting::kTruth && !is_flag) {
+            given = {{}, "is written as true or false, and is neither"};
+        } else if (found->second.form == Setting::kNumber && is_flag) {
+            given = {{}, "is a number, where true or false is wanted"};
+        }
         if (given.bytes) record.replace(column.offset, column.field->width, *given.bytes);
         if (given.problem.empty()) continue;
         const std::string text =

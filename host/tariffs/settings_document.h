@@ -20,6 +20,7 @@ inline constexpr const char* kSettingsFile = "settings.json";
 struct Setting {
     std::string text;
     Place place;
+    enum Form { kText, kNumber, kTruth } form = kText;  ///< As it was written.
 };
 
 /// What settings.json says, as it was written.
@@ -30,6 +31,7 @@ class SettingsDocument {
     SettingsDocument(std::string_view text, Findings& findings);
 
     const std::string& set() const { return set_; }
+    const Place& set_place() const { return set_place_; }
     /// The section of a family; null when there is none.
     std::map<std::string, Setting>* Section(const std::string& name);
     Place place_of(const std::string& section) const;
@@ -44,6 +46,7 @@ class SettingsDocument {
         std::map<std::string, Setting> settings;
     };
     std::string set_;
+    Place set_place_;
     std::map<std::string, SectionEntry> sections_;
 };
 

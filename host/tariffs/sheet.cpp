@@ -18,9 +18,12 @@ constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
 /// Where a cell of a row begins, in characters from 1.
 std::size_t CharacterOf(std::string_view row, std::size_t cell) {
     std::size_t at = 0;
-    for (bool quoted = false; cell > 0 && at < row.size(); ++at) {
-        if (row[at] == '"') quoted = !quoted;
-        if (row[at] == ',' && !quoted) --cell;
+    bool quoted = false, starts = true;
+    for (; cell > 0 && at < row.size(); ++at) {
+        // Within a cell that does not begin with one, a quote is a character.
+        if (row[at] == '"' && (quoted || starts || row[at - 1] == '"')) quoted = !quoted;
+        starts = row[at] == ',' && !quoted;
+        if (starts) --cell;
     }
     const auto is_start = [](char byte) {
         return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80;
@@ -51,11 +54,33 @@ SheetReader::SheetReader(std::string file, std::string_view text,
 }
 
 void SheetReader::ReadHeader(const std::vector<Wanted>& columns) {
-    if (!ReadRow()) {
+    if (rest_.starts_with("\xff\xfe") || rest_.starts_with("\xfe\xff")) {
+        findings_.Refuse({file_, 1, 0}, "is a text in UTF-16; CSV in UTF-8 is wanted");
+        rest_ = {};
+        return;
+    }
+    const bool is_there = ReadRow();
+    DropBlankCells(0);
+    if (!is_there || cells_.empty()) {
         findings_.Refuse({file_, 1, 0}, "the header is missing: the first row names the columns");
+        rest_ = {};
         return;
     }
     width_ = cells_.size();
+    const bool has_known = std::ranges::any_of(cells_, [&](const std::string& cell) {
+        return std::ranges::find(names_, cell) != names_.end();
+    });
+    if (!has_known && !names_.empty()) {
+        const bool is_otherwise_parted =
+            cells_.size() == 1 && cells_[0].find_first_of(";\t|") != kNone;
+        findings_.Refuse(
+            {file_, line_, 1},
+            is_otherwise_parted
+                ? "between cells commas are wanted, not semicolons, tabs or bars"
+                : "the header has none of the columns, of which the first is " + names_[0]);
+        rest_ = {};
+        return;
+    }
     const std::vector<std::string_view> known(names_.begin(), names_.end());
     for (std::size_t i = 0; i < cells_.size(); ++i) {
         const Place place{file_, line_, CharacterOf(row_, i)};
@@ -103,16 +128,24 @@ bool SheetReader::ReadRow() {
     }
 }
 
+/// Spreadsheets write blank cells behind those that are in use.
+void SheetReader::DropBlankCells(std::size_t width) {
+    while (cells_.size() > width && cells_.back().empty()) cells_.pop_back();
+}
+
 bool SheetReader::Next() {
-    while (ReadRow()) {
-        const bool is_blank = std::ranges::all_of(cells_, &std::string::empty);
-        if (cells_.size() == width_ && !is_blank) return true;
-        if (is_blank) {
-            findings_.Warn(place(), "the row is blank, and left out");
-        } else {
-            findings_.Refuse(
-                place(), fmt::format("the row has {} cells, the header {}", cells_.size(), width_));
+    // Below the last row they write blank rows too; between rows these are worth a look.
+    for (Place blank; ReadRow();) {
+        if (std::ranges::all_of(cells_, &std::string::empty)) {
+            if (blank.line == 0) blank = place();
+            continue;
         }
+        if (blank.line > 0) findings_.Warn(blank, "from here to the next row all is blank");
+        blank = {};
+        DropBlankCells(width_);
+        if (cells_.size() == width_) return true;
+        findings_.Refuse(place(),
+                         fmt::format("the row has {} cells, the header {}", cells_.size(), width_));
     }
     return false;
 }

@@ -56,6 +56,7 @@ class SheetReader {
 
  private:
     bool ReadRow();
+    void DropBlankCells(std::size_t width);
     void ReadHeader(const std::vector<Wanted>& columns);
 
     std::string file_;

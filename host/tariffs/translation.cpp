@@ -63,11 +63,54 @@ bool IsWhollyCarried(const Family& family, std::string_view bytes, std::string_v
            rest.size() == bytes.size();
 }
 
+/// Refuses what is no base name of a set.
+bool CheckSetName(const std::string& set, const Place& place, Findings& findings) {
+    constexpr std::size_t kLongest = 8;
+    const bool is_name =
+        !set.empty() && set.size() <= kLongest && std::ranges::all_of(set, [](char c) {
+            return ('A' <= c && c <= 'Z') || ('a' <= c && c <= 'z') || ('0' <= c && c <= '9') ||
+                   c == '-' || c == '_';
+        });
+    if (!is_name) {
+        findings.Refuse(place, fmt::format("set \"{}\": a base name has 1 to {} letters, digits, - "
+                                           "and _",
+                                           set, kLongest));
+    }
+    return is_name;
+}
+
+/// What is wrong with the name of a file whose sheet bears it; empty when nothing is.
+std::string NameProblem(const std::string& name, const std::string& set) {
+    if (name.starts_with('.') || name.find_first_of(std::string_view("/\\\0", 3)) != name.npos) {
+        return "gives no name of a file in the directory";
+    }
+    const std::string lower = LowerCase(name);
+    const bool is_taken = std::ranges::any_of(Families(), [&](const Family& family) {
+        return lower == LowerCase(FileNameOf(family, set));
+    });
+    return is_taken ? name + " is a file of the set" : "";
+}
+
+constexpr std::string_view kZipTableEnd = ".ZP6";
+
+/// The names of the ZIP tables that profiles can have.
+std::vector<std::string> ZipTablesOf(std::string_view profiles) {
+    const Family& family = *FamilyOf("PROFILE.FIL");
+    std::vector<std::string> names;
+    for (; profiles.size() >= family.record_size; profiles.remove_prefix(family.record_size)) {
+        const std::string_view field = profiles.substr(0, family.fields[0].width);
+        const std::string name(field.substr(0, field.find('\0')));
+        if (!name.empty()) names.push_back(name + std::string(kZipTableEnd));
+    }
+    return names;
+}
+
 class Exporter {
  public:
     Exporter(const Files& data, const std::string& set) : data_(data), set_(set), folder_(set) {}
 
     Translation Run(const std::vector<std::string>& option_files) {
+        if (!CheckSetName(set_, {set_ + ".SET"}, result_.findings)) return std::move(result_);
         for (const Family& family : Families()) {
             Write(family, FileNameOf(family, set_), family.text, family.extension);
         }
@@ -120,15 +163,10 @@ class Exporter {
     void WriteZipTables() {
         const auto* const profiles = Find("PROFILE.FIL");
         if (profiles == nullptr) return;
-        const Family& family = *FamilyOf("PROFILE.FIL");
-        const std::string_view bytes = profiles->second;
-        for (std::size_t at = 0; at + family.record_size <= bytes.size();
-             at += family.record_size) {
-            const std::string_view field = bytes.substr(at, family.fields[0].width);
-            const std::string name(field.substr(0, field.find('\0')));
-            if (name.empty()) continue;
-            const std::string file = name + ".ZP6";
-            if (data_.contains(file)) Write(kZipTable, file, ZipTableSheet(name), file);
+        for (const std::string& file : ZipTablesOf(profiles->second)) {
+            if (!data_.contains(file) || !NameProblem(file, set_).empty()) continue;
+            const std::string name = file.substr(0, file.size() - kZipTableEnd.size());
+            Write(kZipTable, file, ZipTableSheet(name), file);
         }
     }
 
@@ -140,6 +178,10 @@ class Exporter {
         const auto file = data_.find(name);
         if (file == data_.end()) {
             result_.findings.Refuse({name}, "there is no such option file");
+            return;
+        }
+        if (const std::string problem = NameProblem(name, set_); !problem.empty()) {
+            result_.findings.Refuse({name}, "is no option file: " + problem);
             return;
         }
         const Family& family = OptionFamily(file->second);
@@ -189,7 +231,10 @@ class Builder {
 
     Translation Run() {
         result_.set = folder_.set();
-        if (!CheckSetName()) return std::move(result_);
+        if (result_.findings.Has(Finding::kError) ||
+            !CheckSetName(result_.set, folder_.settings().set_place(), result_.findings)) {
+            return std::move(result_);
+        }
         for (const Family& family : Families()) {
             Read(family, FileNameOf(family, folder_.set()), family.text, family.extension);
         }
@@ -204,24 +249,6 @@ class Builder {
     }
 
  private:
-    bool CheckSetName() {
-        if (result_.findings.Has(Finding::kError)) return false;
-        constexpr std::size_t kLongest = 8;
-        const std::string& set = result_.set;
-        const bool is_name =
-            !set.empty() && set.size() <= kLongest && std::ranges::all_of(set, [](char c) {
-                return ('A' <= c && c <= 'Z') || ('a' <= c && c <= 'z') || ('0' <= c && c <= '9') ||
-                       c == '-' || c == '_';
-            });
-        if (!is_name) {
-            result_.findings.Refuse({kSettingsFile},
-                                    fmt::format("set \"{}\": a base name has 1 to {} letters, "
-                                                "digits, - and _",
-                                                set, kLongest));
-        }
-        return is_name;
-    }
-
     void Read(const Family& family, const std::string& name, const std::string& sheet,
               const std::string& carried) {
         const auto records = ReadFile(family, sheet, folder_);
@@ -238,12 +265,29 @@ class Builder {
             if (!sheet.starts_with(folder) || !sheet.ends_with(kCsv)) continue;
             std::string name =
                 sheet.substr(folder.size(), sheet.size() - folder.size() - kCsv.size());
-            if (&family == &kZipTable) name += ".ZP6";
+            if (&family == &kZipTable) name += kZipTableEnd;
+            if (const std::string problem = NameProblem(name, folder_.set()); !problem.empty()) {
+                result_.findings.Refuse({sheet}, problem);
+                continue;
+            }
             if (result_.files.contains(name)) {
                 result_.findings.Refuse({sheet}, "another sheet gives the file " + name);
             }
+            if (&family == &kZipTable && !HasProfile(name)) {
+                result_.findings.Warn({sheet},
+                                      "no profile of the folder has this name: an export leaves "
+                                      "the table out");
+            }
             Read(family, name, sheet, name);
         }
+    }
+
+    /// Whether a profile has this ZIP table.
+    bool HasProfile(const std::string& table) const {
+        const auto profiles = result_.files.find("PROFILE.FIL");
+        if (profiles == result_.files.end()) return false;
+        const std::vector<std::string> tables = ZipTablesOf(profiles->second);
+        return std::ranges::find(tables, table) != tables.end();
     }
 
     const Files& files_;

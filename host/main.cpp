@@ -63,7 +63,7 @@ constexpr Command kCommands[] = {
     {"rate", cwt::AddRate},       {"check", cwt::AddCheck},   {"batch", cwt::AddBatch},
     {"inspect", cwt::AddInspect}, {"states", cwt::AddStates}, {"profiles", cwt::AddProfiles},
     {"compare", cwt::AddCompare}, {"export", cwt::AddExport}, {"build", cwt::AddBuild},
-    {"sample", cwt::AddSample},
+    {"diff", cwt::AddDiff},       {"sample", cwt::AddSample},
 #ifdef HWT_SERVE
     {"serve", cwt::AddServe},
 #endif

@@ -78,6 +78,17 @@ with tempfile.TemporaryDirectory() as directory:
         printed = subprocess.run([cwt, *arguments, "--json"], cwd=transcript, text=True,
                                  capture_output=True).stdout
         complaints += faults(" ".join(map(str, arguments)), json.loads(printed)["schema"], printed)
+    # The tariff as text, and a minimum charge of it raised.
+    folder = pathlib.Path(directory) / "tariff"
+    subprocess.run([cwt, "export", transcript, folder], check=True, capture_output=True)
+    minimums = folder / "minimums-by-zip.csv"
+    minimums.write_text(minimums.read_text().replace(",98.00", ",102.90"))
+    run_of_diff = subprocess.run([cwt, "diff", transcript, folder, "--json", "--all"], text=True,
+                                 capture_output=True)
+    assert run_of_diff.returncode == 1, run_of_diff
+    complaints += faults(folder, "hundredweight/difference/1", run_of_diff.stdout)
+    sheet, = json.loads(run_of_diff.stdout)["sheets"]
+    assert sheet["columns"][0]["median"] == "5.00" and len(sheet["rows"]) == 1, sheet
 # What a rating service answers.
 answers = json.loads((transcript / "desk.json").read_text())
 for answer in answers:

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -30,14 +29,6 @@ Cents CentsOf(std::string_view amount) {
 std::string AmountOf(Cents cents) {
     return fmt::format("{}{}.{:02}", cents < 0 ? "-" : "", std::abs(cents) / 100,
                        std::abs(cents) % 100);
-}
-
-std::string Grouped(std::string number) {
-    constexpr std::size_t kThousand = 3;
-    const std::size_t first = number.starts_with('-') ? 1 : 0;
-    std::size_t at = std::min(number.find('.'), number.size());
-    while (at > first + kThousand) number.insert(at -= kThousand, 1, ',');
-    return number;
 }
 
 std::optional<int64_t> ShareOf(Cents part, Cents base) {

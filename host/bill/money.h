@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/grouped.h"
+
 namespace cwt {
 
 using Cents = int64_t;
@@ -19,9 +21,6 @@ Cents CentsOf(std::string_view amount);
 
 /// -1250 as "-12.50".
 std::string AmountOf(Cents cents);
-
-/// The text of a number with commas between thousands.
-std::string Grouped(std::string number);
 
 /// share / whole of an amount; half a cent rounds away from zero, and whole is even.
 constexpr Cents Portion(Cents amount, int64_t share, int64_t whole) {

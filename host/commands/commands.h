@@ -37,6 +37,7 @@ void AddInspect(CLI::App& app, int& exit_code);
 void AddCompare(CLI::App& app, int& exit_code);
 void AddExport(CLI::App& app, int& exit_code);
 void AddBuild(CLI::App& app, int& exit_code);
+void AddDiff(CLI::App& app, int& exit_code);
 void AddSample(CLI::App& app, int& exit_code);
 /// Where the system has what it needs.
 void AddServe(CLI::App& app, int& exit_code);

@@ -212,9 +212,9 @@ class Exporter {
 
     void TellOthers() {
         for (const auto& [name, bytes] : data_) {
-            if (!written_.contains(name)) {
-                result_.findings.Note({name}, "is no file of " + set_ + ", and left out");
-            }
+            if (written_.contains(name)) continue;
+            result_.findings.Note({name}, "is no file of " + set_ + ", and left out");
+            result_.left_out.push_back(name);
         }
     }
 

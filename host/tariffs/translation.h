@@ -10,9 +10,10 @@
 namespace cwt {
 
 struct Translation {
-    std::string set;    ///< Base name of the set.
-    Files files;        ///< Of the folder, or of the data directory.
-    Findings findings;  ///< Files with an error among them are not to be used.
+    std::string set;                    ///< Base name of the set.
+    Files files;                        ///< Of the folder, or of the data directory.
+    Findings findings;                  ///< Files with an error among them are not to be used.
+    std::vector<std::string> left_out;  ///< Files that were given, and are no part of it.
 };
 
 /// The folder of a set. `data` are the files of its directory by their names; those that are not

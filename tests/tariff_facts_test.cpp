@@ -8,7 +8,6 @@
 #include "bill/bill.h"
 #include "reference/samples/sample_folder.h"
 #include "support/explained_samples.h"
-#include "tariffs/folder_files.h"
 #include "tariffs/translation.h"
 #include "text/csv.h"
 
@@ -67,7 +66,7 @@ class TariffFactsTest : public ExplainedSamples {
     nlohmann::json Rated(const Files& folder, const Fact& fact) const {
         const Translation built = BuildSet(folder);
         EXPECT_FALSE(built.findings.Has(Finding::kError)) << FindingText(built.findings.list()[0]);
-        WriteFiles(directory_, built.files, "SAMPLE.SET");
+        for (const auto& [name, bytes] : built.files) Write(name, bytes);
         Session session({.data = directory_});
         const Outcome outcome = session.Rate(Sample(fact.sample, fact.changes), 0);
         if (const auto* refusals = std::get_if<Refusals>(&outcome)) return refusals->at(0).text;
@@ -122,12 +121,6 @@ TEST_F(TariffFactsTest, ShowOnTheBill) {
          "/tariff/date",
          "2025-01-06",
          "2025-02-03"},
-        {{{"minimums-by-zip.csv", "F,30000,", "minimum_dollars", "150.00"}},
-         small,
-         "{}",
-         "/minimum_charge",
-         "107.50",
-         "150.00"},
         {{{"minimums-by-zip.csv", "F,30000,", "floor_dollars", "120.00"}},
          first,
          "{}",
@@ -139,7 +132,7 @@ TEST_F(TariffFactsTest, ShowOnTheBill) {
          R"({"tariff": null})",
          "/tariff/name",
          "SMPLFAK1",
-         "No lane"},
+         "0113 The tariff has no lane between these points"},
         {{{"settings.json", "defaults", "rate_factor", "1.1"}},
          small,
          "{}",
@@ -169,7 +162,7 @@ TEST_F(TariffFactsTest, ShowOnTheBill) {
         {{{"profiles.csv", "Default,", "discount_file", "1"},
           {"profiles.csv", "Default,", "group_2_percent_4", "20"}},
          first,
-         R"({"discount": null, "profile": "Default"})",
+         R"({"discount": null, "profile": "Default", "service_guide": true})",
          "/discount/percent",
          "0.00",
          "20.00"},

@@ -12,7 +12,6 @@ inline std::string Padded(std::string_view text, std::size_t width) {
     return field;
 }
 
-
 template <typename Number>
 std::string Bytes(Number number) {
     return {reinterpret_cast<const char*>(&number), sizeof number};

@@ -1,27 +1,18 @@
-#include "tariffs/translation.h"
-
 #include <fmt/core.h>
 
 #include <algorithm>
-#include <optional>
 #include <set>
 
-#include "tariffs/family.h"
+#include "tariffs/file_names.h"
 #include "tariffs/folder.h"
 #include "tariffs/odd_files.h"
 #include "tariffs/partner_files.h"
 #include "tariffs/record_text.h"
-#include "tariffs/set_checks.h"
+#include "tariffs/translation.h"
 #include "text/letters.h"
 
 namespace cwt {
 namespace {
-
-std::string FileNameOf(const Family& family, const std::string& set) {
-    const std::string_view extension = family.extension;
-    return extension.find('.') == extension.npos ? fmt::format("{}.{}", set, extension)
-                                                 : std::string(extension);
-}
 
 std::string_view WriteFile(const Family& family, const std::string& sheet, std::string_view bytes,
                            FolderWriter& folder) {
@@ -40,69 +31,10 @@ std::string_view WriteFile(const Family& family, const std::string& sheet, std::
     return bytes;
 }
 
-std::optional<std::string> ReadFile(const Family& family, const std::string& sheet,
-                                    FolderReader& folder) {
-    switch (family.shape) {
-        case Shape::kSettings:
-        case Shape::kArray:
-        case Shape::kTable:
-            return ReadRecords(family, sheet, folder);
-        case Shape::kIndexed:
-            return ReadIndex(family, folder);
-        case Shape::kLines:
-            return ReadLines(family, folder);
-        case Shape::kCarried:
-            break;
-    }
-    return std::nullopt;
-}
-
 /// Whether a file is told by the bytes that are carried alone.
 bool IsWhollyCarried(const Family& family, std::string_view bytes, std::string_view rest) {
     return family.shape != Shape::kTable && family.shape != Shape::kLines &&
            rest.size() == bytes.size();
-}
-
-/// Refuses what is no base name of a set.
-bool CheckSetName(const std::string& set, const Place& place, Findings& findings) {
-    constexpr std::size_t kLongest = 8;
-    const bool is_name =
-        !set.empty() && set.size() <= kLongest && std::ranges::all_of(set, [](char c) {
-            return ('A' <= c && c <= 'Z') || ('a' <= c && c <= 'z') || ('0' <= c && c <= '9') ||
-                   c == '-' || c == '_';
-        });
-    if (!is_name) {
-        findings.Refuse(place, fmt::format("set \"{}\": a base name has 1 to {} letters, digits, - "
-                                           "and _",
-                                           set, kLongest));
-    }
-    return is_name;
-}
-
-/// What is wrong with the name of a file whose sheet bears it; empty when nothing is.
-std::string NameProblem(const std::string& name, const std::string& set) {
-    if (name.starts_with('.') || name.find_first_of(std::string_view("/\\\0", 3)) != name.npos) {
-        return "gives no name of a file in the directory";
-    }
-    const std::string lower = LowerCase(name);
-    const bool is_taken = std::ranges::any_of(Families(), [&](const Family& family) {
-        return lower == LowerCase(FileNameOf(family, set));
-    });
-    return is_taken ? name + " is a file of the set" : "";
-}
-
-constexpr std::string_view kZipTableEnd = ".ZP6";
-
-/// The names of the ZIP tables that profiles can have.
-std::vector<std::string> ZipTablesOf(std::string_view profiles) {
-    const Family& family = *FamilyOf("PROFILE.FIL");
-    std::vector<std::string> names;
-    for (; profiles.size() >= family.record_size; profiles.remove_prefix(family.record_size)) {
-        const std::string_view field = profiles.substr(0, family.fields[0].width);
-        const std::string name(field.substr(0, field.find('\0')));
-        if (!name.empty()) names.push_back(name + std::string(kZipTableEnd));
-    }
-    return names;
 }
 
 class Exporter {
@@ -171,7 +103,7 @@ class Exporter {
     }
 
     static std::string ZipTableSheet(const std::string& name) {
-        return kZipTable.text + name + ".csv";
+        return kZipTable.text + name + std::string(kSheetEnd);
     }
 
     void WriteOptions(const std::string& name) {
@@ -185,7 +117,7 @@ class Exporter {
             return;
         }
         const Family& family = OptionFamily(file->second);
-        Write(family, name, family.text + name + ".csv", name);
+        Write(family, name, family.text + name + std::string(kSheetEnd), name);
     }
 
     /// The layouts are told apart as the library does it.
@@ -225,85 +157,11 @@ class Exporter {
     Translation result_;
 };
 
-class Builder {
- public:
-    explicit Builder(const Files& folder) : files_(folder), folder_(folder, result_.findings) {}
-
-    Translation Run() {
-        result_.set = folder_.set();
-        if (result_.findings.Has(Finding::kError) ||
-            !CheckSetName(result_.set, folder_.settings().set_place(), result_.findings)) {
-            return std::move(result_);
-        }
-        for (const Family& family : Families()) {
-            Read(family, FileNameOf(family, folder_.set()), family.text, family.extension);
-        }
-        for (const Family* family : {&kZipTable, &kOptionFile, &kEarlierOptionFile}) {
-            ReadNamed(*family);
-        }
-        ReadPartnerFiles(folder_, result_.files);
-        folder_.TellUnused();
-        // Of a text that was not read whole, more would be doubted than it says.
-        if (!result_.findings.Has(Finding::kError)) CheckSet(result_.files, folder_);
-        return std::move(result_);
-    }
-
- private:
-    void Read(const Family& family, const std::string& name, const std::string& sheet,
-              const std::string& carried) {
-        const auto records = ReadFile(family, sheet, folder_);
-        const auto rest = folder_.Carried(carried);
-        if (!records && !rest) return;
-        result_.files[name] = records.value_or("") + rest.value_or("");
-    }
-
-    /// The files of a family whose sheets bear their names.
-    void ReadNamed(const Family& family) {
-        const std::string_view folder = family.text;
-        constexpr std::string_view kCsv = ".csv";
-        for (const auto& [sheet, text] : files_) {
-            if (!sheet.starts_with(folder) || !sheet.ends_with(kCsv)) continue;
-            std::string name =
-                sheet.substr(folder.size(), sheet.size() - folder.size() - kCsv.size());
-            if (&family == &kZipTable) name += kZipTableEnd;
-            if (const std::string problem = NameProblem(name, folder_.set()); !problem.empty()) {
-                result_.findings.Refuse({sheet}, problem);
-                continue;
-            }
-            if (result_.files.contains(name)) {
-                result_.findings.Refuse({sheet}, "another sheet gives the file " + name);
-            }
-            if (&family == &kZipTable && !HasProfile(name)) {
-                result_.findings.Warn({sheet},
-                                      "no profile of the folder has this name: an export leaves "
-                                      "the table out");
-            }
-            Read(family, name, sheet, name);
-        }
-    }
-
-    /// Whether a profile has this ZIP table.
-    bool HasProfile(const std::string& table) const {
-        const auto profiles = result_.files.find("PROFILE.FIL");
-        if (profiles == result_.files.end()) return false;
-        const std::vector<std::string> tables = ZipTablesOf(profiles->second);
-        return std::ranges::find(tables, table) != tables.end();
-    }
-
-    const Files& files_;
-    Translation result_;
-    FolderReader folder_;
-};
-
 }  // namespace
 
 Translation ExportSet(const Files& data, const std::string& set,
                       const std::vector<std::string>& option_files) {
     return Exporter(data, set).Run(option_files);
-}
-
-Translation BuildSet(const Files& folder) {
-    return Builder(folder).Run();
 }
 
 }  // namespace cwt

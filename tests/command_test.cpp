@@ -204,6 +204,12 @@ TEST_F(CommandTest, SlipsOfTheCommandLineAreToldWithTheNearestName) {
     ExpectBroken("states 30303 --set NONE", "no tariff set NONE in ");
     ExpectBroken("states 30303 --data " + (directory_ / "shipments").string(), "no tariff set");
     ExpectBroken("sample " + directory_.string(), "is there already; --force");
+    ExpectBroken("build", "FOLDER is wanted");
+    ExpectBroken("build --new tariff data", "FOLDER excludes --new");
+    ExpectBroken("build --new tariff --schema", "excludes");
+    WriteFile("classes.csv", "class\n");
+    ExpectBroken("build --new " + directory_.string(), "classes.csv: is there already");
+    EXPECT_FALSE(fs::exists(directory_ / "settings.json"));
 }
 
 TEST_F(CommandTest, TextsOfTheDataAreDecodedAndDoNotActOnTerminals) {

@@ -50,6 +50,8 @@ TEST(PartnerTablesTest, FilesComeBackFromSheets) {
         const Translation folder = ExportSet(data, "SAMPLE");
         EXPECT_EQ(Told(folder.findings), "");
         for (const auto& [name, text] : folder.files) EXPECT_FALSE(name.ends_with(".txt")) << name;
+        // As many columns as the widest row has rates.
+        EXPECT_NE(folder.files.at("engine/rates.csv").find("rate_dollars_11\n"), std::string::npos);
         const Translation built = BuildSet(folder.files);
         EXPECT_EQ(Told(built.findings), "");
         EXPECT_TRUE(built.files == data);

@@ -9,6 +9,7 @@
 
 #include "files/staged_files.h"
 #include "reference/samples/file_contents.h"
+#include "reference/samples/sample_folder.h"
 #include "tariffs/family.h"
 #include "tariffs/folder_files.h"
 #include "tariffs/translation.h"
@@ -88,6 +89,12 @@ TEST(TariffTextTest, FieldsCoverEveryByteOfARecordOnce) {
 
 TEST(TariffTextTest, SampleSetComesBack) {
     EXPECT_EQ(Difference(WholeSet()), "");
+}
+
+TEST(TariffTextTest, TheTariffToBeginWithBuildsWithoutADoubt) {
+    const Translation built = BuildSet(hundredweight::samples::TemplateFolder());
+    for (const Finding& finding : built.findings.list()) ADD_FAILURE() << FindingText(finding);
+    EXPECT_TRUE(BuildSet(ExportSet(built.files, built.set).files).files == built.files);
 }
 
 /// Damages a file: cut, extended, bytes of every kind in the midst, or bytes of its own doubled.

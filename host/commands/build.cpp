@@ -5,10 +5,12 @@
 
 #include "commands/commands.h"
 #include "commands/findings.h"
+#include "commands/new_tariff.h"
 #include "files/staged_files.h"
 #include "session/messages.h"
 #include "session/tariff_set.h"
 #include "tariffs/family.h"
+#include "tariffs/field_guide.h"
 #include "tariffs/folder.h"
 #include "tariffs/folder_files.h"
 #include "tariffs/translation.h"
@@ -21,6 +23,8 @@ namespace {
 struct BuildOptions {
     std::string folder, directory;
     bool strict = false, force = false, check = false, unchecked = false;
+    std::string new_folder;
+    bool fields = false, schema = false;
 };
 
 /// A directory beside the one that is meant, gone with its guard.
@@ -144,6 +148,12 @@ void CheckBuild(const BuildOptions& options, Translation& built) {
 }
 
 int Build(const BuildOptions& options) {
+    if (!options.new_folder.empty()) return WriteNewTariff(options.new_folder);
+    if (options.fields || options.schema) {
+        Print(options.fields ? FieldGuide() : SettingsSchema());
+        return kDone;
+    }
+    if (options.folder.empty()) throw Broken("build: FOLDER is wanted");
     if (options.check != options.directory.empty()) {
         throw Broken("build: either DIRECTORY or --check is wanted");
     }
@@ -166,8 +176,8 @@ void AddBuild(CLI::App& app, int& exit_code) {
     const auto options = std::make_shared<BuildOptions>();
     CLI::App* command = AddCommand(app, "build", "Make a tariff set of a folder of text.", Build,
                                    options, exit_code);
-    command->add_option("FOLDER", options->folder, "The folder, as cwt export writes it.")
-        ->required();
+    command->add_option("FOLDER", options->folder,
+                        "The folder, as cwt export writes it, or --new.");
     command->add_option("DIRECTORY", options->directory,
                         "Where to; made when missing. Its users' and partners' files stay, unless "
                         "the folder has others: then they are NAME.bak.");
@@ -177,6 +187,22 @@ void AddBuild(CLI::App& app, int& exit_code) {
     command->add_flag("--strict", options->strict, "Take warnings for errors.");
     command->add_flag("--force", options->force,
                       "Replace the set's files, and remove those that the folder has none for.");
+    const std::vector<CLI::Option*> of_build = command->get_options();
+    CLI::Option* const others[] = {
+        command->add_option("--new", options->new_folder,
+                            "Instead, write a tariff to begin with to this folder, which has none "
+                            "of its files; its README.md tells what to change first."),
+        command->add_flag("--fields", options->fields,
+                          "Instead, print every sheet and section field by field, as Markdown."),
+        command->add_flag("--schema", options->schema,
+                          "Instead, print the JSON Schema of settings.json.")};
+    for (CLI::Option* const other : others) {
+        for (CLI::Option* const option : of_build) {
+            if (option != command->get_help_ptr()) other->excludes(option);
+        }
+    }
+    others[0]->excludes(others[1])->excludes(others[2]);
+    others[1]->excludes(others[2]);
 }
 
 }  // namespace cwt

@@ -9,6 +9,11 @@ namespace {
 
 constexpr std::size_t kBytesOfRow = 64;
 
+/// What stands in a folder for people: pages, and shipments to try the tariff with.
+bool IsForPeople(std::string_view name) {
+    return name.ends_with(".md") || name.starts_with("shipments/");
+}
+
 }  // namespace
 
 bool IsTariffText(std::string_view name) {
@@ -102,7 +107,8 @@ std::optional<std::string> FolderReader::Carried(const std::string& file) {
 void FolderReader::TellUnused() const {
     settings_.TellUnused(findings_);
     for (const auto& [name, text] : files_) {
-        if (!read_.contains(name)) findings_.Warn({name}, "nobody reads this file");
+        if (read_.contains(name) || IsForPeople(name)) continue;
+        findings_.Warn({name}, "nobody reads this file");
     }
     for (const auto& [name, file] : carried_) {
         if (!file.is_read) findings_.Warn(file.place, fmt::format("a set has no file {}", name));

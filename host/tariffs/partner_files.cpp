@@ -43,12 +43,12 @@ class LineReader {
         return is_ended_ && heading.substr(0, heading.find('\n')) == line_;
     }
 
-    /// Adds the row to a sheet. Result: whether the sheet gives its line back.
-    bool Write(SheetWriter& sheet) const {
+    /// Adds the row to a sheet with so many rates. Result: whether the sheet gives its line back.
+    bool Write(SheetWriter& sheet, std::size_t rates) const {
         if (!is_ended_ || line_.size() > kLongestLine) return false;
         std::vector<std::string> back;
         for (std::size_t i = 0; i < fields_.size(); ++i) {
-            const auto cells = CellsOf(table_.columns[i], fields_[i]);
+            const auto cells = CellsOf(table_.columns[i], fields_[i], rates);
             for (const std::string& cell : cells) sheet.Cell(cell);
             const std::vector<std::string_view> views(cells.begin(), cells.end());
             PartnerField field = FieldOf(table_.columns[i], views);
@@ -82,8 +82,22 @@ std::size_t HeadingLines(const PartnerTable& table) {
     return static_cast<std::size_t>(std::ranges::count(std::string_view(table.heading), '\n'));
 }
 
-void WriteHeader(const PartnerTable& table, SheetWriter& sheet) {
-    for (const auto& cell : WantedCells(table)) sheet.Cell(cell.name);
+/// The rates in the widest row of a file.
+std::size_t MostRates(const PartnerTable& table, std::string_view bytes) {
+    const auto column = std::ranges::find(table.columns, PartnerForm::kRates, &PartnerColumn::form);
+    if (column == table.columns.end()) return 0;
+    const auto index = static_cast<std::size_t>(column - table.columns.begin());
+    std::size_t most = 1;
+    LineReader lines(table, table.file, bytes);
+    while (lines.Next()) {
+        if (!lines.has_row() || lines.fields().size() <= index) continue;
+        most = std::max(most, WordsOf(lines.fields()[index]).size());
+    }
+    return std::min(most, kMostTableEntries);
+}
+
+void WriteHeader(const PartnerTable& table, std::size_t rates, SheetWriter& sheet) {
+    for (const auto& cell : WantedCells(table, rates)) sheet.Cell(cell.name);
     sheet.EndRow();
 }
 
@@ -148,7 +162,8 @@ std::string ReadSheet(const PartnerTable& table, std::string_view text, PartnerC
 void PartnerExport::Write(const PartnerTable& table, std::string_view bytes) {
     std::string text;
     SheetWriter sheet(text);
-    WriteHeader(table, sheet);
+    const std::size_t rates = MostRates(table, bytes);
+    WriteHeader(table, rates, sheet);
     LineReader lines(table, table.file, bytes);
     const std::size_t first_finding = checked_.list().size();
     checks_.Begin(table, table.file, false,
@@ -161,7 +176,7 @@ void PartnerExport::Write(const PartnerTable& table, std::string_view bytes) {
         if (odd_line != 0 || is_heading) continue;
         const bool is_row = lines.number() > heading && lines.has_row() &&
                             lines.fields().size() == table.columns.size();
-        if (!is_row || !lines.Write(sheet)) odd_line = lines.number();
+        if (!is_row || !lines.Write(sheet, rates)) odd_line = lines.number();
     }
     checks_.End();
     if (odd_line == 0 && lines.number() < heading) odd_line = lines.number() + 1;

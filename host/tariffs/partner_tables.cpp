@@ -13,26 +13,54 @@ using enum PartnerForm;
 
 // clang-format off
 constexpr PartnerColumn kTariffColumns[] = {
-    {"tariff", kTariff}, {"effective", kDate}, {"classes", kClasses}, {"breaks_pounds", kBreaks}};
+    {"tariff", kTariff, "Name of the tariff, which shipments and lanes say."},
+    {"effective", kDate, "First day on which it can be rated."},
+    {"classes", kClasses, "1 to 20 freight classes between blanks; FAK alone: one rate for every class."},
+    {"breaks_pounds", kBreaks, "Lowest weight of each of 1 to 20 weight breaks, pounds, between blanks; they ascend from 1 to at most 99999."}};
 constexpr PartnerColumn kRateColumns[] = {
-    {"tariff", kTariff}, {"scale", kText, 6, true}, {"class", kText, 7}, {"rate_dollars", kRates}};
+    {"tariff", kTariff, "A tariff of tariffs.csv."},
+    {"scale", kText, "Name of the scale: the rates that lanes share. Its letters are the rate code on a bill.", 6, true},
+    {"class", kText, "A class of the tariff; a scale has a row for each. Of FAK it may be anything.", 7},
+    {"rate_dollars", kRates, "Dollars per hundredweight at each weight break of the tariff, two decimals."}};
 constexpr PartnerColumn kLaneColumns[] = {
-    {"tariff", kTariff}, {"origin", kRange}, {"destination", kRange}, {"scale", kText, 6, true},
-    {"minimum_dollars", kAmount}, {"arbitrary_dollars", kAmount}};
-constexpr PartnerColumn kStateColumns[] = {{"", kRange}, {"state", kState}};
+    {"tariff", kTariff, "A tariff of tariffs.csv."},
+    {"origin", kRange, "First three characters of postal codes of the origin. A lane is one way; the first row that fits holds."},
+    {"destination", kRange, "Those of the destination."},
+    {"scale", kText, "A scale of the tariff in rates.csv.", 6, true},
+    {"minimum_dollars", kAmount, "Least net charge, two decimals."},
+    {"arbitrary_dollars", kAmount, "Added to the minimum for a point that is hard to serve; 0.00: nothing."}};
+constexpr PartnerColumn kStateColumns[] = {
+    {"", kRange, "First three characters of postal codes. A postal code outside all ranges is unknown."},
+    {"state", kState, "Their state or province, two letters."}};
 constexpr PartnerColumn kPointColumns[] = {
-    {"postal_code", kPostalCode}, {"city", kText, 17, true}, {"state", kState},
-    {"service", kService}};
+    {"postal_code", kPostalCode, "Five digits, or a letter, a digit, a letter and up to three more characters."},
+    {"city", kText, "City at it; the first of a postal code serves a shipment that names none.", 17, true},
+    {"state", kState, "Its state or province, two letters."},
+    {"service", kService, "D: direct; I: through another carrier."}};
 constexpr PartnerColumn kTerminalColumns[] = {
-    {"name", kText, 50}, {"code", kText, 5, true}, {"address", kText, 50},
-    {"address_2", kText, 50}, {"city", kText, 30}, {"state", kText, 2},
-    {"postal_code", kText, 10}, {"telephone", kText, 12}, {"toll_free", kText, 12},
-    {"fax", kText, 12}, {"hours", kText, 100}, {"manager", kText, 50}, {"email", kText, 50}};
+    {"name", kText, "Name of the terminal.", 50},
+    {"code", kText, "Its code; one that begins with XXX stands for no terminal of the carrier's own.", 5, true},
+    {"address", kText, "Street.", 50},
+    {"address_2", kText, "Second line of the address.", 50},
+    {"city", kText, "City.", 30},
+    {"state", kText, "State or province.", 2},
+    {"postal_code", kText, "Postal code.", 10},
+    {"telephone", kText, "Telephone.", 12},
+    {"toll_free", kText, "Telephone, toll-free.", 12},
+    {"fax", kText, "Fax.", 12},
+    {"hours", kText, "When it is open.", 100},
+    {"manager", kText, "Its manager.", 50},
+    {"email", kText, "Electronic mail.", 50}};
 constexpr PartnerColumn kAreaColumns[] = {
-    {"", kRange}, {"terminal", kText, 5, true}, {"service", kService}};
+    {"", kRange, "First three characters of postal codes; the first row that fits holds."},
+    {"terminal", kText, "Code of the terminal that serves them.", 5, true},
+    {"service", kService, "D: direct; I: through another carrier."}};
 constexpr PartnerColumn kTransitColumns[] = {
-    {"terminal", kText, 5, true}, {"other_terminal", kText, 5, true},
-    {"standard_days", kDays, 2, true}, {"guaranteed_days", kDays, 2}, {"border_days", kDays, 2}};
+    {"terminal", kText, "Code of a terminal. Days are the same both ways; the first row holds.", 5, true},
+    {"other_terminal", kText, "Code of the other; the same one for its own area.", 5, true},
+    {"standard_days", kDays, "Business days on the road.", 2, true},
+    {"guaranteed_days", kDays, "The same, guaranteed; nothing: not offered.", 2},
+    {"border_days", kDays, "Days that the border adds; nothing: none.", 2}};
 
 constexpr PartnerTable kTables[] = {
     {PartnerTable::kTariffs, "tolvex-tariffs.txt", "engine/", "tariffs.csv",
@@ -140,7 +168,7 @@ std::size_t CellCount(const PartnerColumn& column) {
     return column.form == kRange ? 2 : column.form == kRates ? kMostTableEntries : 1;
 }
 
-std::vector<SheetReader::Wanted> WantedCells(const PartnerTable& table) {
+std::vector<SheetReader::Wanted> WantedCells(const PartnerTable& table, std::size_t rates) {
     std::vector<SheetReader::Wanted> wanted;
     for (const PartnerColumn& column : table.columns) {
         const std::string name = column.name;
@@ -149,7 +177,7 @@ std::vector<SheetReader::Wanted> WantedCells(const PartnerTable& table) {
             wanted.push_back({start + "first", true});
             wanted.push_back({start + "last", true});
         } else if (column.form == kRates) {
-            for (std::size_t i = 1; i <= kMostTableEntries; ++i) {
+            for (std::size_t i = 1; i <= rates; ++i) {
                 wanted.push_back({fmt::format("{}_{}", name, i), i == 1});
             }
         } else {
@@ -192,7 +220,8 @@ std::string PartnerLine(std::span<const std::string> fields) {
     return line;
 }
 
-std::vector<std::string> CellsOf(const PartnerColumn& column, std::string_view field) {
+std::vector<std::string> CellsOf(const PartnerColumn& column, std::string_view field,
+                                 std::size_t rates) {
     const std::string text = FromBytes(field);
     if (column.form == kDate && field.size() == 10) return {Turned(text, 6)};
     if (column.form == kRange) {
@@ -205,7 +234,7 @@ std::vector<std::string> CellsOf(const PartnerColumn& column, std::string_view f
     if (column.form != kRates) return {text};
     std::vector<std::string> cells;
     for (const std::string_view word : WordsOf(text)) cells.emplace_back(word);
-    cells.resize(kMostTableEntries);
+    cells.resize(rates);
     return cells;
 }
 

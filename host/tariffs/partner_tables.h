@@ -34,6 +34,7 @@ enum class PartnerForm {
 struct PartnerColumn {
     const char* name;  ///< In the sheet; of ranges and rates, what its cells' names begin with.
     PartnerForm form;
+    const char* meaning;     ///< What it is, its unit, and what the partner does with it.
     std::size_t most = 0;    ///< Characters of a text.
     bool is_needed = false;  ///< Days and texts that may not be empty.
 };
@@ -57,8 +58,11 @@ std::span<const PartnerTable> PartnerTables();
 
 inline constexpr std::size_t kMostTableEntries = 20;  ///< Classes or weight breaks of a tariff.
 
+/// Cells of a field that a build reads.
 std::size_t CellCount(const PartnerColumn& column);
-std::vector<SheetReader::Wanted> WantedCells(const PartnerTable& table);
+/// The cells of a sheet with so many rates in a row.
+std::vector<SheetReader::Wanted> WantedCells(const PartnerTable& table,
+                                             std::size_t rates = kMostTableEntries);
 
 /// The words between blanks.
 std::vector<std::string_view> WordsOf(std::string_view text);
@@ -67,8 +71,9 @@ std::vector<std::string_view> WordsOf(std::string_view text);
 void SplitPartnerLine(std::string_view line, std::vector<std::string>& fields);
 std::string PartnerLine(std::span<const std::string> fields);
 
-/// The cells of a field, in UTF-8.
-std::vector<std::string> CellsOf(const PartnerColumn& column, std::string_view field);
+/// The cells of a field, in UTF-8, in a sheet with so many rates in a row.
+std::vector<std::string> CellsOf(const PartnerColumn& column, std::string_view field,
+                                 std::size_t rates);
 
 /// A field as its file has it, made of its cells; or what is wrong with one of them.
 struct PartnerField {

@@ -17,8 +17,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::string_view kSchema = "hundredweight/tariff-set/1";
-
 /// A text's characters, counted as they are read.
 class CountedCharacters {
  public:
@@ -153,8 +151,8 @@ class SettingsHandler : public nlohmann::json_sax<nlohmann::json> {
             document_.set_place_ = place_;
         } else if (key_ != "schema") {
             return Refuse(place_, "is no section: an object of settings is wanted");
-        } else if (text != kSchema) {
-            return Refuse(place_, fmt::format("\"{}\" is wanted", kSchema));
+        } else if (text != kSettingsSchema) {
+            return Refuse(place_, fmt::format("\"{}\" is wanted", kSettingsSchema));
         }
         return true;
     }
@@ -214,7 +212,7 @@ struct SettingsWriter::Document {
 };
 
 SettingsWriter::SettingsWriter(std::string set) : document_(std::make_unique<Document>()) {
-    document_->json = {{"schema", kSchema}, {"set", std::move(set)}};
+    document_->json = {{"schema", kSettingsSchema}, {"set", std::move(set)}};
 }
 
 SettingsWriter::~SettingsWriter() = default;

@@ -15,6 +15,8 @@
 namespace cwt {
 
 inline constexpr const char* kSettingsFile = "settings.json";
+/// What settings.json calls its schema.
+inline constexpr std::string_view kSettingsSchema = "hundredweight/tariff-set/1";
 
 /// A value of a section, with where it stands.
 struct Setting {

@@ -18,6 +18,13 @@ FileContents SampleFolder(std::string_view name) {
     return files;
 }
 
+FileContents TemplateFolder() {
+    FileContents files = SampleFolder("template");
+    const FileContents sample = SampleFolder("tariff");
+    for (const char* name : {"states.csv", "engine/states.csv"}) files[name] = sample.at(name);
+    return files;
+}
+
 const FileContents& BuiltFolder(std::string_view name) {
     static std::map<std::string, FileContents, std::less<>> built;
     const auto found = built.find(name);

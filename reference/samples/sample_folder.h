@@ -11,6 +11,9 @@ namespace hundredweight::samples {
 /// "second-choices", files that variants of the set have in the place of its own; "shipments".
 FileContents SampleFolder(std::string_view name);
 
+/// A tariff to begin with, as text. What is the same for all, the states, is the sample's.
+FileContents TemplateFolder();
+
 /// The data files that a folder of text gives.
 const FileContents& BuiltFolder(std::string_view name);
 

@@ -54,6 +54,12 @@ lines = rows.read_text().splitlines()
 for line in lines:
     complaints += faults(rows, "hundredweight/row/1", line)
 
+# Settings of tariff sets as text; the schema knows what a slip is.
+for settings in pathlib.Path(sys.argv[1]).parents[1].glob("reference/samples/*/settings.json"):
+    complaints += faults(settings, "hundredweight/tariff-set/1")
+    slip = settings.read_text().replace('"zip_digits": "', '"zip_digit": "')
+    assert slip == settings.read_text() or faults(settings, "hundredweight/tariff-set/1", slip)
+
 # The rows as CSV, compared with rows whose bills are a dollar dearer: all rose, and no more.
 dearer, rated = [json.loads(line) for line in lines], 0
 for bill in (row["bill"] for row in dearer if "bill" in row):

@@ -5,7 +5,7 @@
 
 #include "harness.h"
 #include "reference/samples/sample_folder.h"
-#include "tariffs/family.h"
+#include "tariffs/families/family.h"
 #include "tariffs/settings_document.h"
 #include "tariffs/translation.h"
 

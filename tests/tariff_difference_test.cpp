@@ -6,8 +6,8 @@
 #include <random>
 
 #include "reference/samples/file_contents.h"
-#include "tariffs/difference.h"
-#include "tariffs/row_matching.h"
+#include "tariffs/difference/difference.h"
+#include "tariffs/difference/row_matching.h"
 #include "tariffs/translation.h"
 
 namespace cwt {

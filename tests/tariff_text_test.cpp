@@ -10,7 +10,7 @@
 #include "files/staged_files.h"
 #include "reference/samples/file_contents.h"
 #include "reference/samples/sample_folder.h"
-#include "tariffs/family.h"
+#include "tariffs/families/family.h"
 #include "tariffs/folder_files.h"
 #include "tariffs/translation.h"
 

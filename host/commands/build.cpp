@@ -9,7 +9,7 @@
 #include "files/staged_files.h"
 #include "session/messages.h"
 #include "session/tariff_set.h"
-#include "tariffs/family.h"
+#include "tariffs/families/family.h"
 #include "tariffs/field_guide.h"
 #include "tariffs/folder.h"
 #include "tariffs/folder_files.h"

@@ -3,7 +3,7 @@
 #include "commands/commands.h"
 #include "commands/findings.h"
 #include "session/messages.h"
-#include "tariffs/difference.h"
+#include "tariffs/difference/difference.h"
 #include "tariffs/folder.h"
 #include "tariffs/folder_files.h"
 #include "text/path_text.h"

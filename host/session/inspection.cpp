@@ -11,7 +11,7 @@
 #include "session/session.h"
 #include "session/set_files.h"
 #include "session/set_words.h"
-#include "tariffs/family.h"
+#include "tariffs/families/family.h"
 #include "text/field_text.h"
 #include "text/path_text.h"
 

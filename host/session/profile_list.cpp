@@ -10,7 +10,7 @@
 
 #include "session/messages.h"
 #include "session/sources.h"
-#include "tariffs/family.h"
+#include "tariffs/families/family.h"
 #include "tariffs/field_json.h"
 #include "text/code_page.h"
 #include "text/field_text.h"

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <system_error>
 
-#include "tariffs/family.h"
+#include "tariffs/families/family.h"
 
 namespace cwt {
 namespace {

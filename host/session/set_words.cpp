@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
-#include "tariffs/family.h"
+#include "tariffs/families/family.h"
 #include "tariffs/field_json.h"
 #include "text/field_text.h"
 

@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <optional>
 
+#include "tariffs/checks/set_checks.h"
 #include "tariffs/file_names.h"
 #include "tariffs/folder.h"
 #include "tariffs/odd_files.h"
-#include "tariffs/partner_files.h"
+#include "tariffs/partners/partner_files.h"
 #include "tariffs/record_text.h"
-#include "tariffs/set_checks.h"
 #include "tariffs/translation.h"
 
 namespace cwt {

@@ -6,7 +6,7 @@
 #include "tariffs/file_names.h"
 #include "tariffs/folder.h"
 #include "tariffs/odd_files.h"
-#include "tariffs/partner_files.h"
+#include "tariffs/partners/partner_files.h"
 #include "tariffs/record_text.h"
 #include "tariffs/translation.h"
 #include "text/letters.h"

@@ -4,12 +4,12 @@
 
 #include <array>
 
-#include "tariffs/family.h"
+#include "tariffs/difference/subjects.h"
+#include "tariffs/families/family.h"
 #include "tariffs/folder.h"
-#include "tariffs/partner_tables.h"
+#include "tariffs/partners/partner_tables.h"
 #include "tariffs/record_text.h"
 #include "tariffs/settings_document.h"
-#include "tariffs/subjects.h"
 
 namespace cwt {
 namespace {

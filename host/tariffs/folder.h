@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "tariffs/family.h"
+#include "tariffs/families/family.h"
 #include "tariffs/finding.h"
 #include "tariffs/settings_document.h"
 #include "tariffs/sheet.h"

@@ -9,7 +9,7 @@
 #include <system_error>
 
 #include "files/output_file.h"
-#include "tariffs/family.h"
+#include "tariffs/families/family.h"
 #include "text/letters.h"
 #include "text/path_text.h"
 

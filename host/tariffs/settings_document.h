@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tariffs/family.h"
+#include "tariffs/families/family.h"
 #include "tariffs/finding.h"
 #include "tariffs/sheet.h"
 

@@ -3,7 +3,7 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 
-#include "tariffs/family.h"
+#include "tariffs/families/family.h"
 #include "tariffs/field_guide.h"
 #include "tariffs/settings_document.h"
 #include "text/json_writer.h"

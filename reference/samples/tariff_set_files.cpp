@@ -2,7 +2,7 @@
 
 #include "reference/samples/file_contents.h"
 #include "reference/samples/sample_folder.h"
-#include "tariffs/family.h"
+#include "tariffs/families/family.h"
 
 namespace hundredweight::samples {
 namespace {

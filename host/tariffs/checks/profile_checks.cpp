@@ -1,0 +1,92 @@
+// Profiles: their names, class maps and ZIP tables.
+#include <map>
+#include <set>
+
+#include "tariffs/checks/field_values.h"
+#include "tariffs/checks/freight_classes.h"
+#include "tariffs/checks/set_checks.h"
+
+namespace cwt {
+namespace {
+
+bool IsOn(const Table& profiles, std::size_t row, const char* name) {
+    const std::string_view bytes = profiles.bytes(row, profiles.column(name));
+    return bytes.find_first_not_of('\0') != bytes.npos;
+}
+
+void CheckNames(CheckedSet& set) {
+    const Table profiles = set.TableOf("PROFILE.FIL");
+    const Column& column = profiles.column("name");
+    std::map<std::string_view, std::size_t> rows;
+    for (std::size_t row = 0; row < profiles.size(); ++row) {
+        const std::string_view name = profiles.bytes(row, column);
+        const std::string_view text = name.substr(0, name.find('\0'));
+        const auto [first, is_new] = rows.emplace(text, row);
+        if (text.empty()) {
+            set.Doubt(profiles, row, column, "names no profile: nobody can choose it");
+        } else if (text.size() == name.size()) {
+            set.Doubt(profiles, row, column,
+                      "has {} characters: behind the last must be room for the end, or nobody can "
+                      "choose the profile",
+                      text.size());
+        } else if (!is_new) {
+            set.DoubtAgainst(profiles, row, column, first->second,
+                             "is the name of two profiles, and the first is always found");
+        }
+    }
+}
+
+/// A class that is mapped to one that the tariff has not is refused.
+void CheckClassMaps(CheckedSet& set) {
+    const Table profiles = set.TableOf("PROFILE.FIL");
+    const Table classes = set.TableOf("CLS");
+    std::set<std::string_view> known;
+    for (std::size_t row = 0; row < classes.size(); ++row) {
+        known.insert(Trimmed(classes.bytes(row, classes.column("class"))));
+    }
+    // Without classes of its own a set has the engine's or the standard ones.
+    const bool has_classes = !known.empty();
+    if (!has_classes) known.insert(std::begin(kFreightClasses), std::end(kFreightClasses));
+    for (std::size_t row = 0; row < profiles.size(); ++row) {
+        if (!IsOn(profiles, row, "class_map")) continue;
+        std::size_t number = 0;
+        for (const Column& column : profiles.columns) {
+            if (std::string_view(column.field->name) != "class" || ++number > known.size()) {
+                continue;
+            }
+            if (known.contains(Trimmed(profiles.bytes(row, column)))) continue;
+            set.Doubt(profiles, row, column,
+                      "is no class of {}: freight of the class that it is mapped from is refused",
+                      has_classes ? "classes.csv" : "the standard tariffs");
+        }
+    }
+}
+
+/// A profile with discounts by postal codes has a ZIP table that bears its name.
+void CheckZipTables(CheckedSet& set) {
+    const Table profiles = set.TableOf("PROFILE.FIL");
+    const Table settings = set.TableOf("SET");
+    const bool has_provinces = set.TableOf("SCC").size() > 0;
+    const bool skips = settings.size() > 0 && !has_provinces &&
+                       settings.bytes(0, settings.column("skip_zip_tables")) == "Y";
+    if (skips) return;
+    const Column& name = profiles.column("name");
+    for (std::size_t row = 0; row < profiles.size(); ++row) {
+        if (!IsOn(profiles, row, "zip_discounts")) continue;
+        const std::string_view bytes = profiles.bytes(row, name);
+        const std::string text(bytes.substr(0, bytes.find('\0')));
+        if (set.HasFile(text + ".ZP6")) continue;
+        set.Doubt(profiles, row, profiles.column("zip_discounts"),
+                  "asks for the profile's own ZIP table, and there is no zip-tables/{}.csv: the "
+                  "set's serves",
+                  text);
+    }
+}
+
+constexpr SetCheck kChecks[] = {CheckNames, CheckClassMaps, CheckZipTables};
+
+}  // namespace
+
+constinit const std::span<const SetCheck> kProfileChecks(kChecks);
+
+}  // namespace cwt

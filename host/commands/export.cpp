@@ -6,6 +6,7 @@
 #include "commands/findings.h"
 #include "files/staged_files.h"
 #include "session/messages.h"
+#include "tariffs/file_names.h"
 #include "tariffs/folder.h"
 #include "tariffs/folder_files.h"
 #include "tariffs/translation.h"

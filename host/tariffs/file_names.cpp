@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "tariffs/folder.h"
+#include "tariffs/partners/partner_tables.h"
 #include "text/letters.h"
 
 namespace cwt {
@@ -12,6 +14,23 @@ std::string FileNameOf(const Family& family, const std::string& set) {
     const std::string_view extension = family.extension;
     return extension.find('.') == extension.npos ? fmt::format("{}.{}", set, extension)
                                                  : std::string(extension);
+}
+
+bool IsTariffText(std::string_view name) {
+    if (name == kSettingsFile || name == kCarriedFile) return true;
+    for (const Family& family : Families()) {
+        const auto is_sheet = [&](const Inner& inner) { return name == inner.sheet; };
+        if (name == family.text || std::ranges::any_of(family.inner, is_sheet)) return true;
+    }
+    const auto is_of_table = [&](const PartnerTable& table) {
+        return name == table.SheetName() || name == table.FileName();
+    };
+    if (std::ranges::any_of(PartnerTables(), is_of_table)) return true;
+    return std::ranges::any_of(
+        std::initializer_list<const Family*>{&kZipTable, &kOptionFile, &kEarlierOptionFile},
+        [&](const Family* family) {
+            return name.starts_with(family->text) && name.ends_with(kSheetEnd);
+        });
 }
 
 bool CheckSetName(const std::string& set, const Place& place, Findings& findings) {

@@ -16,6 +16,9 @@ inline constexpr std::string_view kZipTableEnd = ".ZP6";
 /// The name of a family's file.
 std::string FileNameOf(const Family& family, const std::string& set);
 
+/// Whether a name is one of those that a folder's files can have.
+bool IsTariffText(std::string_view name);
+
 /// Refuses what is no base name of a set.
 bool CheckSetName(const std::string& set, const Place& place, Findings& findings);
 

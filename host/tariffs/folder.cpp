@@ -16,19 +16,6 @@ bool IsForPeople(std::string_view name) {
 
 }  // namespace
 
-bool IsTariffText(std::string_view name) {
-    if (name == kSettingsFile || name == kCarriedFile) return true;
-    for (const Family& family : Families()) {
-        const auto is_sheet = [&](const Inner& inner) { return name == inner.sheet; };
-        if (name == family.text || std::ranges::any_of(family.inner, is_sheet)) return true;
-    }
-    return std::ranges::any_of(
-        std::initializer_list<const Family*>{&kZipTable, &kOptionFile, &kEarlierOptionFile},
-        [&](const Family* family) {
-            return name.starts_with(family->text) && name.ends_with(".csv");
-        });
-}
-
 void FolderWriter::Carry(std::string_view file, std::string_view bytes) {
     SheetWriter sheet(carried_);
     do {

@@ -17,9 +17,6 @@ namespace cwt {
 /// Bytes of files that no other text tells, in the order of their files.
 inline constexpr const char* kCarriedFile = "carried-bytes.csv";
 
-/// Whether a name is one of those that a folder's files can have.
-bool IsTariffText(std::string_view name);
-
 /// What an export writes.
 class FolderWriter {
  public:

@@ -2,6 +2,8 @@
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 
+#include <filesystem>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <tuple>
 #include <utility>
@@ -140,6 +142,31 @@ void BindFrames(py::module_& module) {
         .def("take", &RowColumns::Take);
 }
 
+/// Looks at files while other threads run; throws Broken for a directory that cannot be read.
+template <typename Look>
+auto LookAt(const Look& look) {
+    const OtherThreads others;
+    try {
+        return look();
+    } catch (const std::filesystem::filesystem_error& error) {
+        throw Broken(PathText(error.path1()) + ": " + error.code().message());
+    }
+}
+
+/// Profiles that a rating converts are a change too: another host has them as they were.
+void BindDataWatch(py::module_& module) {
+    py::class_<DataWatch>(module, "DataWatch")
+        .def(py::init([](const std::string& data, const std::string& set, const std::string& engine,
+                         const std::string& service_guide) {
+            return LookAt([&] {
+                return std::make_unique<DataWatch>(SourcesOf(data, set, engine, service_guide),
+                                                   false);
+            });
+        }))
+        .def_property_readonly("files", &DataWatch::files)
+        .def("change", [](DataWatch& watch) { return LookAt([&] { return watch.Change(); }); });
+}
+
 }  // namespace
 
 PYBIND11_MODULE(_native, module) {
@@ -149,15 +176,11 @@ PYBIND11_MODULE(_native, module) {
     FollowProcess();
     BindSession(module);
     BindFrames(module);
+    BindDataWatch(module);
     module.def("read_columns", ReadColumns);
     module.def("passed_names", PassedNames);
     module.def("find_data", [](const std::string& data, const std::string& set) {
         return PathText(SourcesOf(data, set, "", "").data);
-    });
-    module.def("data_files", [](const std::string& data, const std::string& set,
-                                const std::string& engine, const std::string& service_guide) {
-        const OtherThreads others;
-        return DataWatch(SourcesOf(data, set, engine, service_guide)).files();
     });
     module.attr("CWT") = HWT_FROM_PACKAGE_TO_CWT;
     module.attr("__version__") = HWT_VERSION;

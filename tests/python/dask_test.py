@@ -80,6 +80,33 @@ class Cluster(unittest.TestCase):
         self.assertRaisesRegex(ValueError, "weight_1", hw.dask.rate,
                                self.shipments.drop(columns="weight_1"), data=DATA)
 
+    def test_data_that_change_under_a_kept_session_end_the_run(self):
+        self.addCleanup(hw.dask.close_session)
+        with copied_data("changing") as data:
+            bills = hw.dask.rate(self.shipments, data=data).partitions[0]
+            before = bills.compute(scheduler="synchronous")
+            profiles = data / "PROFILE.FIL"  # Read while a session rates, not when it begins.
+            kept = profiles.read_bytes()
+            profiles.write_bytes(kept.replace(b"Northeast", b"Southeast"))
+            for reason in ("PROFILE.FIL: has changed", "PROFILE.FIL is not the file"):
+                with self.assertRaisesRegex(hw.Broken, reason):
+                    bills.compute(scheduler="synchronous")
+            profiles.write_bytes(kept)
+            stray = data / "notes.txt"
+            stray.touch()
+            with self.assertRaisesRegex(hw.Broken, "notes.txt is not a file that the caller has"):
+                bills.compute(scheduler="synchronous")
+            stray.unlink()
+            pandas.testing.assert_frame_equal(bills.compute(scheduler="synchronous"), before)
+
+    def test_a_partition_of_other_columns_is_refused(self):
+        parts = [self.frame[:10], self.frame[10:20].drop(columns="discount_percent")]
+        frame = dask.dataframe.from_delayed([dask.delayed(part) for part in parts],
+                                            meta=self.frame[:0], verify_meta=False)
+        self.assertRaisesRegex(ValueError, '"discount_percent" is not in every partition',
+                               hw.dask.rate(frame, data=DATA).compute)
+        self.assertRaisesRegex(TypeError, "not a DataFrame of pandas", hw.dask.rate, self.frame, data=DATA)
+
     def test_threads_of_one_process_take_turns(self):
         self.addCleanup(hw.dask.close_session)
         bills = hw.dask.rate(self.shipments, data=DATA)

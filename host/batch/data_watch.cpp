@@ -2,9 +2,12 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <stdexcept>
 #include <string_view>
+#include <thread>
 #include <utility>
 
 #include "files/digest.h"
@@ -47,15 +50,44 @@ bool IsPath(const std::string& partner) {
 
 DataWatch::DataWatch(Sources sources, bool may_convert)
     : sources_(std::move(sources)), marks_(Look()), is_converted_(!may_convert) {
-    for (const auto& [name, mark] : marks_) {
-        files_[name] = StateOf(PathOf(name));
-        is_converted_ = is_converted_ || PathOf(name).filename() == "PROFILE.ZSA";
-    }
+    for (const auto& [name, mark] : marks_) files_[name] = StateOf(PathOf(name));
+    is_converted_ = is_converted_ || IsConverted(marks_);
 }
 
-/// A rating puts profiles of the earlier layout into today's, once.
-bool DataWatch::MayChange(const std::string& name) const {
-    return !is_converted_ && PathText(PathOf(name).filename()).starts_with("PROFILE.");
+bool DataWatch::IsConverted(const Texts& marks) {
+    return std::ranges::any_of(
+        marks, [](const auto& file) { return PathOf(file.first).filename() == "PROFILE.ZSA"; });
+}
+
+/// Ratings put profiles of the earlier layout into today's, once, and say so with a file of their
+/// own behind it; where there are no profiles they make some. What they made is watched from then
+/// on.
+void DataWatch::FollowConversion(Texts& marks) {
+    const auto is_profiles = [](const std::string& name) {
+        return PathText(PathOf(name).filename()).starts_with("PROFILE.");
+    };
+    const auto is_other = [&](const auto& file) {
+        return is_profiles(file.first) && files_.contains(file.first) &&
+               marks.contains(file.first) && marks.at(file.first) != marks_.at(file.first);
+    };
+    // Between a file's replacement and the word of it there is a moment.
+    for (int waits = 0; waits < 20 && std::ranges::any_of(marks_, is_other); ++waits) {
+        if (IsConverted(marks)) break;
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        marks = Look();
+    }
+    is_converted_ = IsConverted(marks);
+    const auto is_passing = [&](const auto& file) {
+        const bool is_gone = !marks.contains(file.first);
+        return is_profiles(file.first) &&
+               (is_converted_ || (is_gone && PathOf(file.first).filename() != "PROFILE.FIL"));
+    };
+    std::erase_if(files_, is_passing);
+    for (const auto& [name, mark] : marks) {
+        if (!is_profiles(name) || files_.contains(name)) continue;
+        files_[name] = StateOf(PathOf(name));
+        marks_[name] = mark;
+    }
 }
 
 DataWatch::Texts DataWatch::Look() const {
@@ -75,10 +107,10 @@ DataWatch::Texts DataWatch::Look() const {
 }
 
 std::string DataWatch::Change() {
-    const Texts marks = Look();
+    Texts marks = Look();
     if (marks == marks_) return {};
+    if (!is_converted_) FollowConversion(marks);
     for (const auto& [name, state] : files_) {
-        if (MayChange(name)) continue;
         const auto found = marks.find(name);
         if (found == marks.end()) return name + ": is gone";
         if (found->second != marks_.at(name) && StateOf(PathOf(name)) != state) {
@@ -86,7 +118,7 @@ std::string DataWatch::Change() {
         }
     }
     for (const auto& [name, mark] : marks) {
-        if (!files_.contains(name) && !MayChange(name)) return name + ": has come";
+        if (!files_.contains(name)) return name + ": has come";
     }
     marks_ = marks;
     return {};

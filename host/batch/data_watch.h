@@ -30,7 +30,8 @@ class DataWatch {
     using Texts = std::map<std::string, std::string>;
 
     Texts Look() const;
-    bool MayChange(const std::string& name) const;
+    static bool IsConverted(const Texts& marks);
+    void FollowConversion(Texts& marks);
 
     const Sources sources_;
     Texts marks_;  ///< What a file's change changes, and costs little to look at.

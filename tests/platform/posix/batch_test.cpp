@@ -270,6 +270,12 @@ TEST_F(BatchTest, ARunIsNotGoneOnWithUnderOtherTerms) {
                        1000000, "rows.ndjson -o new.ndjson"),
               2);
     ExpectSaid("tolvex-rates.txt: has changed since the run began");
+    const std::string profiles = Content("PROFILE.FIL");
+    ASSERT_EQ(RunUntil([&](pid_t) { Write("PROFILE.FIL", profiles + profiles); },
+                       "again.ndjson.partial", 1000000, "rows.ndjson -o again.ndjson"),
+              2);
+    ExpectSaid("PROFILE.FIL: has changed since the run began");
+    Write("PROFILE.FIL", profiles);
     Write("tolvex-rates.txt", rates + "\n");
     refuse("rows.ndjson", "tolvex-rates.txt is not what it was");
     Write("tolvex-rates.txt", rates);

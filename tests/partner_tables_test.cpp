@@ -124,7 +124,7 @@ TEST(PartnerTablesTest, WhatIsWrongIsToldWithItsPlace) {
         {"engine/rates.csv", ",2041,400,", ",2041,500,", ":3:15: error: class \"500\" has its rates"},
         {"engine/rates.csv", "SMPLFAK1,3010,FAK", "SMPLFAK1,3011,FAK", "lanes.csv:7:26: error: scale \"3010\" is no scale"},
         {"engine/rates.csv", "SMPLWIDE,4007,100", "SMPLWIDE,4008,100", "lanes.csv:8:26: error: scale \"4007\" has no rates for a class"},
-        {"engine/lanes.csv", "95.00", "95", ":2:31: error: minimum_dollars \"95\" is no amount"},
+        {"engine/lanes.csv", "95.00", "95.005", ":2:31: error: minimum_dollars \"95.005\" is no amount"},
         {"engine/lanes.csv", "300,319", "320,319", ":2:10: error: origin_first \"320\" is no range"},
         {"engine/lanes.csv", "300,319", "30,319", ":2:10: error: origin_first \"30\" is no prefix"},
         {"engine/lanes.csv", "300,319", "300,K9Z", ":2:10: warning: origin_first \"300\" begins with digits"},

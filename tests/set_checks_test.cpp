@@ -22,7 +22,13 @@ Files SampleData() {
 }
 
 const Files& SampleFolder() {
-    static const Files folder = ExportSet(SampleData(), "SAMPLE").files;
+    static const Files folder = [] {
+        Files files = ExportSet(SampleData(), "SAMPLE").files;
+        // Rows that name their profile are refused where it has another name.
+        std::string& rows = files.at("profile-zip-discounts.csv");
+        for (std::size_t at; (at = rows.find(",Northeast")) != rows.npos;) rows.erase(at + 1, 9);
+        return files;
+    }();
     return folder;
 }
 
@@ -117,6 +123,15 @@ TEST(SetChecksTest, TellsEachDoubtAtItsPlace) {
                                         }))
             << doubt.becomes << ": " << ::testing::PrintToString(told);
     }
+}
+
+TEST(SetChecksTest, RowsOfAnotherProfileAreRefused) {
+    Files folder = SampleFolder();
+    folder.at("profile-zip-discounts.csv")
+        .insert(folder.at("profile-zip-discounts.csv").size() - 1, "Default");
+    EXPECT_EQ(DoubtsOf(folder)[0],
+              "profile-zip-discounts.csv:3:75: error: profile \"Default\" is not Northeast, which "
+              "profiles.csv has in row 2");
 }
 
 TEST(SetChecksTest, TellsFiveOfAKind) {

@@ -60,7 +60,11 @@ void RefuseFile(const std::string& extension, const std::string& reason, Transla
 void TryLoad(const std::filesystem::path& directory, Translation& built) {
     TariffSet set({.data = directory, .set = built.set});
     int32_t failure = set.Load();
-    if (failure == 0) failure = set.LoadTerms();
+    try {
+        if (failure == 0) failure = set.LoadTerms();
+    } catch (const Broken&) {
+        return RefuseFile("LVL", "has no date: its first row gives the tariff's day", built);
+    }
     const std::vector<SetFile> files = set.Files();
     if (failure == 0) {
         for (const SetFile& file : files) {
@@ -122,8 +126,28 @@ void RequireRoom(const std::filesystem::path& directory, const Replacement& repl
     }
 }
 
+/// Sets of one directory have its profiles and partners' files together: one of them is not built
+/// over those of another.
+void RequireOwnDirectory(const std::filesystem::path& directory, const Translation& built) {
+    for (const std::string& name : NamesIn(directory)) {
+        if (name == kSettingsFile) {
+            throw Broken(PathText(directory) + ": is a folder of text; build into another");
+        }
+        const bool is_other = LowerCase(name).ends_with(".set") && !IsSets(name, built.set) &&
+                              std::ranges::any_of(built.files, [&](const auto& file) {
+                                  return !IsSets(file.first, built.set);
+                              });
+        if (is_other) {
+            throw Broken(PathText(directory / PathOf(name)) +
+                         ": is another set, which has profiles and partners' files together with "
+                         "this one; build into a directory of its own");
+        }
+    }
+}
+
 void BuildInto(const BuildOptions& options, Translation& built) {
     const std::filesystem::path directory = PathOf(options.directory);
+    RequireOwnDirectory(directory, built);
     if (!options.force) RequireRoom(directory, ReplacementIn(directory, built));
     StagedFiles staged(directory);
     if (staged.found_leftovers()) {

@@ -148,7 +148,7 @@ void StagedFiles::PutAway(const Replacement& replacement) {
     const auto is_heart = [&](const std::string& name) {
         return LowerCase(name) == LowerCase(replacement.heart);
     };
-    std::ranges::stable_partition(names, is_heart);
+    std::stable_partition(names.begin(), names.end(), is_heart);
     std::erase_if(names,
                   [&](const std::string& name) { return !IsThere(directory_ / PathOf(name)); });
     for (const std::string& name : names) {

@@ -38,8 +38,8 @@ std::string FloatText(float number) {
     return {text, end};
 }
 
-std::string DollarsText(float cents) {
-    std::string text = WithPointMoved(FloatText(cents), -2);
+std::string DollarsText(float number, int point_moved) {
+    std::string text = WithPointMoved(FloatText(number), point_moved);
     const std::size_t point = text.find('.');
     if (point == text.npos) return text + ".00";
     return text.size() - point < 3 ? text + '0' : text;

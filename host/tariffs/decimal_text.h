@@ -16,7 +16,7 @@ std::string WithPointMoved(std::string_view text, int digits);
 /// The fewest digits that give the same number, never with an exponent.
 std::string FloatText(float number);
 
-/// Cents as dollars, with two decimals or more.
-std::string DollarsText(float cents);
+/// The same with the point moved, and two decimals or more.
+std::string DollarsText(float number, int point_moved);
 
 }  // namespace cwt

@@ -167,10 +167,12 @@ std::string RuleText(const Field& field, std::string_view bytes) {
             return field.width == 2 ? fmt::format("{}", NumberOf<std::uint16_t>(bytes))
                                     : fmt::format("{}", NumberOf<std::uint32_t>(bytes));
         case Kind::kFloat:
+        case Kind::kDollars:
         case Kind::kCents: {
             const auto number = NumberOf<float>(bytes);
             if (!std::isfinite(number)) return HexOf(bytes);
-            return field.kind == Kind::kFloat ? FloatText(number) : DollarsText(number);
+            if (field.kind == Kind::kFloat) return FloatText(number);
+            return field.kind == Kind::kDollars ? DollarsText(number, 0) : DollarsText(number, -2);
         }
         case Kind::kDate:
             return fmt::format("{}-{}-{}", bytes.substr(0, 4), bytes.substr(4, 2), bytes.substr(6));
@@ -260,6 +262,7 @@ FieldBytes BytesOfText(const Field& field, std::string_view text) {
             return field.width == 2 ? BytesOfWhole<std::uint16_t>(text)
                                     : BytesOfWhole<std::uint32_t>(text);
         case Kind::kFloat:
+        case Kind::kDollars:
             return BytesOfFloat(text, 0);
         case Kind::kCents:
             return BytesOfFloat(text, 2);

@@ -28,6 +28,7 @@ enum class Kind {
     kInt,       ///< Little-endian two's complement of 2 or 4 bytes.
     kUnsigned,  ///< Little-endian of 2 or 4 bytes.
     kFloat,     ///< Binary32, written with the fewest digits that give the same number.
+    kDollars,   ///< The same of dollars, written with two decimals at least.
     kCents,     ///< Binary32 of cents, written as dollars.
     kDate,      ///< Eight digits, YYYYMMDD, written YYYY-MM-DD.
 };

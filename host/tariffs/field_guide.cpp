@@ -41,6 +41,7 @@ FormWords WordsOfField(const Field& field) {
                 "0"};
         case Kind::kFloat:
             return {"decimal number", "0"};
+        case Kind::kDollars:
         case Kind::kCents:
             return {"dollars", "0"};
         case Kind::kDate:
@@ -125,6 +126,12 @@ std::string InnerSheets(const Family& family, const std::string& file) {
         text += Row(fmt::format("`{}`", inner.number), {"whole number", ""}, true,
                     fmt::format("Number of the entry, 1 to {}.", inner.count));
         text += FieldRows(inner.fields);
+        if (family.shape == Shape::kTable) {
+            text += Row(fmt::format("`{}`", inner.of), {"text", ""}, false,
+                        fmt::format("What `{}` says of that row: refused when it says otherwise, "
+                                    "as when one of the sheets was sorted.",
+                                    family.text));
+        }
     }
     return text;
 }

@@ -10,6 +10,11 @@ void WriteHeader(const std::vector<Column>& columns, SheetWriter& sheet) {
     sheet.EndRow();
 }
 
+/// What a record is told by, its first field.
+std::string NameOf(const Family& family, std::string_view record) {
+    return FieldText(family.fields[0], record.substr(0, family.fields[0].width));
+}
+
 /// Writes the entries of arrays that lie in a record; `number`, from 1, is the record's in a table.
 void WriteInner(const Family& family, std::string_view record, std::size_t number,
                 FolderWriter& folder) {
@@ -21,7 +26,9 @@ void WriteInner(const Family& family, std::string_view record, std::size_t numbe
         if (text.empty()) {
             if (is_table) sheet.Cell(kRecordColumn);
             sheet.Cell(inner.number);
-            WriteHeader(columns, sheet);
+            for (const Column& column : columns) sheet.Cell(column.name);
+            if (is_table) sheet.Cell(inner.of);
+            sheet.EndRow();
         }
         for (std::size_t i = 0; i < inner.count; ++i) {
             const auto entry = record.substr(inner.offset + i * inner.stride, inner.stride);
@@ -29,6 +36,8 @@ void WriteInner(const Family& family, std::string_view record, std::size_t numbe
             if (is_table) sheet.Cell(fmt::format("{}", number));
             sheet.Cell(fmt::format("{}", i + 1));
             WriteCells(columns, entry, sheet);
+            if (is_table) sheet.Cell(NameOf(family, record));
+            sheet.EndRow();
         }
     }
 }
@@ -43,8 +52,11 @@ void ReadInner(const Family& family, std::string& records, FolderReader& folder)
         const std::vector<Column> columns = ColumnsOf(inner.fields);
         std::vector<SheetReader::Wanted> wanted = WantedColumns(columns);
         wanted.insert(wanted.begin(), {inner.number, true});
-        if (is_table) wanted.insert(wanted.begin(), {kRecordColumn, true});
-        const std::size_t first = is_table ? 2 : 1;
+        if (is_table) {
+            wanted.insert(wanted.begin(), {kRecordColumn, true});
+            wanted.push_back({inner.of, false});
+        }
+        const std::size_t first = is_table ? 2 : 1, of = first + columns.size();
         SheetReader sheet(inner.sheet, *text, wanted, folder.findings());
         std::vector<bool> is_told(count * inner.count);
         while (sheet.Next()) {
@@ -53,6 +65,14 @@ void ReadInner(const Family& family, std::string& records, FolderReader& folder)
             const std::string bytes =
                 ReadCells(columns, first, inner.stride, family.filling, sheet);
             if (record == 0 || entry == 0) continue;
+            if (is_table && !sheet.cell(of).empty()) {
+                const std::string name = NameOf(
+                    family, std::string_view(records).substr((record - 1) * family.record_size));
+                if (sheet.cell(of) != name) {
+                    sheet.Refuse(of, fmt::format("is not {}, which {} has in row {}", name,
+                                                 family.text, record));
+                }
+            }
             if (is_told[(record - 1) * inner.count + entry - 1]) {
                 sheet.Refuse(first - 1, "is there twice");
             }
@@ -104,7 +124,6 @@ void WriteCells(const std::vector<Column>& columns, std::string_view record, She
         if (is_blank && &column == &columns.back()) text = kHex;
         sheet.Cell(text);
     }
-    sheet.EndRow();
 }
 
 std::string ReadCells(const std::vector<Column>& columns, std::size_t first_cell, std::size_t size,
@@ -143,6 +162,7 @@ std::string_view WriteRecords(const Family& family, const std::string& sheet_nam
     WriteHeader(columns, sheet);
     for (std::size_t number = 1; bytes.size() >= family.record_size; ++number) {
         WriteCells(columns, bytes, sheet);
+        sheet.EndRow();
         WriteInner(family, bytes.substr(0, family.record_size), number, folder);
         bytes.remove_prefix(family.record_size);
     }

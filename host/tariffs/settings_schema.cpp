@@ -43,6 +43,7 @@ Json FormOf(const Field& field) {
         case Kind::kUnsigned:
             return WholeNumber(field);
         case Kind::kFloat:
+        case Kind::kDollars:
         case Kind::kCents:
             // A text keeps digits that JSON's number would write in another way.
             return {{"type", Json::array({"number", "string"})}, {"pattern", "^-?[0-9.]+$"}};

@@ -129,7 +129,11 @@ void CheckSurchargeBreak(CheckedSet& set) {
     }
     const std::optional<int> first = WholeIn(written);
     const int count = static_cast<int>(breaks.size());
-    if (!first || *first < 0 || *first >= count) {
+    if (!first) {
+        set.Doubt(defaults, 0, index, "is no number: the digits that it begins with count, or 0");
+        return;
+    }
+    if (*first < 0 || *first >= count) {
         set.Doubt(defaults, 0, index,
                   "is none of the {} rows of weight-breaks.csv, counted from 0: the surcharge "
                   "below the break holds for every weight",
@@ -137,7 +141,14 @@ void CheckSurchargeBreak(CheckedSet& set) {
         return;
     }
     if (defaults.bytes(0, cut).front() == '\0') return;
-    const int in_use = *first + WholeIn(defaults.bytes(0, cut)).value_or(-*first);
+    const std::optional<int> kept = WholeIn(defaults.bytes(0, cut));
+    if (!kept || *kept == 0) {
+        set.Doubt(defaults, 0, cut,
+                  "leaves the {} breaks before surcharge_break, as far as it is no number above 0",
+                  *first);
+        return;
+    }
+    const int in_use = *first + *kept;
     if (in_use < 1 || in_use >= count) {
         set.Doubt(defaults, 0, cut,
                   "cuts nothing: with surcharge_break {} it must leave 1 to {} of the {} weight "

@@ -72,7 +72,7 @@ void CheckColumnsAgainstBreaks(CheckedSet& set) {
         if (row >= breaks.size()) {
             set.Doubt(weights, row, lowest,
                       "belongs to weight break {}, and weight-breaks.csv has {}: its percentages "
-                      "never hold",
+                      "hold where the engine has a break of that number",
                       row + 1, breaks.size());
             continue;
         }
@@ -109,7 +109,7 @@ void CheckPercentsWithoutColumn(CheckedSet& set) {
     for (std::size_t row = 0; row < groups.size(); ++row) {
         CheckPercentsWithoutColumn(set, groups, row, count);
     }
-    // A profile may take the place of the first two groups.
+    // A profile takes the place of the first two groups.
     const Table profiles = set.TableOf("PROFILE.FIL");
     const Column& takes_groups = profiles.column("discount_file");
     for (std::size_t row = 0; row < profiles.size() && groups.size() > 0; ++row) {

@@ -26,7 +26,7 @@ void CheckNames(CheckedSet& set) {
             set.Doubt(profiles, row, column, "names no profile: nobody can choose it");
         } else if (text.size() == name.size()) {
             set.Doubt(profiles, row, column,
-                      "has {} characters: behind the last must be room for the end, or nobody can "
+                      "has {} characters: behind the last must be room for the end, or cwt cannot "
                       "choose the profile",
                       text.size());
         } else if (!is_new) {
@@ -34,6 +34,11 @@ void CheckNames(CheckedSet& set) {
                              "is the name of two profiles, and the first is always found");
         }
     }
+}
+
+/// The text up to its end, which is compared letter for letter.
+std::string_view WithoutEnd(std::string_view bytes) {
+    return bytes.substr(0, bytes.find('\0'));
 }
 
 /// A class that is mapped to one that the tariff has not is refused.
@@ -54,7 +59,7 @@ void CheckClassMaps(CheckedSet& set) {
             if (std::string_view(column.field->name) != "class" || ++number > known.size()) {
                 continue;
             }
-            if (known.contains(Trimmed(profiles.bytes(row, column)))) continue;
+            if (known.contains(WithoutEnd(profiles.bytes(row, column)))) continue;
             set.Doubt(profiles, row, column,
                       "is no class of {}: freight of the class that it is mapped from is refused",
                       has_classes ? "classes.csv" : "the standard tariffs");

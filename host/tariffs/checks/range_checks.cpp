@@ -102,8 +102,8 @@ void CheckTariffNames(CheckedSet& set) {
     for (std::size_t row = 0; row < pairs.size(); ++row) {
         if (pairs.bytes(row, tariff)[kDecidingCharacter] != ' ') continue;
         set.Doubt(pairs, row, tariff,
-                  "has no fourth character: such a tariff is rated with the standard classes and "
-                  "weight breaks, whatever it has of its own");
+                  "has no fourth character: such a tariff is rated with the standard classes, "
+                  "whatever it has of its own");
     }
 }
 

@@ -11,12 +11,13 @@ void CheckZipDigits(CheckedSet& set) {
     const Table settings = set.TableOf("SET");
     if (settings.size() == 0) return;
     const Column& digits = settings.column("zip_digits");
-    const std::string_view written = Trimmed(settings.bytes(0, digits));
+    std::string_view written = settings.bytes(0, digits);
+    written = written.substr(0, written.find_last_not_of(' ') + 1);
     if (written == "3" || written == "5" || written == "6") return;
     set.Doubt(settings, 0, digits,
-              "is neither 3 nor 5: postal codes are then compared by {} characters, and checked "
-              "for another number of digits",
-              written.starts_with('3') ? 3 : 5);
+              "is neither 3 nor 5 as they are written: postal codes are then compared by {} "
+              "characters, whatever number of digits they are checked for",
+              settings.bytes(0, digits).starts_with('3') ? 3 : 5);
 }
 
 void CheckFlags(CheckedSet& set) {

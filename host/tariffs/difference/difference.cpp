@@ -101,8 +101,8 @@ Difference DifferenceOf(DifferenceSide of_old, DifferenceSide of_new) {
     difference.of_new = std::move(of_new);
     const Files &old_sheets = difference.of_old.sheets, &new_sheets = difference.of_new.sheets;
     std::vector<std::string> names = NamesOf(old_sheets, new_sheets);
-    std::ranges::stable_partition(
-        names, [](const std::string& name) { return name.starts_with(kSectionMark); });
+    std::stable_partition(names.begin(), names.end(),
+                          [](const std::string& name) { return name.starts_with(kSectionMark); });
     for (const std::string& name : names) {
         SheetDifference sheet =
             CompareSheets(name, TextIn(old_sheets, name), TextIn(new_sheets, name));

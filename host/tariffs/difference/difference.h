@@ -74,7 +74,8 @@ struct Difference {
     /// Others that are not compared, since one side is a directory and one a folder.
     std::vector<std::string> not_compared;
 
-    bool is_alike() const { return of_old.set == of_new.set && sheets.empty() && files.empty(); }
+    /// Whether the tariff is the same; other files say nothing of it.
+    bool is_alike() const { return of_old.set == of_new.set && sheets.empty(); }
 };
 
 Difference DifferenceOf(DifferenceSide of_old, DifferenceSide of_new);

@@ -31,6 +31,7 @@ struct Inner {
     std::size_t stride;
     std::size_t count;
     std::span<const Field> fields;
+    const char* of = nullptr;  ///< In a table, the column that repeats the record's first field.
 };
 
 struct Family {

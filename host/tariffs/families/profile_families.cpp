@@ -12,7 +12,7 @@ constexpr Field kProfileFields[] = {
     {"name", 0, 31, kText, "Name of the profile and its key, letter for letter.", true, 1, '\0'},
     {"class_map", 31, 4, kInt, "Not 0: each class is rated as class_1 to class_18 say."},
     {"class", 35, 4, kText, "What each of the set's first 18 classes is rated as.", false, 18, '\0'},
-    {"surcharge", 107, 2, kInt, "Saved surcharge of the defaults; 0: the alternative below serves, if it is on."},
+    {"surcharge", 107, 2, kInt, "Not 0: a surcharge is computed, by the percentages below. 0: the alternative below serves, if it is on; otherwise the defaults' surcharge stays."},
     {"surcharge_percent_low", 109, 4, kFloat, "Saved surcharge below its weight break, percent."},
     {"surcharge_percent_high", 113, 4, kFloat, "Saved surcharge from its weight break on, percent."},
     {"saved_number_179", 117, 2, kInt, "Saved setting of the host."},
@@ -25,7 +25,7 @@ constexpr Field kProfileFields[] = {
     {"discount_character", 147, 1, kText, "Saved character that the engine is sent with discounts.", false, 1, '\0'},
     {"reserved_148", 148, 1, kText, "Nothing.", false, 1, '\0'},
     {"entered_discount", 149, 2, kInt, "Not 0: discounts that are entered for a shipment apply."},
-    {"discount_file", 151, 2, kInt, "Not 0: the groups of the discount file apply, with the values below as the first two."},
+    {"discount_file", 151, 2, kInt, "Not 0: the discount groups apply. A profile's own values below take the place of the first two, and the others are cleared, whatever this says."},
     {"zip_discounts", 153, 2, kInt, "Not 0: the profile's discounts by postal codes apply, and it has a ZIP table of its own."},
     {"group_1_percent", 155, 4, kFloat, "Discount by weight column, group 1, percent, below 100.", false, 9},
     {"group_1_flat_percent", 191, 4, kFloat, "Flat discount of group 1, percent, below 100."},
@@ -52,7 +52,7 @@ constexpr Field kZipDiscountFields[] = {
 };
 
 constexpr Inner kProfileInner[] = {
-    {"profile-zip-discounts.csv", "zip_discount", 243, 117, 150, kZipDiscountFields},
+    {"profile-zip-discounts.csv", "zip_discount", 243, 117, 150, kZipDiscountFields, "profile"},
 };
 
 constexpr Field kOptionFields[] = {

@@ -59,9 +59,9 @@ constexpr Field kZmcFields[] = {
     {"first_high", 6, 5, kPostal, "Highest postal code of the first range, included.", true},
     {"second_low", 11, 5, kPostal, "Lowest postal code of the second range.", true},
     {"second_high", 16, 5, kPostal, "Highest postal code of the second range.", true},
-    {"rate_code_low", 21, 6, kCode, "Lowest rate code, six characters.", true},
+    {"rate_code_low", 21, 6, kCode, "Lowest rate code, six characters, as codes are compared: one that begins with a digit has its last character in front then, 100200 for the code 002001.", true},
     {"rate_code_high", 27, 6, kCode, "Highest rate code, included. The first record that fits holds.", true},
-    {"minimum_dollars", 33, 4, kCents, "Minimum charge, dollars; 0: the engine's.", true},
+    {"minimum_dollars", 33, 4, kDollars, "Charges by weight break below it are raised to it, dollars; 0: none. The net charge has the engine's minimum.", true},
     {"floor_dollars", 37, 4, kCents, "Floor of the charges by weight break, dollars; 0: none.", true},
 };
 
@@ -95,7 +95,7 @@ constexpr Field kCozFields[] = {{"host_bytes", 0, 6, kText, "The host's."}};
 
 constexpr Field kLvlFields[] = {
     {"host_bytes_0", 0, 8, kText, "The host's."},
-    {"date", 8, 8, kDate, "In the first record the day of the tariff, for bills; in others the host's."},
+    {"date", 8, 8, kDate, "In the first record the day of the tariff, which bills name and the engine is sent; in others the host's."},
     {"host_bytes_16", 16, 2, kText, "The host's."},
 };
 
@@ -108,17 +108,17 @@ constexpr Field kLamFields[] = {
     {"value", 6, 3, kText, "Value of the line, three characters.", true},
 };
 constexpr Field kLabFields[] = {
-    {"line", 0, 69, kText, "A line. Every twentieth ends a block, whose key is its characters 6 to 10.", true},
+    {"line", 0, 69, kText, "A line. Every twentieth ends a block, whose key is its characters 6 to 10; the last block has the key ZZZZZ.", true},
 };
 
 constexpr Field kIndexFields[] = {
     {"key", 0, 2, kUnsigned, "Key of the entry, for the host.", true},
-    {"position", 0, 4, kInt, "Where its data begin, for the host; not read at a load.", true},
+    {"position", 0, 4, kInt, "A number, for the host; not read at a load.", true},
     {"entry", 0, 3, kText, "Entry, for the host."},
 };
 constexpr Field kWideIndexFields[] = {
     {"key", 0, 2, kUnsigned, "Key of the entry, for the host.", true},
-    {"position", 0, 4, kInt, "Where its data begin, for the host; not read at a load.", true},
+    {"position", 0, 4, kInt, "A number, for the host; not read at a load.", true},
     {"entry", 0, 6, kText, "Entry, for the host."},
 };
 
@@ -152,7 +152,7 @@ constexpr Family kFamilies[] = {
     {"WGT", kTable, "weight-breaks.csv", 21, kWgtFields, "weight breaks", 9},
     {"ACC", kTable, "accessorials.csv", 123, kAccFields, "accessorial items", 100},
     {"ADJ", kTable, "adjustments.csv", 347, kAdjFields, "adjustments", 400},
-    {"LAB", kLines, "lab.csv", 69, kLabFields, "LAB text"},
+    {"LAB", kLines, "lab.csv", 69, kLabFields, "LAB text", 10500},
     {"LAM", kLines, "lam.csv", 9, kLamFields, "LAM list", 220},
     {"TBL", kTable, "tables.csv", 18, kTblFields, "names of tables", 25},
     {"COZ", kTable, "coz.csv", 6, kCozFields, "COZ table"},

@@ -103,6 +103,16 @@ bool IsPlain(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return c >= ' ' && c < '\x7f'; });
 }
 
+/// Dollars with the zeros that a spreadsheet drops: 29.2 and 29 as 29.20 and 29.00.
+std::string WithCents(std::string_view cell) {
+    std::string amount(cell);
+    const bool is_number = !cell.empty() && cell.find_first_not_of("0123456789.") == cell.npos;
+    if (!is_number || cell.front() == '.' || cell.back() == '.') return amount;
+    const std::size_t point = cell.find('.');
+    if (point == cell.npos) return amount + ".00";
+    return point + 2 == cell.size() ? amount + '0' : amount;
+}
+
 /// What keeps a cell from standing in a line; empty when nothing does.
 const char* ProblemOf(const PartnerColumn& column, std::string_view cell) {
     if (cell.find_first_of("|#") != cell.npos) {
@@ -153,7 +163,7 @@ PartnerField RatesOf(std::span<const std::string_view> cells) {
             return {{}, "stands behind an empty cell: rates have no gaps", i};
         }
         has_ended = cells[i].empty();
-        if (!has_ended) rates.append(rates.empty() ? "" : " ").append(cells[i]);
+        if (!has_ended) rates.append(rates.empty() ? "" : " ").append(WithCents(cells[i]));
     }
     return {rates, {}};
 }
@@ -242,6 +252,7 @@ PartnerField FieldOf(const PartnerColumn& column, std::span<const std::string_vi
     for (std::size_t i = 0; i < cells.size(); ++i) {
         if (const char* const problem = ProblemOf(column, cells[i])) return {{}, problem, i};
     }
+    if (column.form == kAmount) return {WithCents(cells[0]), {}};
     PartnerField field = column.form == kDate    ? DateOf(cells[0])
                          : column.form == kRange ? RangeOf(cells[0], cells[1])
                          : column.form == kRates ? RatesOf(cells)

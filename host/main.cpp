@@ -1,4 +1,6 @@
 // cwt: rates shipments and shows tariff sets from the command line.
+#include <fmt/core.h>
+#include <hundredweight/platform.h>
 #include <hundredweight/version.h>
 
 #include <CLI/CLI.hpp>
@@ -7,6 +9,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <iterator>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -77,9 +80,19 @@ void AddCommands(CLI::App& app, std::string_view named, int& exit_code) {
     for (const Command& command : kCommands) command.add(app, exit_code);
 }
 
+/// Of the command, of the library that it runs with, and of what both were built from.
+std::string Versions() {
+    return fmt::format(
+        "cwt (Hundredweight) {}\nlibhundredweight {}\n"
+        "CLI11 {}, fmt {}.{}.{}, nlohmann-json {}.{}.{}",
+        HWT_VERSION, HundredweightVersion(), CLI11_VERSION, FMT_VERSION / 10000,
+        FMT_VERSION / 100 % 100, FMT_VERSION % 100, NLOHMANN_JSON_VERSION_MAJOR,
+        NLOHMANN_JSON_VERSION_MINOR, NLOHMANN_JSON_VERSION_PATCH);
+}
+
 int Run(int argc, char** argv) {
     CLI::App app("Rates less-than-truckload shipments.", "cwt");
-    app.set_version_flag("--version", HWT_VERSION);
+    app.set_version_flag("--version", Versions);
     app.footer(kExitCodes);
     app.require_subcommand(1);
     app.allow_windows_style_options(false);  // "/data" is a directory on every system.

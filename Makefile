@@ -13,9 +13,10 @@
 # make bench-docs    puts what the last whole run of it gave into docs/performance.md
 # make outcomes OLD=DIR   holds the libraries against those of another build
 # make win32         packs the library for Windows
+# make deb           makes the Debian packages    make test-deb  tries them in a bare Debian
 # make lint          checks format and common slips
 # make format        formats the sources          make clean       removes build/, but no sample
-# make packages      installs what all of these need but bench
+# make packages      installs what all of these need but bench and deb
 
 BUILD_PACKAGES   = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libsqlite3-dev \
     zlib1g-dev libzstd-dev libcpp-httplib-dev pkg-config
@@ -33,6 +34,7 @@ CLUSTER_PACKAGES = python3-dask python3-distributed parallel slurmctld slurmd sl
     iproute2 procps
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
 BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib time
+DEB_PACKAGES     = build-essential debhelper dh-python help2man lintian debootstrap
 LINT_PACKAGES    = clang-format clang-tidy
 
 SAMPLE = sample
@@ -42,7 +44,7 @@ SAMPLE = sample
 
 .PHONY: rate win32 test test-linux32 test-win32 test-all test-web test-languages \
     test-languages-win32 python test-python test-cluster load compare fuzz fuzz-minute bench \
-    bench-docs outcomes lint format clean packages
+    bench-docs outcomes lint format clean packages deb test-deb
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -56,6 +58,13 @@ win32:
 	@scripts/build.sh release
 	@scripts/build.sh win32 -DBUILD_TESTING=OFF
 	@scripts/package.sh
+
+deb:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(PYTHON_PACKAGES) $(DEB_PACKAGES)
+	@scripts/build_deb.sh
+
+test-deb: deb
+	@scripts/test_deb.sh
 
 test:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES)

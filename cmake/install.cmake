@@ -6,6 +6,14 @@ if(WIN32)
     set(CMAKE_INSTALL_DOCDIR docs)
 endif()
 
+# A distribution has its libraries where the loader looks. What cwt alone loads lies in a folder of
+# its own there, where the platform library finds it by its run path.
+option(HWT_DISTRIBUTION "Lay the installation out as a distribution's packages have it" OFF)
+set(loaded_directory ${CMAKE_INSTALL_LIBDIR})
+if(HWT_DISTRIBUTION)
+    string(APPEND loaded_directory /hundredweight)
+endif()
+
 # Already in the build tree: CMake would leave empty entries there, which stand for the current
 # directory, to have room for others.
 set_target_properties(hundredweight hundredweight_platform cwt tolvex servgd PROPERTIES
@@ -13,14 +21,21 @@ set_target_properties(hundredweight hundredweight_platform cwt tolvex servgd PRO
 file(RELATIVE_PATH from_program /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
 set_target_properties(cwt PROPERTIES INSTALL_RPATH $ORIGIN/${from_program})
 set_target_properties(hundredweight hundredweight_platform PROPERTIES INSTALL_RPATH $ORIGIN)
+if(HWT_DISTRIBUTION)
+    set_target_properties(hundredweight cwt PROPERTIES INSTALL_RPATH "")
+    set_target_properties(hundredweight_platform PROPERTIES INSTALL_RPATH $ORIGIN/hundredweight)
+endif()
 install(TARGETS hundredweight hundredweight_platform EXPORT hundredweight)
 install(TARGETS cwt)
 # The stand-ins for the partner libraries, which cwt loads unless it is told otherwise.
-install(TARGETS tolvex servgd ARCHIVE EXCLUDE_FROM_ALL)
+install(TARGETS tolvex servgd
+    LIBRARY DESTINATION ${loaded_directory} ARCHIVE EXCLUDE_FROM_ALL)
 if(TARGET cwt-front)
-    set_target_properties(cwt-front PROPERTIES
-        BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH $ORIGIN)
-    install(TARGETS cwt-front LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    set_target_properties(cwt-front PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
+    if(NOT HWT_DISTRIBUTION)
+        set_target_properties(cwt-front PROPERTIES INSTALL_RPATH $ORIGIN)
+    endif()
+    install(TARGETS cwt-front LIBRARY DESTINATION ${loaded_directory})
     # The unit names the program where it is installed, which is known then.
     set(unit lib/systemd/system/cwt-serve.service)
     install(CODE "set(program \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/cwt\")

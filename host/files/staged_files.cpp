@@ -158,6 +158,8 @@ void StagedFiles::PutAway(const Replacement& replacement) {
     }
     for (const std::string& name : names) {
         const fs::path file = directory_ / PathOf(name);
+        // Where case is not told apart, another name of the same file has gone before.
+        if (!IsThere(file)) continue;
         const bool is_kept = std::ranges::find(replacement.kept, name) != replacement.kept.end();
         Move(file, is_kept ? fs::path(file) += ".bak"
                            : aside_ / (is_heart(name) ? kOldHeart : kOld) / PathOf(name));

@@ -142,6 +142,7 @@ std::string ReadCells(const std::vector<Column>& columns, std::size_t first_cell
 
 std::vector<SheetReader::Wanted> WantedColumns(const std::vector<Column>& columns) {
     std::vector<SheetReader::Wanted> wanted;
+    wanted.reserve(columns.size() + 3);  // Some sheets have columns in front and behind.
     for (const Column& column : columns) wanted.push_back({column.name, column.field->is_needed});
     return wanted;
 }

@@ -207,19 +207,15 @@ void SettingsDocument::TellUnused(Findings& findings) const {
     }
 }
 
-struct SettingsWriter::Document {
-    Json json;
-};
-
-SettingsWriter::SettingsWriter(std::string set) : document_(std::make_unique<Document>()) {
-    document_->json = {{"schema", kSettingsSchema}, {"set", std::move(set)}};
+SettingsWriter::SettingsWriter(std::string set) : document_(std::make_unique<Json>()) {
+    *document_ = {{"schema", kSettingsSchema}, {"set", std::move(set)}};
 }
 
 SettingsWriter::~SettingsWriter() = default;
 
 void SettingsWriter::Add(const char* section, std::span<const Field> fields,
                          std::string_view record) {
-    Json& values = document_->json[section] = Json::object();
+    Json& values = (*document_)[section] = Json::object();
     for (const Column& column : ColumnsOf(fields)) {
         const std::string_view bytes = column.In(record);
         if (IsLeftOut(*column.field, bytes)) continue;
@@ -228,7 +224,7 @@ void SettingsWriter::Add(const char* section, std::span<const Field> fields,
 }
 
 std::string SettingsWriter::Text() const {
-    return DocumentOf(document_->json);
+    return DocumentOf(*document_);
 }
 
 std::string RecordOfSection(const char* section, std::span<const Field> fields, std::size_t size,

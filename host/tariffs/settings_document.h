@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <map>
 #include <memory>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -64,8 +65,7 @@ class SettingsWriter {
     std::string Text() const;
 
  private:
-    struct Document;
-    std::unique_ptr<Document> document_;
+    std::unique_ptr<nlohmann::ordered_json> document_;
 };
 
 /// The record that a section gives; fields that it leaves out are padding.

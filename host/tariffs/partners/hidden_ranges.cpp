@@ -33,7 +33,7 @@ std::optional<PrefixSpan> ReadPrefixSpan(std::string_view text) {
 }
 
 std::vector<PrefixSpan> Merged(std::vector<PrefixSpan> spans) {
-    std::ranges::sort(spans);
+    std::sort(spans.begin(), spans.end());
     std::vector<PrefixSpan> merged;
     for (const PrefixSpan span : spans) {
         if (merged.empty() || merged.back().high < span.low) {
@@ -67,7 +67,9 @@ std::vector<std::vector<std::uint32_t>> SpanSet::Containing() const {
     });
     // Spans that began before and have not ended.
     std::vector<std::pair<PrefixSpan, std::uint32_t>> open;
-    for (const auto& [span, number] : sorted) {
+    for (const auto& each_sorted : sorted) {
+        const PrefixSpan span = each_sorted.first;
+        const std::uint32_t number = each_sorted.second;
         std::erase_if(open, [&](const auto& each) { return each.first.high < span.low; });
         if (open.size() < kMostOpen) {
             open.emplace_back(span, number);

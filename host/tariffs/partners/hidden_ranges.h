@@ -15,7 +15,10 @@ namespace cwt {
 /// Numbers that order as the prefixes of postal codes do.
 struct PrefixSpan {
     std::uint32_t low = 0, high = 0;
-    auto operator<=>(const PrefixSpan&) const = default;
+    bool operator==(const PrefixSpan&) const = default;
+    bool operator<(const PrefixSpan& other) const {
+        return std::pair(low, high) < std::pair(other.low, other.high);
+    }
 };
 
 /// The number of the first three characters.

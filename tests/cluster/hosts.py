@@ -81,6 +81,7 @@ _SHELL = """#!/bin/sh
 host=$1
 shift
 [ "$1" != -- ] || shift
+export SHELL=/bin/sh  # GNU parallel runs nothing where none is set; ssh sets it.
 exec nsenter --target "$(cat "$(dirname "$0")/$host.first")" --net --uts --pid --mount sh -c "$*"
 """
 

@@ -114,7 +114,8 @@ TEST(PartnerTablesTest, WhatIsWrongIsToldWithItsPlace) {
     // clang-format off
     const Case cases[] = {
         {"engine/tariffs.csv", "2025-01-06", "01-06-2025", ":2:10: error: effective \"01-06-2025\" is no date"},
-        {"engine/tariffs.csv", "2025-01-06", "2025-02-30", ":2:10: warning: effective \"2025-02-30\" is no day"},
+        {"engine/tariffs.csv", "2025-01-06", "2024-02-30", ":2:10: warning: effective \"2024-02-30\" is no day"},
+        {"engine/tariffs.csv", "SMPLNATL,2025-01-06", "SMPLNATL,2025-02-06", ":3:10: warning: effective \"2025-02-06\" is later than the day of level.csv"},
         {"engine/tariffs.csv", "1 500 1000", "1 1000 500", ":2:85: error: breaks_pounds \"1 1000 500 2000 5000 10000 20000 30000 4...\" does not ascend"},
         {"engine/tariffs.csv", "FAK,1 ", "FAK,2 ", "does not begin at 1 pound"},
         {"engine/tariffs.csv", "500 400", "500 500", ":2:21: warning: classes"},
@@ -124,6 +125,7 @@ TEST(PartnerTablesTest, WhatIsWrongIsToldWithItsPlace) {
         {"engine/rates.csv", ",2041,400,", ",2041,500,", ":3:15: error: class \"500\" has its rates"},
         {"engine/rates.csv", "SMPLFAK1,3010,FAK", "SMPLFAK1,3011,FAK", "lanes.csv:7:26: error: scale \"3010\" is no scale"},
         {"engine/rates.csv", "SMPLWIDE,4007,100", "SMPLWIDE,4008,100", "lanes.csv:8:26: error: scale \"4007\" has no rates for a class"},
+        {"engine/rates.csv", "SMPLNATL,2041,500", "SMPLNATL,LOC,500,1.00,1.00,1.00,1.00,1.00,1.00,1.00,1.00,1.00,,\nSMPLNATL,2041,500", ":2:10: warning: scale \"LOC\" counts as a number on bills"},
         {"engine/lanes.csv", "95.00", "95.005", ":2:31: error: minimum_dollars \"95.005\" is no amount"},
         {"engine/lanes.csv", "300,319", "320,319", ":2:10: error: origin_first \"320\" is no range"},
         {"engine/lanes.csv", "300,319", "30,319", ":2:10: error: origin_first \"30\" is no prefix"},
@@ -147,6 +149,7 @@ TEST(PartnerTablesTest, WhatIsWrongIsToldWithItsPlace) {
     // clang-format on
     Files data = PartnerFiles();
     data["SAMPLE.CMT"] = "000001000002SMPLNATL";
+    data["SAMPLE.LVL"] = samples::TariffSetFiles({}).at("SAMPLE.LVL");
     const Files folder = ExportSet(data, "SAMPLE").files;
     for (const Case& wrong : cases) {
         Files changed = folder;

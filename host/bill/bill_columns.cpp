@@ -29,7 +29,7 @@ std::string WeightBreakText(const Bill& bill) {
     return found != nullptr ? fmt::to_string(found->weight) : "";
 }
 
-constexpr Column<Bill> kBeforeLines[] = {
+constexpr BillColumn<Bill> kBeforeLines[] = {
     {"description", kText, [](const Bill& bill) { return bill.description; }},
     {"currency", kText, [](const Bill&) -> std::string { return "USD"; }},
     {"tariff", kText, [](const Bill& bill) { return bill.tariff; }},
@@ -52,14 +52,14 @@ constexpr Column<Bill> kBeforeLines[] = {
     {"transit_days_border", kWhole,
      [](const Bill& bill) { return DaysText(bill.transit_days, &TransitDays::border); }}};
 
-constexpr Column<BillLine> kLine[] = {
+constexpr BillColumn<BillLine> kLine[] = {
     {"class", kText, [](const BillLine& line) { return line.class_code; }},
     {"rated_as", kText, [](const BillLine& line) { return line.rated_as; }},
     {"weight", kWhole, [](const BillLine& line) { return fmt::to_string(line.weight); }},
     {"rate", kAmount, [](const BillLine& line) { return line.rate; }},
     {"charge", kAmount, [](const BillLine& line) { return line.charge; }}};
 
-constexpr Column<Bill> kBehindLines[] = {
+constexpr BillColumn<Bill> kBehindLines[] = {
     {"deficit_weight", kWhole,
      [](const Bill& bill) { return DeficitText(bill, fmt::to_string(bill.deficit.weight)); }},
     {"deficit_rate", kAmount,
@@ -80,15 +80,15 @@ constexpr Column<Bill> kBehindLines[] = {
 
 }  // namespace
 
-std::span<const Column<Bill>> ColumnsBeforeLines() {
+std::span<const BillColumn<Bill>> ColumnsBeforeLines() {
     return kBeforeLines;
 }
 
-std::span<const Column<BillLine>> LineColumns() {
+std::span<const BillColumn<BillLine>> LineColumns() {
     return kLine;
 }
 
-std::span<const Column<Bill>> ColumnsBehindLines() {
+std::span<const BillColumn<Bill>> ColumnsBehindLines() {
     return kBehindLines;
 }
 

@@ -18,14 +18,14 @@ using Record = std::vector<std::string>;
 enum class Kind { kText, kAmount, kWhole, kWholeOrEmpty, kAmountOrEmpty };
 
 /// A column of a rated row.
-struct Column {
+struct RowColumn {
     const char* name;
     Kind kind;
     std::string BatchRow::*text = nullptr;
     int64_t BatchRow::*number = nullptr;
 };
 
-constexpr Column kColumns[] = {
+constexpr RowColumn kColumns[] = {
     {"tariff", Kind::kText, &BatchRow::tariff},
     {"tariff_date", Kind::kText, &BatchRow::tariff_date},
     {"origin_zip", Kind::kText, &BatchRow::origin},
@@ -60,7 +60,7 @@ class CsvRowReader : public RowReader {
         if (names.size() < 3 || names[0] != "row" || names[1] != "id" || names[2] != "status") {
             records_.Break("the header of a batch's rows begins with row,id,status");
         }
-        for (const Column& column : kColumns) places_.push_back(Find(column.name));
+        for (const RowColumn& column : kColumns) places_.push_back(Find(column.name));
         for (std::size_t i = 1; i <= kMostLines; ++i) {
             lines_.push_back({Find(fmt::format("class_{}", i)), Find(fmt::format("rated_as_{}", i)),
                               Find(fmt::format("weight_{}", i)),
@@ -120,7 +120,7 @@ class CsvRowReader : public RowReader {
 
     void ReadBill(BatchRow& row) const {
         for (std::size_t i = 0; i < places_.size(); ++i) {
-            const Column& column = kColumns[i];
+            const RowColumn& column = kColumns[i];
             const std::string& field = record_[places_[i]];
             const bool may_be_empty =
                 column.kind == Kind::kWholeOrEmpty || column.kind == Kind::kAmountOrEmpty;

@@ -16,16 +16,22 @@ std::string FileNameOf(const Family& family, const std::string& set) {
                                                  : std::string(extension);
 }
 
-bool IsTariffText(std::string_view name) {
-    if (name == kSettingsFile || name == kCarriedFile) return true;
+std::vector<std::string> TariffTexts() {
+    std::vector<std::string> names = {kSettingsFile, kCarriedFile};
     for (const Family& family : Families()) {
-        const auto is_sheet = [&](const Inner& inner) { return name == inner.sheet; };
-        if (name == family.text || std::ranges::any_of(family.inner, is_sheet)) return true;
+        if (std::string_view(family.text).ends_with(kSheetEnd)) names.emplace_back(family.text);
+        for (const Inner& inner : family.inner) names.emplace_back(inner.sheet);
     }
-    const auto is_of_table = [&](const PartnerTable& table) {
-        return name == table.SheetName() || name == table.FileName();
-    };
-    if (std::ranges::any_of(PartnerTables(), is_of_table)) return true;
+    for (const PartnerTable& table : PartnerTables()) {
+        names.push_back(table.SheetName());
+        names.push_back(table.FileName());
+    }
+    return names;
+}
+
+bool IsTariffText(std::string_view name) {
+    const std::vector<std::string> names = TariffTexts();
+    if (std::ranges::find(names, name) != names.end()) return true;
     return std::ranges::any_of(
         std::initializer_list<const Family*>{&kZipTable, &kOptionFile, &kEarlierOptionFile},
         [&](const Family* family) {

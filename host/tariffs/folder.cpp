@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+#include "tariffs/file_names.h"
+#include "text/nearest_word.h"
+
 namespace cwt {
 namespace {
 
@@ -93,9 +96,13 @@ std::optional<std::string> FolderReader::Carried(const std::string& file) {
 
 void FolderReader::TellUnused() const {
     settings_.TellUnused(findings_);
+    const std::vector<std::string> names = TariffTexts();
+    const std::vector<std::string_view> known(names.begin(), names.end());
     for (const auto& [name, text] : files_) {
         if (read_.contains(name) || IsForPeople(name)) continue;
-        findings_.Warn({name}, "nobody reads this file");
+        const std::vector<std::string> nearest = NearestWord(name, known);
+        findings_.Warn({name}, "nobody reads this file" +
+                                   (nearest.empty() ? "" : "; is " + nearest[0] + " meant?"));
     }
     for (const auto& [name, file] : carried_) {
         if (!file.is_read) findings_.Warn(file.place, fmt::format("a set has no file {}", name));

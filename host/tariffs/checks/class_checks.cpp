@@ -142,9 +142,14 @@ void CheckSurchargeBreak(CheckedSet& set) {
     }
     if (defaults.bytes(0, cut).front() == '\0') return;
     const std::optional<int> kept = WholeIn(defaults.bytes(0, cut));
-    if (!kept || *kept == 0) {
+    if (!kept) {
+        set.Doubt(defaults, 0, cut, "is no number: the digits that it begins with count, or 0");
+        return;
+    }
+    if (*kept == 0 && *first > 0) {
         set.Doubt(defaults, 0, cut,
-                  "leaves the {} breaks before surcharge_break, as far as it is no number above 0",
+                  "cuts surcharge_break itself: the {} breaks before it stay, and the surcharge "
+                  "below it holds for every weight",
                   *first);
         return;
     }

@@ -9,6 +9,11 @@
 namespace cwt {
 namespace {
 
+/// The text up to its end, which is compared letter for letter.
+std::string_view WithoutEnd(std::string_view bytes) {
+    return bytes.substr(0, bytes.find('\0'));
+}
+
 bool IsOn(const Table& profiles, std::size_t row, const char* name) {
     const std::string_view bytes = profiles.bytes(row, profiles.column(name));
     return bytes.find_first_not_of('\0') != bytes.npos;
@@ -20,7 +25,7 @@ void CheckNames(CheckedSet& set) {
     std::map<std::string_view, std::size_t> rows;
     for (std::size_t row = 0; row < profiles.size(); ++row) {
         const std::string_view name = profiles.bytes(row, column);
-        const std::string_view text = name.substr(0, name.find('\0'));
+        const std::string_view text = WithoutEnd(name);
         const auto [first, is_new] = rows.emplace(text, row);
         if (text.empty()) {
             set.Doubt(profiles, row, column, "names no profile: nobody can choose it");
@@ -34,11 +39,6 @@ void CheckNames(CheckedSet& set) {
                              "is the name of two profiles, and the first is always found");
         }
     }
-}
-
-/// The text up to its end, which is compared letter for letter.
-std::string_view WithoutEnd(std::string_view bytes) {
-    return bytes.substr(0, bytes.find('\0'));
 }
 
 /// A class that is mapped to one that the tariff has not is refused.
@@ -78,8 +78,7 @@ void CheckZipTables(CheckedSet& set) {
     const Column& name = profiles.column("name");
     for (std::size_t row = 0; row < profiles.size(); ++row) {
         if (!IsOn(profiles, row, "zip_discounts")) continue;
-        const std::string_view bytes = profiles.bytes(row, name);
-        const std::string text(bytes.substr(0, bytes.find('\0')));
+        const std::string text(WithoutEnd(profiles.bytes(row, name)));
         if (set.HasFile(text + ".ZP6")) continue;
         set.Doubt(profiles, row, profiles.column("zip_discounts"),
                   "asks for the profile's own ZIP table, and there is no zip-tables/{}.csv: the "
@@ -88,7 +87,26 @@ void CheckZipTables(CheckedSet& set) {
     }
 }
 
-constexpr SetCheck kChecks[] = {CheckNames, CheckClassMaps, CheckZipTables};
+/// Discounts that are written and switched off.
+void CheckSwitches(CheckedSet& set) {
+    const Table profiles = set.TableOf("PROFILE.FIL");
+    for (std::size_t row = 0; row < profiles.size(); ++row) {
+        if (IsOn(profiles, row, "zip_discount_count") && !IsOn(profiles, row, "zip_discounts")) {
+            set.Doubt(profiles, row, profiles.column("zip_discounts"),
+                      "switches the profile's discounts by postal codes off: none of them holds");
+        }
+        if (IsOn(profiles, row, "discount_file")) continue;
+        for (const Column& column : profiles.columns) {
+            if (!column.name.starts_with("group_") || !IsOn(profiles, row, column.name.c_str())) {
+                continue;
+            }
+            set.Doubt(profiles, row, column, "never holds: discount_file is 0");
+            break;
+        }
+    }
+}
+
+constexpr SetCheck kChecks[] = {CheckNames, CheckClassMaps, CheckZipTables, CheckSwitches};
 
 }  // namespace
 

@@ -121,7 +121,7 @@ constexpr Field kDisFields[] = {
 constexpr Field kDiscountWeightFields[] = {
     {"mark", 0, 1, kText, "Any character: the column is there. The first that is not ends them."},
     {"host_bytes", 1, 10, kText, "The host's."},
-    {"lowest_pounds", 11, 14, kText, "Lowest weight of the column, pounds."},
+    {"lowest_pounds", 11, 14, kText, "Lowest weight of the column, pounds. Percentages go by the column's number: they hold in the tariff's own break of that number, wherever it begins."},
 };
 
 constexpr Field kDiscountGroupFields[] = {

@@ -121,6 +121,10 @@ void PartnerChecks::AddTariff(const Fields& fields) {
     Tariff tariff;
     for (const std::string_view word : WordsOf(fields[2])) tariff.classes.emplace_back(word);
     tariff.breaks = WordsOf(fields[3]).size();
+    const std::string& date = fields[1];  // MM-DD-YYYY.
+    if (!day_.empty() && day_ < date.substr(6) + date.substr(0, 2) + date.substr(3, 2)) {
+        Warn(1, "is later than the day of level.csv: every shipment of the tariff is refused");
+    }
     if (!tariffs_.try_emplace(fields[0], std::move(tariff)).second) {
         Refuse(0, 0, "is the name of another row");
     }
@@ -136,11 +140,18 @@ void PartnerChecks::AddRates(const Fields& fields) {
     if (!tariff->scales[fields[1]].insert(class_code).second) {
         return Refuse(2, 0, "has its rates in another row");
     }
+    CheckRateCode(fields[1]);
     const std::size_t rates = WordsOf(fields[3]).size();
     if (rates == tariff->breaks) return;
     Refuse(3, std::min(rates, tariff->breaks),
            fmt::format("is at odds with the {} weight breaks of {}: a rate for each",
                        tariff->breaks, fields[0]));
+}
+
+void PartnerChecks::CheckRateCode(const std::string& scale) {
+    constexpr std::size_t kWhole = 6;
+    if (scale.size() >= kWhole || scale.find_first_not_of("0123456789") == scale.npos) return;
+    Warn(1, "counts as a number on bills, whose rate code is the digits that it begins with, or 0");
 }
 
 void PartnerChecks::AddLane(const Fields& fields) {

@@ -28,7 +28,9 @@ class PartnerChecks {
     };
     using Locate = std::function<Spot(std::size_t field, std::size_t cell)>;
 
-    explicit PartnerChecks(Findings& findings) : findings_(findings) {}
+    /// `day` is the one that the engine is sent, YYYYMMDD; empty when the set has none.
+    PartnerChecks(Findings& findings, std::string day)
+        : findings_(findings), day_(std::move(day)) {}
 
     /// The tables come in their order. `file` is the sheet or the file, as places name it.
     void Begin(const PartnerTable& table, std::string file, bool is_as_it_is, Locate locate);
@@ -83,12 +85,14 @@ class PartnerChecks {
 
     void AddTariff(const Fields& fields);
     void AddRates(const Fields& fields);
+    void CheckRateCode(const std::string& scale);
     void AddLane(const Fields& fields);
     void AddPoint(const Fields& fields);
     void AddTransit(const Fields& fields);
     void TellHidden(const RangeRows& rows);
 
     Findings& findings_;
+    std::string day_;
     const PartnerTable* table_ = nullptr;
     std::string file_;
     bool is_as_it_is_ = false;

@@ -6,6 +6,7 @@
 #include <span>
 
 #include "tariffs/families/family.h"
+#include "tariffs/file_names.h"
 #include "text/code_page.h"
 
 namespace cwt {
@@ -207,9 +208,21 @@ void PartnerExport::TellLetters(const PartnerTable& table, std::string_view byte
                    "several characters, and so they are in the sheet");
 }
 
+/// The day of a set's level file, YYYYMMDD; empty when it has none.
+std::string LevelDay(const std::string& set, const Files& files) {
+    const Family& family = *FamilyOf("LVL");
+    const auto level = files.find(FileNameOf(family, set));
+    if (level == files.end() || level->second.size() < family.record_size) return {};
+    std::string day;
+    for (const Column& column : ColumnsOf(family.fields)) {
+        if (column.field->kind == Kind::kDate) day = column.In(level->second);
+    }
+    return day.find_first_not_of("0123456789") == day.npos ? day : "";
+}
+
 void ReadPartnerFiles(FolderReader& folder, Files& files) {
     Findings& findings = folder.findings();
-    PartnerChecks checks(findings);
+    PartnerChecks checks(findings, LevelDay(folder.set(), files));
     for (const PartnerTable& table : PartnerTables()) {
         const auto sheet = folder.Sheet(table.SheetName());
         const auto file = folder.Sheet(table.FileName());

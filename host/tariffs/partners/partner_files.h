@@ -27,7 +27,7 @@ class PartnerExport {
     FolderWriter& folder_;
     Findings& findings_;
     Findings checked_;  ///< What a build will tell.
-    PartnerChecks checks_{checked_};
+    PartnerChecks checks_{checked_, ""};
 };
 
 /// Makes the files of a folder, checks them, and with them the names of tariffs in the set's own

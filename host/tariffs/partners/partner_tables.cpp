@@ -19,7 +19,7 @@ constexpr PartnerColumn kTariffColumns[] = {
     {"breaks_pounds", kBreaks, "Lowest weight of each of 1 to 20 weight breaks, pounds, between blanks; they ascend from 1 to at most 99999."}};
 constexpr PartnerColumn kRateColumns[] = {
     {"tariff", kTariff, "A tariff of tariffs.csv."},
-    {"scale", kText, "Name of the scale: the rates that lanes share. Its letters are the rate code on a bill.", 6, true},
+    {"scale", kText, "Name of the scale: the rates that lanes share. It is the rate code on a bill: six characters as they are, fewer as a number of six digits (002041 of 2041, 000000 of letters).", 6, true},
     {"class", kText, "A class of the tariff; a scale has a row for each. Of FAK it may be anything.", 7},
     {"rate_dollars", kRates, "Dollars per hundredweight at each weight break of the tariff, two decimals."}};
 constexpr PartnerColumn kLaneColumns[] = {

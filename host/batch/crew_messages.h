@@ -11,12 +11,14 @@
 
 namespace cwt {
 
-enum CrewMessage : std::uint32_t {
-    kReady,      ///< The session is there; what the partners said.
-    kNoSession,  ///< No session can be had; the reason.
-    kBrokenRow,  ///< The row that was last told could not be rated; the reason.
-    kRate,       ///< A block, with the answers to some of its rows.
-    kRated,      ///< The answer.
+struct CrewMessage {
+    enum Kind : std::uint32_t {
+        kReady,      ///< The session is there; what the partners said.
+        kNoSession,  ///< No session can be had; the reason.
+        kBrokenRow,  ///< The row that was last told could not be rated; the reason.
+        kRate,       ///< A block, with the answers to some of its rows.
+        kRated,      ///< The answer.
+    };
 };
 
 struct Job {

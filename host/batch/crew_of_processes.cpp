@@ -46,9 +46,9 @@ void Work(const CrewTerms& terms, Foreman& foreman) {
     try {
         session.emplace(Fixed(terms.sources));
     } catch (const std::exception& error) {
-        return foreman.Send({kNoSession, reason(error)});
+        return foreman.Send({CrewMessage::kNoSession, reason(error)});
     }
-    foreman.Send({kReady, session->said()});
+    foreman.Send({CrewMessage::kReady, session->said()});
     while (const auto message = foreman.Receive()) {
         const Job job = ReadJob(message->bytes);
         try {
@@ -56,9 +56,9 @@ void Work(const CrewTerms& terms, Foreman& foreman) {
                                       [&](std::uint32_t place) { foreman.Tell(place + 1); });
             foreman.Tell(0);
             if (job.packed) answer.bytes = Pack(terms.packing, answer.bytes);
-            foreman.Send({kRated, WriteAnswer(answer)});
+            foreman.Send({CrewMessage::kRated, WriteAnswer(answer)});
         } catch (const std::exception& error) {
-            return foreman.Send({kBrokenRow, reason(error)});
+            return foreman.Send({CrewMessage::kBrokenRow, reason(error)});
         }
     }
 }
@@ -143,7 +143,7 @@ class CrewOfProcesses : public Crew {
     }
 
     void Assign(Worker& worker, Task task) {
-        worker.process->Send({kRate, WriteJob(task.JobAtHand())});
+        worker.process->Send({CrewMessage::kRate, WriteJob(task.JobAtHand())});
         if (worker.tasks.empty()) worker.since = Clock::now();
         worker.tasks.push_back(std::move(task));
     }
@@ -152,15 +152,15 @@ class CrewOfProcesses : public Crew {
     void See(Worker& worker) {
         while (auto message = worker.process->Receive()) {
             switch (message->kind) {
-                case kReady:
+                case CrewMessage::kReady:
                     worker.is_ready = is_loaded_ = true;
                     worker.since = Clock::now();
                     terms_.when_loaded();
                     if (said_.empty()) said_ = message->bytes;
                     break;
-                case kNoSession:
+                case CrewMessage::kNoSession:
                     throw Broken(message->bytes);
-                case kBrokenRow:
+                case CrewMessage::kBrokenRow:
                     return Replace(worker, message->bytes);
                 default:
                     Note(worker, ReadAnswer(message->bytes));

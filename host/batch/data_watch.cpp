@@ -22,11 +22,11 @@ namespace {
 namespace fs = std::filesystem;
 
 bool IsOfABatch(std::string_view name) {
-    constexpr std::string_view kEndings[] = {".ndjson", ".jsonl",   ".csv",     ".json",
-                                             ".html",   ".gz",      ".zst",     ".sqlite",
-                                             ".db",     ".partial", ".journal", ".partial-journal",
-                                             ".log"};
-    for (const std::string_view ending : kEndings) {
+    constexpr std::string_view kRowEndings[] = {
+        ".ndjson", ".jsonl",  ".csv", ".json",    ".html",    ".gz",
+        ".zst",    ".sqlite", ".db",  ".partial", ".journal", ".partial-journal",
+        ".log"};
+    for (const std::string_view ending : kRowEndings) {
         if (name.ends_with(ending)) return true;
     }
     return false;

@@ -14,8 +14,8 @@
 namespace cwt {
 namespace {
 
-constexpr const char* kTableNames[kTables] = {"bills", "lines", "refusals"};
-constexpr const char* kKeys[kTables] = {"PRIMARY KEY(row)", "PRIMARY KEY(row, line)", ""};
+constexpr const char* kTableNames[kTableCount] = {"bills", "lines", "refusals"};
+constexpr const char* kKeys[kTableCount] = {"PRIMARY KEY(row)", "PRIMARY KEY(row, line)", ""};
 
 std::string Quoted(const std::string& name) {
     std::string quoted = "\"";
@@ -37,7 +37,7 @@ std::string CreateTable(std::size_t table, const std::vector<TableColumn>& colum
     }
     if (*kKeys[table] != '\0') sql += std::string(", ") + kKeys[table];
     return fmt::format("CREATE TABLE {}({}){}", kTableNames[table], sql,
-                       table == kLines ? " WITHOUT ROWID" : "");
+                       table == kLinesTable ? " WITHOUT ROWID" : "");
 }
 
 template <class Number>
@@ -168,7 +168,7 @@ class RowDatabase::Connection {
 
     void CreateTables() {
         Begin();
-        for (std::size_t table = 0; table < kTables; ++table) {
+        for (std::size_t table = 0; table < kTableCount; ++table) {
             Run(CreateTable(table, tables_[table]));
         }
         Run("CREATE TABLE batch_state(state TEXT)");
@@ -177,7 +177,7 @@ class RowDatabase::Connection {
     }
 
     void RequireSameTables() const {
-        for (std::size_t table = 0; table < kTables; ++table) {
+        for (std::size_t table = 0; table < kTableCount; ++table) {
             const std::string sql = Text(
                 fmt::format("SELECT sql FROM sqlite_schema WHERE name = '{}'", kTableNames[table]));
             if (sql == CreateTable(table, tables_[table])) continue;
@@ -186,7 +186,7 @@ class RowDatabase::Connection {
     }
 
     void PrepareInserts() {
-        for (std::size_t table = 0; table < kTables; ++table) {
+        for (std::size_t table = 0; table < kTableCount; ++table) {
             std::string parameters = "?";
             for (std::size_t i = 1; i < tables_[table].size(); ++i) parameters += ",?";
             inserts_[table] =
@@ -197,7 +197,7 @@ class RowDatabase::Connection {
     std::string path_;
     RowTables tables_;
     std::unique_ptr<sqlite3, Close> database_;
-    std::array<Statement, kTables> inserts_;
+    std::array<Statement, kTableCount> inserts_;
     bool finished_ = false;
 };
 

@@ -17,7 +17,7 @@ class DatabaseForm : public RowForm {
     void Append(std::string& out, const Row& row) const override {
         const std::string number = fmt::to_string(row.number);
         const Verdict verdict = VerdictOf(row);
-        out += static_cast<char>(kBills);
+        out += static_cast<char>(kBillsTable);
         AppendCells(out, {number, row.id, verdict.status});
         const auto* const bill = std::get_if<Bill>(&row.outcome);
         AppendCells(out, ColumnsBeforeLines(), bill);
@@ -50,7 +50,7 @@ class DatabaseForm : public RowForm {
     static void AppendLines(std::string& out, const std::string& number,
                             const std::vector<BillLine>& lines) {
         for (std::size_t i = 0; i < lines.size(); ++i) {
-            out += static_cast<char>(kLines);
+            out += static_cast<char>(kLinesTable);
             AppendCells(out, {number, fmt::to_string(i + 1)});
             AppendCells(out, LineColumns(), &lines[i]);
         }
@@ -59,7 +59,7 @@ class DatabaseForm : public RowForm {
     static void AppendRefusals(std::string& out, const std::string& number,
                                const Refusals& refusals) {
         for (const Refusal& refusal : refusals) {
-            out += static_cast<char>(kRefusals);
+            out += static_cast<char>(kRefusalsTable);
             AppendCells(
                 out, {number, refusal.place,
                       refusal.code > 0 ? fmt::to_string(refusal.code) : std::string(), refusal.text,

@@ -23,7 +23,7 @@ void AddColumns(std::vector<TableColumn>& table, const Columns& columns) {
 
 RowTables MakeRowTables(const std::vector<std::string>& passed) {
     RowTables tables;
-    std::vector<TableColumn>& bills = tables[kBills];
+    std::vector<TableColumn>& bills = tables[kBillsTable];
     bills = {{"row", kWhole}, {"id", kText}, {"status", kText}};
     AddColumns(bills, ColumnsBeforeLines());
     AddColumns(bills, ColumnsBehindLines());
@@ -32,10 +32,10 @@ RowTables MakeRowTables(const std::vector<std::string>& passed) {
     taken.reserve(bills.size());
     for (const TableColumn& column : bills) taken.push_back(column.name);
     for (const std::string& name : PassedNames(passed, taken)) bills.push_back({name, kText});
-    tables[kLines] = {{"row", kWhole}, {"line", kWhole}};
-    AddColumns(tables[kLines], LineColumns());
-    tables[kRefusals] = {{"row", kWhole}, {"place", kText},   {"code", kWhole},
-                         {"text", kText}, {"written", kText}, {"alternatives", kText}};
+    tables[kLinesTable] = {{"row", kWhole}, {"line", kWhole}};
+    AddColumns(tables[kLinesTable], LineColumns());
+    tables[kRefusalsTable] = {{"row", kWhole}, {"place", kText},   {"code", kWhole},
+                              {"text", kText}, {"written", kText}, {"alternatives", kText}};
     return tables;
 }
 

@@ -11,7 +11,7 @@
 
 namespace cwt {
 
-enum Table : unsigned char { kBills, kLines, kRefusals, kTables };
+enum RowTable : unsigned char { kBillsTable, kLinesTable, kRefusalsTable, kTableCount };
 
 struct TableColumn {
     std::string name;
@@ -19,7 +19,7 @@ struct TableColumn {
 };
 
 /// The columns of each table.
-using RowTables = std::array<std::vector<TableColumn>, kTables>;
+using RowTables = std::array<std::vector<TableColumn>, kTableCount>;
 
 RowTables MakeRowTables(const std::vector<std::string>& passed);
 

@@ -20,13 +20,13 @@ std::string ClassesOf(const BatchRow& row) {
 }
 
 /// A figure that each side has; of a rated row alone unless told.
-struct Figure {
+struct ComparedFigure {
     const char* name;
     std::string (*text)(const BatchRow&);
     bool always = false;
 };
 
-constexpr Figure kFigures[] = {
+constexpr ComparedFigure kFigures[] = {
     {"status", [](const BatchRow& row) { return std::string(StatusWord(row.status)); }, true},
     {"reason", [](const BatchRow& row) { return row.reason; }, true},
     {"tariff", [](const BatchRow& row) { return row.tariff; }},
@@ -51,7 +51,8 @@ constexpr Figure kFigures[] = {
 
 std::string PairHeader() {
     std::string header = "row,id,origin_zip,destination_zip,total_weight";
-    for (const Figure& figure : kFigures) header += fmt::format(",{0}_old,{0}_new", figure.name);
+    for (const ComparedFigure& figure : kFigures)
+        header += fmt::format(",{0}_old,{0}_new", figure.name);
     return header + ",change,change_percent\r\n";
 }
 
@@ -63,7 +64,7 @@ std::string PairRow(const BatchRow& old_row, const BatchRow& new_row) {
     const auto add = [&](const std::string& field) { AppendCsvField(text += ',', field); };
     for (const std::string* field : {&old_row.id, &known.origin, &known.destination}) add(*field);
     add(WholeOrEmpty(known.total_weight));
-    for (const Figure& figure : kFigures) {
+    for (const ComparedFigure& figure : kFigures) {
         for (const BatchRow* row : {&old_row, &new_row}) {
             const bool shown = figure.always || row->status == RowStatus::kRated;
             add(shown ? figure.text(*row) : "");

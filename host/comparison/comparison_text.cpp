@@ -9,7 +9,7 @@
 namespace cwt {
 namespace {
 
-constexpr std::size_t kColumns = 80;
+constexpr std::size_t kTerminalColumns = 80;
 
 /// How many characters a text of UTF-8 has.
 std::size_t Length(const std::string& text) {
@@ -53,7 +53,7 @@ std::string DistributionText(const Measure& measure) {
         name_width = std::max(name_width, Length(BandText(measure, band)));
     }
     const std::size_t count_width = Grouped(fmt::to_string(most)).size();
-    const auto longest = static_cast<int64_t>(kColumns - 6 - name_width - count_width);
+    const auto longest = static_cast<int64_t>(kTerminalColumns - 6 - name_width - count_width);
     std::string text = fmt::format("\n{}\n", measure.title);
     for (const auto& band : bands) {
         const std::string name = BandText(measure, band);

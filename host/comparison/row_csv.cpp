@@ -15,33 +15,33 @@ namespace {
 
 using Record = std::vector<std::string>;
 
-enum class Kind { kText, kAmount, kWhole, kWholeOrEmpty, kAmountOrEmpty };
+enum class RowCellKind { kText, kAmount, kWhole, kWholeOrEmpty, kAmountOrEmpty };
 
 /// A column of a rated row.
 struct RowColumn {
     const char* name;
-    Kind kind;
+    RowCellKind kind;
     std::string BatchRow::*text = nullptr;
     int64_t BatchRow::*number = nullptr;
 };
 
-constexpr RowColumn kColumns[] = {
-    {"tariff", Kind::kText, &BatchRow::tariff},
-    {"tariff_date", Kind::kText, &BatchRow::tariff_date},
-    {"origin_zip", Kind::kText, &BatchRow::origin},
-    {"destination_zip", Kind::kText, &BatchRow::destination},
-    {"deficit_weight", Kind::kWholeOrEmpty, nullptr, &BatchRow::deficit_weight},
-    {"deficit_charge", Kind::kAmountOrEmpty, nullptr, &BatchRow::deficit_charge},
-    {"total_weight", Kind::kWhole, nullptr, &BatchRow::total_weight},
-    {"billed_weight", Kind::kWhole, nullptr, &BatchRow::billed_weight},
-    {"weight_break", Kind::kWholeOrEmpty, nullptr, &BatchRow::weight_break},
-    {"gross_charge", Kind::kAmount, nullptr, &BatchRow::gross},
-    {"discount_percent", Kind::kAmount, nullptr, &BatchRow::discount_percent},
-    {"discount_amount", Kind::kAmount, nullptr, &BatchRow::discount},
-    {"net_charge", Kind::kAmount, nullptr, &BatchRow::net},
-    {"minimum_charge", Kind::kAmount, nullptr, &BatchRow::minimum},
-    {"surcharge", Kind::kAmount, nullptr, &BatchRow::surcharge},
-    {"total_due", Kind::kAmount, nullptr, &BatchRow::due},
+constexpr RowColumn kRowColumns[] = {
+    {"tariff", RowCellKind::kText, &BatchRow::tariff},
+    {"tariff_date", RowCellKind::kText, &BatchRow::tariff_date},
+    {"origin_zip", RowCellKind::kText, &BatchRow::origin},
+    {"destination_zip", RowCellKind::kText, &BatchRow::destination},
+    {"deficit_weight", RowCellKind::kWholeOrEmpty, nullptr, &BatchRow::deficit_weight},
+    {"deficit_charge", RowCellKind::kAmountOrEmpty, nullptr, &BatchRow::deficit_charge},
+    {"total_weight", RowCellKind::kWhole, nullptr, &BatchRow::total_weight},
+    {"billed_weight", RowCellKind::kWhole, nullptr, &BatchRow::billed_weight},
+    {"weight_break", RowCellKind::kWholeOrEmpty, nullptr, &BatchRow::weight_break},
+    {"gross_charge", RowCellKind::kAmount, nullptr, &BatchRow::gross},
+    {"discount_percent", RowCellKind::kAmount, nullptr, &BatchRow::discount_percent},
+    {"discount_amount", RowCellKind::kAmount, nullptr, &BatchRow::discount},
+    {"net_charge", RowCellKind::kAmount, nullptr, &BatchRow::net},
+    {"minimum_charge", RowCellKind::kAmount, nullptr, &BatchRow::minimum},
+    {"surcharge", RowCellKind::kAmount, nullptr, &BatchRow::surcharge},
+    {"total_due", RowCellKind::kAmount, nullptr, &BatchRow::due},
 };
 
 std::optional<int64_t> ParseWhole(const std::string& text) {
@@ -60,7 +60,7 @@ class CsvRowReader : public RowReader {
         if (names.size() < 3 || names[0] != "row" || names[1] != "id" || names[2] != "status") {
             records_.Break("the header of a batch's rows begins with row,id,status");
         }
-        for (const RowColumn& column : kColumns) places_.push_back(Find(column.name));
+        for (const RowColumn& column : kRowColumns) places_.push_back(Find(column.name));
         for (std::size_t i = 1; i <= kMostLines; ++i) {
             lines_.push_back({Find(fmt::format("class_{}", i)), Find(fmt::format("rated_as_{}", i)),
                               Find(fmt::format("weight_{}", i)),
@@ -120,15 +120,15 @@ class CsvRowReader : public RowReader {
 
     void ReadBill(BatchRow& row) const {
         for (std::size_t i = 0; i < places_.size(); ++i) {
-            const RowColumn& column = kColumns[i];
+            const RowColumn& column = kRowColumns[i];
             const std::string& field = record_[places_[i]];
-            const bool may_be_empty =
-                column.kind == Kind::kWholeOrEmpty || column.kind == Kind::kAmountOrEmpty;
-            if (column.kind == Kind::kText) {
+            const bool may_be_empty = column.kind == RowCellKind::kWholeOrEmpty ||
+                                      column.kind == RowCellKind::kAmountOrEmpty;
+            if (column.kind == RowCellKind::kText) {
                 row.*column.text = field;
             } else if (!may_be_empty || !field.empty()) {
-                const bool amount =
-                    column.kind == Kind::kAmount || column.kind == Kind::kAmountOrEmpty;
+                const bool amount = column.kind == RowCellKind::kAmount ||
+                                    column.kind == RowCellKind::kAmountOrEmpty;
                 row.*column.number = amount ? Amount(places_[i]) : Whole(places_[i]);
             }
         }

@@ -145,8 +145,8 @@ class RowEvents {
 
     RowDraft& draft_;
     std::vector<Open> levels_;
-    const Key* key_ = &kWhole;  ///< Of the next value; null: nobody reads it.
-    int ignored_ = 0;           ///< Levels in something that nobody reads.
+    const Key* key_ = &kWholeRow;  ///< Of the next value; null: nobody reads it.
+    int ignored_ = 0;              ///< Levels in something that nobody reads.
     std::string complaint_;
 };
 

@@ -94,7 +94,7 @@ inline constexpr Key kKeys[] = {
 };
 
 /// The row itself.
-inline constexpr Key kWhole = {.level = kNone, .name = "", .opens = kRow};
+inline constexpr Key kWholeRow = {.level = kNone, .name = "", .opens = kRow};
 
 inline bool IsList(Level level) {
     return level == kLines || level == kBreakList || level == kRefusals || level == kAlternatives;

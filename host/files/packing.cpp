@@ -12,7 +12,7 @@ constexpr int kGzipWindow = 15 + 16;  ///< The largest window, with gzip's heade
 constexpr int kGzipLevel = 4;
 constexpr int kZstandardLevel = 3;
 
-[[noreturn]] void Fail(const char* reason) {
+[[noreturn]] void FailToUnpack(const char* reason) {
     throw std::runtime_error(std::string("the packed file is damaged: ") + reason);
 }
 
@@ -65,7 +65,7 @@ class GzipUnpacker : public Unpacker {
         const int result = inflate(&stream_, Z_NO_FLUSH);
         packed.remove_prefix(packed.size() - stream_.avail_in);
         if (result != Z_OK && result != Z_STREAM_END && result != Z_BUF_ERROR) {
-            Fail(stream_.msg != nullptr ? stream_.msg : "no gzip");
+            FailToUnpack(stream_.msg != nullptr ? stream_.msg : "no gzip");
         }
         is_complete_ = result == Z_STREAM_END;
         return buffer.size() - stream_.avail_out;
@@ -90,7 +90,7 @@ class ZstandardUnpacker : public Unpacker {
         ZSTD_inBuffer in{packed.data(), packed.size(), 0};
         ZSTD_outBuffer out{buffer.data(), buffer.size(), 0};
         const std::size_t left = ZSTD_decompressStream(stream_, &out, &in);
-        if (ZSTD_isError(left) != 0) Fail(ZSTD_getErrorName(left));
+        if (ZSTD_isError(left) != 0) FailToUnpack(ZSTD_getErrorName(left));
         packed.remove_prefix(in.pos);
         is_complete_ = left == 0;
         return out.pos;

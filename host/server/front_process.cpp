@@ -15,11 +15,11 @@ std::unique_ptr<WorkerProcess> StartFrontProcess(const FrontTerms& terms) {
         IgnoreWishes();
         void* const module = LoadPartnerLibrary("cwt-front");
         void* const run = module == nullptr ? nullptr : FunctionOf(module, kFrontFunction);
-        if (run == nullptr) return foreman.Send({kBroken, PartnerLibraryError()});
+        if (run == nullptr) return foreman.Send({ServiceMessage::kBroken, PartnerLibraryError()});
         try {
             reinterpret_cast<FrontFunction*>(run)(terms, foreman);
         } catch (const std::exception& error) {
-            foreman.Send({kBroken, error.what()});
+            foreman.Send({ServiceMessage::kBroken, error.what()});
         }
     });
 }

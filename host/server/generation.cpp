@@ -43,19 +43,20 @@ void Keep(const Sources& sources, bool patient, Foreman& foreman) {
             patient = !data->Change().empty();
             if (patient) data.emplace(sources, false);
         }
-        foreman.Send({kReady, {}});
+        foreman.Send({ServiceMessage::kReady, {}});
         while (foreman.Receive()) {
             const std::string change = data->Change();
-            foreman.Send({change.empty() ? kUnchanged : kChanged, change});
+            foreman.Send(
+                {change.empty() ? ServiceMessage::kUnchanged : ServiceMessage::kChanged, change});
         }
     } catch (const std::exception& error) {
-        foreman.Send({kBroken, error.what()});
+        foreman.Send({ServiceMessage::kBroken, error.what()});
     }
 }
 
 void InspectOnce(const Sources& sources, Foreman& foreman) {
     IgnoreWishes();
-    foreman.Send({kReply, DocumentOf(Inspect(sources, {}))});
+    foreman.Send({ServiceMessage::kReply, DocumentOf(Inspect(sources, {}))});
 }
 
 }  // namespace
@@ -91,15 +92,15 @@ void Generation::SeeKeeper() {
     while (const auto message = keeper_->Receive()) {
         is_looking_ = false;
         switch (message->kind) {
-            case kReady:
+            case ServiceMessage::kReady:
                 Load();
                 break;
-            case kUnchanged:
+            case ServiceMessage::kUnchanged:
                 change_.clear();
                 pool_.Confirm();
                 if (phase_ == Phase::kLoading) phase_ = Phase::kServing;
                 break;
-            case kChanged:
+            case ServiceMessage::kChanged:
                 change_ = message->bytes;
                 next_look_ = Clock::now() + kStill;
                 if (phase_ == Phase::kLoading) Fail(change_ + " while the set was loaded");
@@ -144,7 +145,7 @@ void Generation::Look() {
     if (!is_wanted && !pool_wants) return;
     is_looking_ = true;
     looked_at_ = Clock::now();
-    keeper_->Send({kLook, {}});
+    keeper_->Send({ServiceMessage::kLook, {}});
 }
 
 void Generation::Fail(const std::string& reason) {

@@ -25,7 +25,7 @@ void Work(const Sources& sources, Foreman& foreman) {
         session.emplace(sources);
         session->Prepare();
         LiveFiles live(sources);
-        foreman.Send({kReady, session->said()});
+        foreman.Send({ServiceMessage::kReady, session->said()});
         while (const auto message = foreman.Receive()) {
             const Parcel asked = ReadParcel(message->bytes);
             DeskReply reply = AnswerRequest(*session, ReadRequest(asked.bytes));
@@ -34,11 +34,11 @@ void Work(const Sources& sources, Foreman& foreman) {
                 reply = ProblemReply(ProblemKind::kDataChanged,
                                      changed + " is not what it was when the rating began");
             }
-            foreman.Send(
-                {changed.empty() ? kReply : kStale, WriteParcel({asked.id, 0, WriteReply(reply)})});
+            foreman.Send({changed.empty() ? ServiceMessage::kReply : ServiceMessage::kStale,
+                          WriteParcel({asked.id, 0, WriteReply(reply)})});
         }
     } catch (const std::exception& error) {
-        foreman.Send({kBroken, error.what()});
+        foreman.Send({ServiceMessage::kBroken, error.what()});
     }
 }
 
@@ -96,15 +96,15 @@ void Pool::See() {
 
 void Pool::Take(Worker& worker, const Message& message) {
     switch (message.kind) {
-        case kReady:
+        case ServiceMessage::kReady:
             worker.state = State::kLoaded;
             worker.failures = 0;
             if (!message.bytes.empty()) LogEvent("partner-said", {{"text", message.bytes}});
             break;
-        case kReply:
+        case ServiceMessage::kReply:
             if (Deliver(worker, message.bytes)) worker.state = State::kIdle;
             break;
-        case kStale:
+        case ServiceMessage::kStale:
             if (Deliver(worker, message.bytes))
                 Lose(worker, ProblemKind::kDataChanged, "the data changed during a rating");
             break;
@@ -159,7 +159,7 @@ void Pool::Give(std::uint64_t id, const std::string& request) {
     worker.request = id;
     worker.state = State::kBusy;
     worker.since = Clock::now();
-    worker.process->Send({kAsk, WriteParcel({id, 0, request})});
+    worker.process->Send({ServiceMessage::kAsk, WriteParcel({id, 0, request})});
 }
 
 bool Pool::WantsLook() {

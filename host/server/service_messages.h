@@ -8,27 +8,29 @@
 
 namespace cwt {
 
-enum ServiceMessage : std::uint32_t {
-    // From a process that works for a generation.
-    kReady,      ///< It can begin; what it has to say.
-    kBroken,     ///< It cannot go on; the reason.
-    kReply,      ///< A parcel: the reply to a request.
-    kStale,      ///< The same, and the data that the process began with are no more.
-    kUnchanged,  ///< What was found at a look at the data.
-    kChanged,    ///< The same; the reason.
-    // To such a process.
-    kAsk,   ///< A parcel: a request.
-    kLook,  ///< Look at the data.
-    // From the front.
-    kListening,  ///< The address that it listens at.
-    kPin,        ///< A parcel: the current generation is wanted for more than one request.
-    kUnpin,      ///< A parcel: no longer.
-    kDone,       ///< All is answered, after kStop.
-    // To the front.
-    kPinned,  ///< A parcel, with the generation.
-    kState,   ///< How the service is, as JSON.
-    kSet,     ///< What the current tariff set is, as JSON.
-    kStop,    ///< Take no more connections, and end when all is answered.
+struct ServiceMessage {
+    enum Kind : std::uint32_t {
+        // From a process that works for a generation.
+        kReady,      ///< It can begin; what it has to say.
+        kBroken,     ///< It cannot go on; the reason.
+        kReply,      ///< A parcel: the reply to a request.
+        kStale,      ///< The same, and the data that the process began with are no more.
+        kUnchanged,  ///< What was found at a look at the data.
+        kChanged,    ///< The same; the reason.
+        // To such a process.
+        kAsk,   ///< A parcel: a request.
+        kLook,  ///< Look at the data.
+        // From the front.
+        kListening,  ///< The address that it listens at.
+        kPin,        ///< A parcel: the current generation is wanted for more than one request.
+        kUnpin,      ///< A parcel: no longer.
+        kDone,       ///< All is answered, after kStop.
+        // To the front.
+        kPinned,  ///< A parcel, with the generation.
+        kState,   ///< How the service is, as JSON.
+        kSet,     ///< What the current tariff set is, as JSON.
+        kStop,    ///< Take no more connections, and end when all is answered.
+    };
 };
 
 /// A request or its reply on the way through the supervisor.

@@ -84,20 +84,20 @@ class Supervisor {
         is_stopping_ = true;
         generations_.Stop();
         LogEvent("stopping", {});
-        front_->Send({kStop, {}});
+        front_->Send({ServiceMessage::kStop, {}});
     }
 
     void SeeFront() {
         while (const auto message = front_->Receive()) {
-            if (message->kind == kListening) {
+            if (message->kind == ServiceMessage::kListening) {
                 has_listened_ = true;
                 LogEvent("listening", {{"address", message->bytes}});
                 terms_.front.address.port =
                     std::stoi(message->bytes.substr(message->bytes.rfind(':') + 1));
-            } else if (message->kind == kDone) {
+            } else if (message->kind == ServiceMessage::kDone) {
                 is_done_ = true;
                 front_->Finish();
-            } else if (message->kind == kBroken) {
+            } else if (message->kind == ServiceMessage::kBroken) {
                 if (!has_listened_) throw Broken(message->bytes);
                 LogEvent("front-broken", {{"reason", message->bytes}});
             } else {
@@ -121,12 +121,12 @@ class Supervisor {
     }
 
     void TakeParcel(std::uint32_t kind, Parcel parcel) {
-        if (kind == kPin) {
+        if (kind == ServiceMessage::kPin) {
             Generation* const current = generations_.current();
             if (current != nullptr) ++current->pins;
             const std::uint64_t number = current == nullptr ? 0 : current->number();
-            front_->Send({kPinned, WriteParcel({parcel.id, number, {}})});
-        } else if (kind == kUnpin) {
+            front_->Send({ServiceMessage::kPinned, WriteParcel({parcel.id, number, {}})});
+        } else if (kind == ServiceMessage::kUnpin) {
             if (Generation* const pinned = generations_.Find(parcel.generation)) --pinned->pins;
         } else if (parcel.generation != 0) {
             pinned_.push_back({std::move(parcel)});
@@ -138,7 +138,7 @@ class Supervisor {
     }
 
     void Reply(std::uint64_t id, std::string reply) {
-        front_->Send({kReply, WriteParcel({id, 0, std::move(reply)})});
+        front_->Send({ServiceMessage::kReply, WriteParcel({id, 0, std::move(reply)})});
     }
 
     void Refuse(std::uint64_t id, ProblemKind kind, const std::string& why) {
@@ -207,7 +207,7 @@ class Supervisor {
         const std::uint64_t number = current == nullptr ? 0 : current->number();
         if (told_set_ != number) {
             told_set_ = number;
-            front_->Send({kSet, current->set()});
+            front_->Send({ServiceMessage::kSet, current->set()});
         }
         const std::string& failure = generations_.failure();
         Json state = {{"generation", number},
@@ -221,7 +221,8 @@ class Supervisor {
         told_ = std::move(text);
         told_at_ = Clock::now();
         state["queue"] = waiting_.size();
-        front_->Send({kState, state.dump(-1, ' ', false, Json::error_handler_t::replace)});
+        front_->Send(
+            {ServiceMessage::kState, state.dump(-1, ' ', false, Json::error_handler_t::replace)});
     }
 
     ServiceTerms terms_;

@@ -9,7 +9,6 @@
 namespace cwt {
 namespace {
 
-constexpr std::size_t kBreaks = 9;
 constexpr std::size_t kValuesInSet = 11;  // Nine percentages, a flat one and a floor.
 
 /// How the selector chooses a group: both points of service 'D' in one state, in two; otherwise in
@@ -70,8 +69,8 @@ DiscountOrigin DiscountOfGroup(const RatedShipment& rated, std::size_t weight_br
     };
     origin.has_values = true;
     origin.percent = value(weight_break);
-    origin.flat = value(kBreaks);
-    origin.floor = value(kBreaks + 1);
+    origin.flat = value(kDiscountBreaks);
+    origin.floor = value(kDiscountBreaks + 1);
     return origin;
 }
 

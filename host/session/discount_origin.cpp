@@ -9,7 +9,6 @@ namespace {
 
 constexpr char kFromGroup = 'C';
 constexpr char kFromEntry = 'P';
-constexpr char kFromZipRecord = 'Z';
 
 DiscountOrigin FromEntry(const RatedShipment& rated) {
     if (!rated.shipment.discount) {

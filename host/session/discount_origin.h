@@ -10,6 +10,11 @@
 
 namespace cwt {
 
+/// Percentages that a discount has at most, one a weight break.
+inline constexpr std::size_t kDiscountBreaks = 9;
+/// What DiscountSource says of a ZIP or state record of the profile.
+inline constexpr char kFromZipRecord = 'Z';
+
 struct DiscountOrigin {
     std::string words;                 ///< A sentence.
     std::vector<Source> sources = {};  ///< Of the sentence.

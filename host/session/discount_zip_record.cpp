@@ -12,8 +12,6 @@
 namespace cwt {
 namespace {
 
-constexpr std::size_t kBreaks = 9;
-
 /// A postal code as ranges of the profile are searched by it: a short letter code stands for all
 /// codes that begin with it.
 std::array<char, 7> ZipKey(const char (&zip)[7], std::size_t length) {
@@ -63,7 +61,7 @@ std::optional<int> FindZipRecord(const RatedShipment& rated) {
 
 bool HasSettled(const RateContext& context, const ZipDiscountRecord& record) {
     bool agrees = context.DiscountFloor == ValueOf(record.Floor);
-    for (std::size_t i = 0; i < kBreaks; ++i) {
+    for (std::size_t i = 0; i < kDiscountBreaks; ++i) {
         const float percent = context.DiscountBreakPercent[i];
         agrees = agrees && percent == ValueOf(record.BreakPercent[i]);
     }

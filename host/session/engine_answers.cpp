@@ -13,7 +13,6 @@ namespace cwt {
 namespace {
 
 constexpr int32_t kStandardTables = 0;
-constexpr int32_t kEngineTables = 1;
 
 }  // namespace
 

@@ -12,6 +12,9 @@ namespace cwt {
 /// The class of freight of all kinds.
 inline constexpr const char* kAllKinds = "FAK";
 
+/// What SetClassesAndWeights is told to take the engine\'s tables by.
+inline constexpr int32_t kEngineTables = 1;
+
 struct WeightBreak {
     std::string label;
     int weight = 0;  ///< The lowest of it, in pounds.

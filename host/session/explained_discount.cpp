@@ -12,8 +12,6 @@
 namespace cwt {
 namespace {
 
-constexpr std::size_t kBreaks = 9;
-
 /// A percentage in hundredths, rounded as it is sent to the engine.
 int64_t Hundredths(float percent) {
     return static_cast<int64_t>(std::nearbyint(double{percent * 100.0F}));
@@ -21,10 +19,11 @@ int64_t Hundredths(float percent) {
 
 /// How many percentages the engine is sent: the defaults may end the list behind a break.
 std::size_t CountSent(const RateContext& context) {
-    if (context.DefBreakCount[0] == '\0') return kBreaks;
+    if (context.DefBreakCount[0] == '\0') return kDiscountBreaks;
     const int cut = std::atoi(TextOf(context.DefBreakIndex).c_str()) +
                     std::atoi(TextOf(context.DefBreakCount).c_str());
-    return cut >= 0 && cut < static_cast<int>(kBreaks) ? static_cast<std::size_t>(cut) : kBreaks;
+    return cut >= 0 && cut < static_cast<int>(kDiscountBreaks) ? static_cast<std::size_t>(cut)
+                                                               : kDiscountBreaks;
 }
 
 /// Which percentage of the list the bill's break takes: a break behind the list's end the last.
@@ -37,7 +36,6 @@ std::optional<std::size_t> PlaceInList(const RatedShipment& rated) {
 
 /// Entered values and those of groups reach as many weight breaks as the discount file has columns.
 bool IsCarried(const RateContext& context, std::size_t place) {
-    constexpr char kFromZipRecord = 'Z';
     return context.DiscountSource == kFromZipRecord ||
            static_cast<int32_t>(place) < context.DiscBreakCount;
 }

@@ -45,7 +45,7 @@ void ErrorOutput::GiveBack() {
 }
 
 std::string ErrorOutput::Text() const {
-    constexpr std::size_t kMostLines = 8;
+    constexpr std::size_t kMostToldLines = 8;
     if (file_ == nullptr) return {};
     std::fflush(stderr);
     std::rewind(file_);
@@ -60,9 +60,10 @@ std::string ErrorOutput::Text() const {
     for (std::string line; std::getline(lines, line);) {
         while (!line.empty() && line.back() == '\r') line.pop_back();
         if (line.empty() || !told.insert(line).second) continue;
-        if (told.size() <= kMostLines) text += (text.empty() ? "" : "; ") + Printable(line);
+        if (told.size() <= kMostToldLines) text += (text.empty() ? "" : "; ") + Printable(line);
     }
-    if (told.size() > kMostLines) text += fmt::format("; {} lines more", told.size() - kMostLines);
+    if (told.size() > kMostToldLines)
+        text += fmt::format("; {} lines more", told.size() - kMostToldLines);
     return text;
 }
 

@@ -29,7 +29,6 @@ constexpr int32_t kEngineFailed = 133;
 constexpr int32_t kNoOwnZipTable = 436;
 constexpr int32_t kNoPointCode = 501;
 constexpr std::size_t kZipRecord = 12;  // Bytes of a ZIP table's record.
-constexpr int32_t kEngineTables = 1;
 constexpr int32_t kSettleList = 0;
 
 /// A point that the engine could not place.

@@ -14,7 +14,6 @@
 namespace cwt {
 namespace {
 
-constexpr int32_t kEngineTables = 1;
 constexpr std::size_t kMostLanes = 20;
 constexpr const char* kNoCity = "None of the above";
 constexpr const char* kNoCityState = "**";

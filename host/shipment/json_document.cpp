@@ -12,7 +12,7 @@
 namespace cwt {
 namespace {
 
-using Json = nlohmann::json;
+using JsonValue = nlohmann::json;
 
 constexpr std::size_t kLongestKey = 64;  // That is shown of one.
 
@@ -21,24 +21,24 @@ class RepeatedKeys {
  public:
     explicit RepeatedKeys(Refusals& refusals) : refusals_(refusals) {}
 
-    void Note(Json::parse_event_t event, const Json& parsed) {
+    void Note(JsonValue::parse_event_t event, const JsonValue& parsed) {
         switch (event) {
-            case Json::parse_event_t::object_start:
-            case Json::parse_event_t::array_start:
-                levels_.push_back({.is_array = event == Json::parse_event_t::array_start});
+            case JsonValue::parse_event_t::object_start:
+            case JsonValue::parse_event_t::array_start:
+                levels_.push_back({.is_array = event == JsonValue::parse_event_t::array_start});
                 break;
-            case Json::parse_event_t::object_end:
-            case Json::parse_event_t::array_end:
+            case JsonValue::parse_event_t::object_end:
+            case JsonValue::parse_event_t::array_end:
                 levels_.pop_back();
                 CountEntry();
                 break;
-            case Json::parse_event_t::key:
+            case JsonValue::parse_event_t::key:
                 levels_.back().key = parsed.get_ref<const std::string&>();
                 if (!levels_.back().keys.insert(levels_.back().key).second) {
                     refusals_.push_back({Place(), "the key is there twice"});
                 }
                 break;
-            case Json::parse_event_t::value:
+            case JsonValue::parse_event_t::value:
                 CountEntry();
                 break;
         }
@@ -87,7 +87,7 @@ std::string LineAndColumn(std::string_view text, std::size_t bytes_read) {
 
 }  // namespace
 
-Json ParseJson(std::string_view text, Refusals& refusals) {
+JsonValue ParseJson(std::string_view text, Refusals& refusals) {
     constexpr int kDeepest = 32;  // Levels; a shipment has three.
     constexpr int kMost = 2000;   // Keys and values; a shipment has some eighty.
     // The parser takes a zero byte for the end.
@@ -98,21 +98,21 @@ Json ParseJson(std::string_view text, Refusals& refusals) {
     RepeatedKeys repeated(refusals);
     int count = 0;
     try {
-        return Json::parse(text.begin(), text.end(),
-                           [&](int depth, Json::parse_event_t event, Json& parsed) {
-                               if (depth > kDeepest) throw TooDeep();
-                               if (++count > kMost) throw TooMany();
-                               repeated.Note(event, parsed);
-                               return true;
-                           });
+        return JsonValue::parse(text.begin(), text.end(),
+                                [&](int depth, JsonValue::parse_event_t event, JsonValue& parsed) {
+                                    if (depth > kDeepest) throw TooDeep();
+                                    if (++count > kMost) throw TooMany();
+                                    repeated.Note(event, parsed);
+                                    return true;
+                                });
     } catch (const TooDeep&) {
         refusals = {{"", "too many levels of lists and objects"}};
     } catch (const TooMany&) {
         refusals = {{"", "more keys and values than any shipment has"}};
-    } catch (const Json::parse_error& error) {
+    } catch (const JsonValue::parse_error& error) {
         refusals = {
             {LineAndColumn(text, error.byte), "this is no JSON in UTF-8, or it ends too early"}};
-    } catch (const Json::out_of_range&) {
+    } catch (const JsonValue::out_of_range&) {
         refusals = {{"", "a number is too large for JSON"}};
     }
     return nullptr;

@@ -16,7 +16,7 @@
 namespace cwt {
 namespace {
 
-using Json = nlohmann::json;
+using JsonValue = nlohmann::json;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kDigits = "0123456789";
@@ -50,7 +50,7 @@ std::optional<double> NumberOf(std::string_view text) {
 }
 
 /// A ZIP that became a number on the way has lost its leading zeros.
-Json PostalCodeValue(std::string_view cell) {
+JsonValue PostalCodeValue(std::string_view cell) {
     const std::string_view digits = cell.ends_with(".0") ? cell.substr(0, cell.size() - 2) : cell;
     constexpr std::size_t kZipSize = 5;
     if (!IsDigits(digits) || digits.size() > kZipSize) return cell;
@@ -58,18 +58,18 @@ Json PostalCodeValue(std::string_view cell) {
 }
 
 /// Numbers are read where they are wanted: "70.0" is the class 70, and "070" is none.
-Json CellValue(CellKind kind, std::string_view cell) {
+JsonValue CellValue(CellKind kind, std::string_view cell) {
     const std::optional<double> number = NumberOf(cell);
     switch (kind) {
         case CellKind::kPostalCode:
             return PostalCodeValue(cell);
         case CellKind::kClass:
-            return number && cell.find('.') != cell.npos ? Json(*number) : Json(cell);
+            return number && cell.find('.') != cell.npos ? JsonValue(*number) : JsonValue(cell);
         case CellKind::kNumber:
-            return number ? Json(*number) : Json(cell);
+            return number ? JsonValue(*number) : JsonValue(cell);
         case CellKind::kFlag: {
             const std::string word = UpperCase(cell);
-            return word == "TRUE" || word == "FALSE" ? Json(word == "TRUE") : Json(cell);
+            return word == "TRUE" || word == "FALSE" ? JsonValue(word == "TRUE") : JsonValue(cell);
         }
         case CellKind::kText:
             break;
@@ -122,9 +122,10 @@ class CsvReader : public ShipmentReader {
     }
 
     /// The shipment in its JSON form, and what nobody reads.
-    Json TakeFields(std::vector<std::string>& passed) {
-        Json shipment = {{"origin", Json::object()}, {"destination", Json::object()}};
-        std::array<Json, kMostLines> lines;
+    JsonValue TakeFields(std::vector<std::string>& passed) {
+        JsonValue shipment = {{"origin", JsonValue::object()},
+                              {"destination", JsonValue::object()}};
+        std::array<JsonValue, kMostLines> lines;
         auto next_passed = passed.begin();
         for (std::size_t i = 0; i < fields_.size(); ++i) {
             const ShipmentColumn* const column = header_.columns[i];
@@ -134,12 +135,13 @@ class CsvReader : public ShipmentReader {
             }
             const std::string_view cell = WithoutBlanksAround(fields_[i]);
             if (cell.empty()) continue;
-            Json& object = column->line != kNoLine  ? lines[static_cast<std::size_t>(column->line)]
-                           : column->object.empty() ? shipment
-                                                    : shipment[column->object];
+            JsonValue& object = column->line != kNoLine
+                                    ? lines[static_cast<std::size_t>(column->line)]
+                                : column->object.empty() ? shipment
+                                                         : shipment[column->object];
             object[column->key] = CellValue(column->kind, cell);
         }
-        for (Json& line : lines) {
+        for (JsonValue& line : lines) {
             if (!line.is_null()) shipment["lines"].push_back(std::move(line));
         }
         return shipment;

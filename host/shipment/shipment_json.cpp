@@ -17,7 +17,7 @@
 namespace cwt {
 namespace {
 
-using Json = nlohmann::json;
+using JsonValue = nlohmann::json;
 
 constexpr int kHighestWeight = 999999;
 constexpr int kHighestBreakIndex = 19;
@@ -27,7 +27,7 @@ constexpr const char* kShipmentSchema = "hundredweight/shipment/1";
 /// value a default, so that one reading finds all faults.
 class Section {
  public:
-    Section(const Json& json, std::string place, Refusals& refusals)
+    Section(const JsonValue& json, std::string place, Refusals& refusals)
         : json_(json), place_(std::move(place)), refusals_(refusals) {
         if (!json_.is_object()) refusals_.push_back({place_, "a JSON object is wanted"});
     }
@@ -46,20 +46,20 @@ class Section {
     /// The value that `read` makes of an object below this one.
     template <class Read>
     auto Child(const char* key, Read read) const {
-        const Json& json = Require(key, "an object");
+        const JsonValue& json = Require(key, "an object");
         if (!Has(key)) return decltype(read(*this))();
         const Section child(json, Way(key), refusals_);
         return json.is_object() ? read(child) : decltype(read(child))();
     }
 
-    const Json& Require(const char* key, const char* wanted) const {
+    const JsonValue& Require(const char* key, const char* wanted) const {
         return Require(key, [&] { return wanted; });
     }
 
     /// The same, with a text that takes a while to make.
     template <class Wanted>
     requires std::is_invocable_v<Wanted>
-    const Json& Require(const char* key, Wanted wanted) const {
+    const JsonValue& Require(const char* key, Wanted wanted) const {
         const auto found = json_.find(key);
         if (found != json_.end()) return *found;
         Refuse(key, fmt::format("missing: {} is wanted", wanted()));
@@ -67,7 +67,7 @@ class Section {
     }
 
     std::string Text(const char* key) const {
-        const Json& value = Require(key, "a text");
+        const JsonValue& value = Require(key, "a text");
         if (value.is_string()) {
             return std::string(WithoutBlanksAround(value.get_ref<const std::string&>()));
         }
@@ -82,13 +82,13 @@ class Section {
     /// A text or a whole number; empty when there is none.
     std::string Identifier(const char* key) const {
         if (!Has(key)) return {};
-        const Json& value = json_.at(key);
+        const JsonValue& value = json_.at(key);
         if (value.is_number_integer()) return value.dump();
         return Text(key);
     }
 
     std::string PostalCode(const char* key) const {
-        const Json& value = Require(key, "a postal code");
+        const JsonValue& value = Require(key, "a postal code");
         if (value.is_string()) return SpellPostalCode(value.get<std::string>());
         if (value.is_number_integer()) return SpellZipNumber(value.get<int64_t>());
         if (Has(key)) Refuse(key, "a postal code is wanted, such as \"30303\" or \"M5H2N2\"");
@@ -97,7 +97,7 @@ class Section {
 
     /// A class, which may be written as a number.
     std::string Class(const char* key) const {
-        const Json& value = Require(key, "a class");
+        const JsonValue& value = Require(key, "a class");
         if (value.is_string()) return SpellClass(value.get<std::string>());
         if (value.is_number()) return SpellClass(fmt::format("{}", value.get<double>()));
         if (Has(key)) Refuse(key, "a class is wanted, such as \"70\" or 77.5");
@@ -106,7 +106,7 @@ class Section {
 
     int Integer(const char* key, int low, int high) const {
         const auto wanted = [&] { return fmt::format("a whole number from {} to {}", low, high); };
-        const Json& value = Require(key, wanted);
+        const JsonValue& value = Require(key, wanted);
         const double number = value.is_number() ? value.get<double>() : std::nan("");
         if (number >= low && number <= high && HasDecimals(number, 0)) {
             return static_cast<int>(number);
@@ -116,7 +116,7 @@ class Section {
     }
 
     double Number(const char* key) const {
-        const Json& value = json_.at(key);
+        const JsonValue& value = json_.at(key);
         if (value.is_number()) return value.get<double>();
         Refuse(key, "a number is wanted");
         return 0;
@@ -125,7 +125,7 @@ class Section {
     /// A number that a field of the record holds with so many decimals; 0 when there is none.
     double Decimal(const char* key, int decimals) const {
         if (!Has(key)) return 0;
-        const Json& value = json_.at(key);
+        const JsonValue& value = json_.at(key);
         if (value.is_number() && HasDecimals(value.get<double>(), decimals)) {
             return value.get<double>();
         }
@@ -135,7 +135,7 @@ class Section {
 
     bool FlagOr(const char* key, bool otherwise) const {
         if (!Has(key)) return otherwise;
-        const Json& value = json_.at(key);
+        const JsonValue& value = json_.at(key);
         if (value.is_boolean()) return value.get<bool>();
         Refuse(key, "true or false is wanted");
         return otherwise;
@@ -150,9 +150,9 @@ class Section {
         return place_.empty() ? key : place_ + "." + key;
     }
 
-    inline static const Json kNothing;
+    inline static const JsonValue kNothing;
 
-    const Json& json_;
+    const JsonValue& json_;
     std::string place_;
     Refusals& refusals_;
 };
@@ -180,13 +180,13 @@ Point ReadDestination(const Section& section) {
 
 std::vector<ShipmentLine> ReadLines(const Section& shipment, Refusals& refusals) {
     const auto wanted = [] { return fmt::format("a list of 1 to {} lines", kMostLines); };
-    const Json& lines = shipment.Require("lines", wanted);
+    const JsonValue& lines = shipment.Require("lines", wanted);
     std::vector<ShipmentLine> read;
     if (!lines.is_array() || lines.empty() || lines.size() > kMostLines) {
         if (shipment.Has("lines")) shipment.Refuse("lines", wanted() + " is wanted");
         return read;
     }
-    for (const Json& line : lines) {
+    for (const JsonValue& line : lines) {
         const Section section(line, fmt::format("lines[{}]", read.size()), refusals);
         read.emplace_back();
         if (!line.is_object()) continue;
@@ -221,12 +221,12 @@ Surcharge ReadSurcharge(const Section& section) {
 
 Refusals ReadShipmentJson(std::string_view text, Shipment& shipment) {
     Refusals refusals;
-    const Json json = ParseJson(text, refusals);
+    const JsonValue json = ParseJson(text, refusals);
     if (!json.is_null() || refusals.empty()) ReadShipment(json, shipment, refusals);
     return refusals;
 }
 
-void ReadShipment(const Json& json, Shipment& shipment, Refusals& refusals) {
+void ReadShipment(const JsonValue& json, Shipment& shipment, Refusals& refusals) {
     const Section section(json, "", refusals);
     if (!json.is_object()) return;
     section.AllowOnly({"schema", "id", "description", "origin", "destination", "lines", "tariff",

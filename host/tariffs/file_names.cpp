@@ -16,7 +16,7 @@ std::string FileNameOf(const Family& family, const std::string& set) {
                                                  : std::string(extension);
 }
 
-std::vector<std::string> TariffTexts() {
+std::vector<std::string> FolderFileNames() {
     std::vector<std::string> names = {kSettingsFile, kCarriedFile};
     for (const Family& family : Families()) {
         if (std::string_view(family.text).ends_with(kSheetEnd)) names.emplace_back(family.text);
@@ -30,7 +30,7 @@ std::vector<std::string> TariffTexts() {
 }
 
 bool IsTariffText(std::string_view name) {
-    const std::vector<std::string> names = TariffTexts();
+    const std::vector<std::string> names = FolderFileNames();
     if (std::ranges::find(names, name) != names.end()) return true;
     return std::ranges::any_of(
         std::initializer_list<const Family*>{&kZipTable, &kOptionFile, &kEarlierOptionFile},

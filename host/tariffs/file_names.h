@@ -19,7 +19,7 @@ std::string FileNameOf(const Family& family, const std::string& set);
 /// Whether a name is one of those that a folder's files can have.
 bool IsTariffText(std::string_view name);
 /// Those of them that are always the same.
-std::vector<std::string> TariffTexts();
+std::vector<std::string> FolderFileNames();
 
 /// Refuses what is no base name of a set.
 bool CheckSetName(const std::string& set, const Place& place, Findings& findings);

@@ -96,7 +96,7 @@ std::optional<std::string> FolderReader::Carried(const std::string& file) {
 
 void FolderReader::TellUnused() const {
     settings_.TellUnused(findings_);
-    const std::vector<std::string> names = TariffTexts();
+    const std::vector<std::string> names = FolderFileNames();
     const std::vector<std::string_view> known(names.begin(), names.end());
     for (const auto& [name, text] : files_) {
         if (read_.contains(name) || IsForPeople(name)) continue;

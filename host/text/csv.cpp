@@ -6,13 +6,13 @@ namespace {
 enum class Behind { kComma, kLineEnd, kTextEnd, kNoQuote, kOther };
 
 /// A field that begins at a text's start.
-struct Field {
+struct CsvField {
     std::size_t size;  ///< With its quotes.
     std::size_t next;  ///< Behind what ends it.
     Behind behind;
 };
 
-Field QuotedField(std::string_view text) {
+CsvField QuotedField(std::string_view text) {
     std::size_t end = 1;
     for (;; end += 2) {
         end = text.find('"', end);
@@ -28,7 +28,7 @@ Field QuotedField(std::string_view text) {
     return {end, 0, Behind::kOther};
 }
 
-Field FirstField(std::string_view text) {
+CsvField FirstField(std::string_view text) {
     if (text.starts_with('"')) return QuotedField(text);
     const std::size_t end = text.find_first_of(",\n");
     if (end == text.npos) return {text.size(), text.size(), Behind::kTextEnd};
@@ -64,7 +64,7 @@ std::size_t CsvRowEnd(std::string_view text, bool last, std::size_t longest) {
     const bool whole = last && text.size() <= longest;
     text = text.substr(0, longest);
     for (std::size_t start = 0;;) {
-        const Field field = FirstField(text.substr(start));
+        const CsvField field = FirstField(text.substr(start));
         start += field.next;
         switch (field.behind) {
             case Behind::kComma:
@@ -86,7 +86,7 @@ std::string SplitCsvRow(std::string_view row, std::vector<std::string>& fields) 
     fields.clear();
     row = WithoutLineEnd(row);
     for (;;) {
-        const Field field = FirstField(row);
+        const CsvField field = FirstField(row);
         if (field.behind == Behind::kNoQuote) return "a quoted field is not closed";
         if (field.behind == Behind::kOther) {
             return "something follows the quote that closes a field; a quote in a field is doubled";

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kIndent = 2;
 
-bool IsPlain(char character) {
+bool NeedsNoEscape(char character) {
     return character >= ' ' && character <= '~' && character != '"' && character != '\\';
 }
 
@@ -68,7 +68,7 @@ void JsonWriter::BeginLine() {
 }
 
 void JsonWriter::AppendQuoted(std::string_view text) {
-    if (!std::ranges::all_of(text, IsPlain)) {
+    if (!std::ranges::all_of(text, NeedsNoEscape)) {
         out_ += nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
         return;
     }

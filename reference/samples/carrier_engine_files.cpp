@@ -33,7 +33,7 @@ struct ClassRelation {
     int permille;
 };
 
-constexpr ClassRelation kClasses[] = {
+constexpr ClassRelation kClassRelations[] = {
     {"500", 3900}, {"400", 3100}, {"300", 2400}, {"250", 2050}, {"200", 1720}, {"175", 1520},
     {"150", 1330}, {"125", 1160}, {"110", 1060}, {"100", 1000}, {"92", 930},   {"85", 860},
     {"77", 790},   {"70", 735},   {"65", 690},   {"60", 645},   {"55", 605},   {"50", 565},
@@ -57,7 +57,7 @@ std::string CarrierRates() {
     std::string text = RowsOfOthers("tolvex-rates.txt");
     for (std::size_t scale = 0; scale < kScales; ++scale) {
         const int highest = kFirstRate + 5 * static_cast<int>(scale);
-        for (const ClassRelation& relation : kClasses) {
+        for (const ClassRelation& relation : kClassRelations) {
             text += fmt::format("{} | {} | {} |", kNationalTariff, kFirstScale + scale,
                                 relation.class_code);
             for (const int permille : kBreakPermille) {

@@ -12,14 +12,14 @@ namespace hundredweight::samples {
 namespace {
 
 /// Base-rate points: one for all of Canada, one for each ZIP prefix.
-constexpr int kPoints = 1000;
+constexpr int kPointCodes = 1000;
 constexpr std::size_t kMinimumCharges = 100000;
 constexpr int kProfiles = 10000;
 
 std::vector<std::string> PointCodesInOrder() {
     std::vector<std::string> codes;
-    codes.reserve(kPoints);
-    for (int i = 0; i < kPoints; ++i) codes.push_back(fmt::format("PT{:04}", i));
+    codes.reserve(kPointCodes);
+    for (int i = 0; i < kPointCodes; ++i) codes.push_back(fmt::format("PT{:04}", i));
     return codes;
 }
 
@@ -57,7 +57,7 @@ std::string CarrierMinimumCharges() {
     std::string table = TariffSetFiles({}).at("SAMPLE.ZMC");
     constexpr std::size_t kLength = 41;
     for (int i = 0; table.size() < kMinimumCharges * kLength; ++i) {
-        const int origin = 100 + i / kPoints, destination = i % kPoints;
+        const int origin = 100 + i / kPointCodes, destination = i % kPointCodes;
         table += fmt::format("F{0:03}00{0:03}99{1:03}00{1:03}99000000999999", origin, destination);
         table += Bytes(0.0F) + Bytes(static_cast<float>(5000 + 10 * (i % 500)));
     }

@@ -14,7 +14,6 @@
 namespace hundredweight {
 namespace {
 
-constexpr int32_t kCannotPrepare = 121;
 constexpr std::string_view kMarker = "ZSA";
 constexpr std::string_view kMarkerFile = "PROFILE.ZSA";
 constexpr std::string_view kWorkingFile = "PROFILE.TMP";

@@ -15,7 +15,6 @@
 namespace hundredweight {
 namespace {
 
-constexpr int32_t kCannotPrepare = 121;
 constexpr int32_t kCannotOpen = 125;
 constexpr int32_t kCannotRead = 126;
 constexpr int32_t kNotFound = 127;

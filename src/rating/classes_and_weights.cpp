@@ -20,7 +20,7 @@ namespace hundredweight {
 
 namespace {
 
-constexpr std::size_t kCodeLength = 3;
+constexpr std::size_t kClassLength = 3;
 constexpr std::string_view kAllKinds = "FAK";
 
 /// An engine is asked by name only when the name fills its field and its fourth character does
@@ -119,10 +119,10 @@ void HWT_CALL SetClassesAndWeights(RateContext* context, int32_t mode, int32_t /
     const bool may_ask = IsUsableTariffName(*context);
     if (may_ask && mode == kTablesFromRequest) {
         LayOutTables(*context, RequestTables(*context),
-                     [](const char(&slot)[6]) { return WholeField(slot).substr(0, kCodeLength); });
+                     [](const char(&slot)[6]) { return WholeField(slot).substr(0, kClassLength); });
     } else if (may_ask && mode == kTablesFromAnswer) {
         LayOutTables(*context, engine.EngineRateRecord.Tables, [](const char(&slot)[6]) {
-            return TerminatedText(slot, sizeof slot - 1).substr(0, kCodeLength);
+            return TerminatedText(slot, sizeof slot - 1).substr(0, kClassLength);
         });
     } else {
         SetStandardTables(*context, engine.EngineRateRecord);

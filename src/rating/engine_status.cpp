@@ -17,21 +17,21 @@ namespace {
 
 constexpr int32_t kNoAnswer = -1;
 constexpr std::size_t kMessageRoom = 90;
-constexpr std::size_t kCodeLength = 4;
+constexpr std::size_t kStatusLength = 4;
 
 using Message = InlineText<kMessageRoom - 1>;
 
 bool StartsWithCode(std::string_view text) {
-    return text.size() >= kCodeLength && ReadInteger(text.substr(0, kCodeLength)) > 0;
+    return text.size() >= kStatusLength && ReadInteger(text.substr(0, kStatusLength)) > 0;
 }
 
 /// Makes "01230123Text" and "0123Text" read "0123 Text".
 Message Reformat(std::string_view text) {
-    if (text.size() > kCodeLength && ReadInteger(text.substr(kCodeLength, kCodeLength)) > 0) {
-        text.remove_prefix(kCodeLength);
+    if (text.size() > kStatusLength && ReadInteger(text.substr(kStatusLength, kStatusLength)) > 0) {
+        text.remove_prefix(kStatusLength);
     }
     if (!StartsWithCode(text)) return text;
-    return Message(text.substr(0, kCodeLength)).Append(" ").Append(text.substr(kCodeLength));
+    return Message(text.substr(0, kStatusLength)).Append(" ").Append(text.substr(kStatusLength));
 }
 
 /// Asks the engine for a status code's message. Result: nothing when the engine has none.

@@ -18,7 +18,6 @@
 namespace hundredweight {
 namespace {
 
-constexpr int32_t kOutOfScope = 103;
 constexpr int32_t kDiscountTooHigh = 118;
 constexpr int32_t kInvalidZipCombination = 501;
 

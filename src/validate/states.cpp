@@ -16,7 +16,6 @@ using namespace hundredweight;
 namespace {
 
 constexpr int32_t kNothingFound = 0;
-constexpr int32_t kOutOfScope = 103;
 constexpr int32_t kOffshore = 265;
 constexpr std::size_t kPrefixLength = 3;
 constexpr std::size_t kMexicanLength = 6;  // Five digits and the marker.

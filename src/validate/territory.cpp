@@ -11,7 +11,6 @@ using namespace hundredweight;
 
 namespace {
 
-constexpr int32_t kOutOfScope = 103;
 constexpr int32_t kTwoLetterCodes = 266;
 constexpr std::size_t kMexicoMarkerAt = 5;
 constexpr std::string_view kOriginTerritories = "FBXY";

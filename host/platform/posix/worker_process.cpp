@@ -23,7 +23,7 @@ constexpr std::size_t kHead = 2 * sizeof(std::uint32_t);  ///< Kind and size bef
 constexpr int kPipeSize = 1 << 20;
 constexpr int kPatience = 2000;  ///< Milliseconds for an orderly end.
 
-[[noreturn]] void Fail(const char* what) {
+[[noreturn]] void FailToMake(const char* what) {
     throw std::system_error(errno, std::generic_category(), what);
 }
 
@@ -65,7 +65,7 @@ struct Pipe {
     }
     Pipe() {
         int ends[2];
-        if (pipe2(ends, O_CLOEXEC) != 0) Fail("a pipe to a worker process");
+        if (pipe2(ends, O_CLOEXEC) != 0) FailToMake("a pipe to a worker process");
         from = ends[0];
         to = ends[1];
         fcntl(to, F_SETPIPE_SZ, kPipeSize);
@@ -77,7 +77,7 @@ std::atomic<std::uint32_t>* NewStep() {
     using Step = std::atomic<std::uint32_t>;
     void* const memory =
         mmap(nullptr, sizeof(Step), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) Fail("memory for a worker process");
+    if (memory == MAP_FAILED) FailToMake("memory for a worker process");
     return new (memory) Step(0);
 }
 
@@ -130,7 +130,7 @@ WorkerProcess::WorkerProcess(const std::function<void(Foreman&)>& work) {
         const int reason = errno;
         munmap(step_, sizeof *step_);
         errno = reason;
-        Fail("a worker process");
+        FailToMake("a worker process");
     }
     if (process_ == 0) Work(to_worker.from, from_worker.to, *step_, work);
     to_ = std::exchange(to_worker.to, -1);

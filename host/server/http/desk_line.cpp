@@ -25,31 +25,32 @@ std::future<std::string> DeskLine::Send(std::uint32_t kind, std::uint64_t genera
 }
 
 std::future<DeskReply> DeskLine::Ask(const DeskRequest& request, std::uint64_t generation) {
-    return std::async(std::launch::deferred,
-                      [answer = Send(kAsk, generation, WriteRequest(request))]() mutable {
-                          return ReadReply(answer.get());
-                      });
+    return std::async(std::launch::deferred, [answer = Send(ServiceMessage::kAsk, generation,
+                                                            WriteRequest(request))]() mutable {
+        return ReadReply(answer.get());
+    });
 }
 
 void DeskLine::Receive() {
     while (auto message = foreman_.Receive()) {
         const std::lock_guard lock(mutex_);
         switch (message->kind) {
-            case kState:
+            case ServiceMessage::kState:
                 state_ = nlohmann::json::parse(message->bytes);
                 break;
-            case kSet:
+            case ServiceMessage::kSet:
                 set_ = std::move(message->bytes);
                 break;
-            case kStop:
+            case ServiceMessage::kStop:
                 is_stopping_ = true;
                 break;
             default: {
                 const Parcel parcel = ReadParcel(message->bytes);
                 auto open = open_.extract(parcel.id);
                 if (open.empty()) break;  // Asked by a front that was lost.
-                open.mapped().set_value(message->kind == kPinned ? std::to_string(parcel.generation)
-                                                                 : parcel.bytes);
+                open.mapped().set_value(message->kind == ServiceMessage::kPinned
+                                            ? std::to_string(parcel.generation)
+                                            : parcel.bytes);
             }
         }
     }
@@ -66,10 +67,10 @@ std::string DeskLine::set() const {
 }
 
 Pinned::Pinned(DeskLine& line)
-    : line_(line), generation_(std::stoull(line.Send(kPin, 0, {}).get())) {}
+    : line_(line), generation_(std::stoull(line.Send(ServiceMessage::kPin, 0, {}).get())) {}
 
 Pinned::~Pinned() {
-    line_.Say(kUnpin, WriteParcel({0, generation_, {}}));
+    line_.Say(ServiceMessage::kUnpin, WriteParcel({0, generation_, {}}));
 }
 
 }  // namespace cwt

@@ -61,12 +61,13 @@ extern "C" __attribute__((visibility("default"))) void RunFront(const cwt::Front
     FrontDesk front(terms, foreman);
     std::thread taking([&, listener = std::make_unique<Listener>(terms.address)]() mutable {
         const std::string host = terms.address.host;
-        front.line.Say(kListening, (host.find(':') == host.npos ? host : "[" + host + "]") + ":" +
-                                       std::to_string(listener->port()));
+        front.line.Say(ServiceMessage::kListening,
+                       (host.find(':') == host.npos ? host : "[" + host + "]") + ":" +
+                           std::to_string(listener->port()));
         TakeAll(front, *listener);
         listener.reset();
         while (front.connections > 0) std::this_thread::sleep_for(kTick / 10);
-        front.line.Say(kDone, {});
+        front.line.Say(ServiceMessage::kDone, {});
     });
     front.line.Receive();
     taking.join();

@@ -162,11 +162,11 @@ void CheckSurchargeBreak(CheckedSet& set) {
     }
 }
 
-constexpr SetCheck kChecks[] = {CheckClasses, CheckMappedClasses, CheckBreaks, CheckBreakAscent,
-                                CheckSurchargeBreak};
+constexpr SetCheck kClassCheckList[] = {CheckClasses, CheckMappedClasses, CheckBreaks,
+                                        CheckBreakAscent, CheckSurchargeBreak};
 
 }  // namespace
 
-constinit const std::span<const SetCheck> kClassChecks(kChecks);
+constinit const std::span<const SetCheck> kClassChecks(kClassCheckList);
 
 }  // namespace cwt

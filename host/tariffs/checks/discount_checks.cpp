@@ -118,12 +118,12 @@ void CheckPercentsWithoutColumn(CheckedSet& set) {
     }
 }
 
-constexpr SetCheck kChecks[] = {
+constexpr SetCheck kDiscountCheckList[] = {
     CheckGroups,        CheckProfileGroups,        CheckGroupSelector,
     CheckWeightColumns, CheckColumnsAgainstBreaks, CheckPercentsWithoutColumn};
 
 }  // namespace
 
-constinit const std::span<const SetCheck> kDiscountChecks(kChecks);
+constinit const std::span<const SetCheck> kDiscountChecks(kDiscountCheckList);
 
 }  // namespace cwt

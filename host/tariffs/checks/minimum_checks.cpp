@@ -146,11 +146,11 @@ void CheckHiddenMinimums(CheckedSet& set) {
     }
 }
 
-constexpr SetCheck kChecks[] = {CheckMinimumRanges, CheckDirections, CheckAmounts,
-                                CheckHiddenMinimums};
+constexpr SetCheck kMinimumCheckList[] = {CheckMinimumRanges, CheckDirections, CheckAmounts,
+                                          CheckHiddenMinimums};
 
 }  // namespace
 
-constinit const std::span<const SetCheck> kMinimumChecks(kChecks);
+constinit const std::span<const SetCheck> kMinimumChecks(kMinimumCheckList);
 
 }  // namespace cwt

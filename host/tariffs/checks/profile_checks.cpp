@@ -106,10 +106,11 @@ void CheckSwitches(CheckedSet& set) {
     }
 }
 
-constexpr SetCheck kChecks[] = {CheckNames, CheckClassMaps, CheckZipTables, CheckSwitches};
+constexpr SetCheck kProfileCheckList[] = {CheckNames, CheckClassMaps, CheckZipTables,
+                                          CheckSwitches};
 
 }  // namespace
 
-constinit const std::span<const SetCheck> kProfileChecks(kChecks);
+constinit const std::span<const SetCheck> kProfileChecks(kProfileCheckList);
 
 }  // namespace cwt

@@ -107,11 +107,11 @@ void CheckTariffNames(CheckedSet& set) {
     }
 }
 
-constexpr SetCheck kChecks[] = {CheckProvinces, CheckPointCodes, CheckTariffPairs, CheckPairsPoints,
-                                CheckTariffNames};
+constexpr SetCheck kRangeCheckList[] = {CheckProvinces, CheckPointCodes, CheckTariffPairs,
+                                        CheckPairsPoints, CheckTariffNames};
 
 }  // namespace
 
-constinit const std::span<const SetCheck> kRangeChecks(kChecks);
+constinit const std::span<const SetCheck> kRangeChecks(kRangeCheckList);
 
 }  // namespace cwt

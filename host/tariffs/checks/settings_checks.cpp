@@ -59,10 +59,10 @@ void CheckRateFactor(CheckedSet& set) {
     }
 }
 
-constexpr SetCheck kChecks[] = {CheckZipDigits, CheckFlags, CheckRateFactor};
+constexpr SetCheck kSettingsCheckList[] = {CheckZipDigits, CheckFlags, CheckRateFactor};
 
 }  // namespace
 
-constinit const std::span<const SetCheck> kSettingChecks(kChecks);
+constinit const std::span<const SetCheck> kSettingChecks(kSettingsCheckList);
 
 }  // namespace cwt

@@ -126,11 +126,11 @@ void CheckHiddenZipDiscounts(CheckedSet& set) {
     }
 }
 
-constexpr SetCheck kChecks[] = {CheckZipDiscountRows, CheckZipDiscountCounts,
-                                CheckHiddenZipDiscounts};
+constexpr SetCheck kZipDiscountCheckList[] = {CheckZipDiscountRows, CheckZipDiscountCounts,
+                                              CheckHiddenZipDiscounts};
 
 }  // namespace
 
-constinit const std::span<const SetCheck> kZipDiscountChecks(kChecks);
+constinit const std::span<const SetCheck> kZipDiscountChecks(kZipDiscountCheckList);
 
 }  // namespace cwt

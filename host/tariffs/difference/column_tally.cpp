@@ -52,13 +52,14 @@ struct Tally {
 
 }  // namespace
 
-std::optional<Step> StepOf(Measure measure, const std::string& of_old, const std::string& of_new) {
-    if (measure == Measure::kNone) return std::nullopt;
+std::optional<Step> StepOf(ColumnMeasure measure, const std::string& of_old,
+                           const std::string& of_new) {
+    if (measure == ColumnMeasure::kNone) return std::nullopt;
     const auto before = NumberIn(of_old), now = NumberIn(of_new);
     if (!before || !now || *before == *now) return std::nullopt;
     Step step = {*now > *before, std::nullopt};
     constexpr double kPercent = 100;
-    if (measure == Measure::kShare) {
+    if (measure == ColumnMeasure::kShare) {
         step.by = *now - *before;
     } else if (*before > 0) {
         step.by = (*now - *before) / *before * kPercent;

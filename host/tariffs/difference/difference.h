@@ -30,7 +30,7 @@ struct ComparedColumn {
 /// What the rows that are in both have otherwise in a column, or in several of one name.
 struct ColumnDifference {
     std::string name;
-    Measure measure;
+    ColumnMeasure measure;
     std::size_t columns = 0;  ///< In which something changed.
     std::size_t cells = 0;    ///< That hold something in either.
     std::size_t changed = 0;  ///< Of them.
@@ -101,7 +101,8 @@ struct Step {
     std::optional<double> by;  ///< Nothing without a base.
 };
 /// Nothing for what are no two different numbers.
-std::optional<Step> StepOf(Measure measure, const std::string& of_old, const std::string& of_new);
+std::optional<Step> StepOf(ColumnMeasure measure, const std::string& of_old,
+                           const std::string& of_new);
 
 /// As people read it. Rows beyond the first few are counted, unless all are asked for.
 std::string DifferenceText(const Difference& difference, bool all);

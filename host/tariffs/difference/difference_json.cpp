@@ -37,13 +37,13 @@ const char* WhereOf(bool in_old, bool in_new) {
     return in_old && in_new ? "both" : in_new ? "new" : "old";
 }
 
-const char* UnitOf(Measure measure) {
+const char* UnitOf(ColumnMeasure measure) {
     switch (measure) {
-        case Measure::kAmount:
+        case ColumnMeasure::kAmount:
             return "percent";
-        case Measure::kShare:
+        case ColumnMeasure::kShare:
             return "points";
-        case Measure::kNone:
+        case ColumnMeasure::kNone:
             break;
     }
     return "";
@@ -97,7 +97,7 @@ void WriteRow(const SheetDifference& sheet, const RowDifference& row, JsonWriter
                     members.Text("column", cell.column);
                     members.TextOrNull("old", cell.of_old);
                     members.TextOrNull("new", cell.of_new);
-                    const Measure measure = MeasureOf(cell.column);
+                    const ColumnMeasure measure = MeasureOf(cell.column);
                     const auto by = StepOf(measure, cell.of_old, cell.of_new);
                     if (by && by->by) members.Decimals(UnitOf(measure), by->by);
                 });

@@ -21,8 +21,8 @@ std::string CountOf(std::size_t count, const char* noun) {
     return fmt::format("{} {}{}", Counted(count), noun, count == 1 ? "" : "s");
 }
 
-const char* UnitOf(Measure measure) {
-    return measure == Measure::kShare ? "points" : "%";
+const char* UnitSign(ColumnMeasure measure) {
+    return measure == ColumnMeasure::kShare ? "points" : "%";
 }
 
 /// A cell as it is printed: a long one from shortly before the character `from`.
@@ -42,12 +42,13 @@ std::string CellText(const std::string& cell, std::size_t from) {
 }
 
 /// "95.00 -> 99.66 (+4.91 %)".
-std::string ChangeText(Measure measure, const std::string& of_old, const std::string& of_new) {
+std::string ChangeText(ColumnMeasure measure, const std::string& of_old,
+                       const std::string& of_new) {
     const auto differing = std::ranges::mismatch(of_old, of_new);
     const auto from = static_cast<std::size_t>(differing.in1 - of_old.begin());
     std::string text = CellText(of_old, from) + " -> " + CellText(of_new, from);
     const auto step = StepOf(measure, of_old, of_new);
-    if (step && step->by) text += fmt::format(" ({:+.2f} {})", *step->by, UnitOf(measure));
+    if (step && step->by) text += fmt::format(" ({:+.2f} {})", *step->by, UnitSign(measure));
     return text;
 }
 
@@ -101,7 +102,7 @@ std::string RowText(const SheetDifference& sheet, const RowDifference& row, cons
 
 /// "by 4.85 to 5.00 %, median 4.90 %"; with signs when some rose and some fell.
 std::string StepsText(const ColumnDifference& column) {
-    const char* const unit = UnitOf(column.measure);
+    const char* const unit = UnitSign(column.measure);
     const bool rose_alone = column.least >= 0, fell_alone = column.greatest <= 0;
     const auto number = [&](double by) {
         return rose_alone || fell_alone ? fmt::format("{:.2f}", std::abs(by))

@@ -97,13 +97,13 @@ Subject SubjectOf(std::string_view sheet) {
     return subject;
 }
 
-Measure MeasureOf(std::string_view column) {
-    if (HasAnyWord(column, {"code", "date", "type", "kind"})) return Measure::kNone;
-    if (HasAnyWord(column, {"percent"})) return Measure::kShare;
+ColumnMeasure MeasureOf(std::string_view column) {
+    if (HasAnyWord(column, {"code", "date", "type", "kind"})) return ColumnMeasure::kNone;
+    if (HasAnyWord(column, {"percent"})) return ColumnMeasure::kShare;
     return HasAnyWord(column, {"dollars", "pounds", "rate", "factor", "minimum", "arbitrary",
                                "amount", "charge", "days", "cents"})
-               ? Measure::kAmount
-               : Measure::kNone;
+               ? ColumnMeasure::kAmount
+               : ColumnMeasure::kNone;
 }
 
 std::string_view ColumnGroup(std::string_view column) {

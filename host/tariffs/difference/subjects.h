@@ -25,12 +25,12 @@ struct Subject {
 Subject SubjectOf(std::string_view sheet);
 
 /// What the numbers of a column are, by its name.
-enum class Measure {
+enum class ColumnMeasure {
     kNone,    ///< No numbers, or codes: nothing that rises and falls.
     kAmount,  ///< Changes of it are told in percent.
     kShare,   ///< Percentages, whose changes are told in points.
 };
-Measure MeasureOf(std::string_view column);
+ColumnMeasure MeasureOf(std::string_view column);
 
 /// Columns that hold one thing at several places go by one name: "rate_3" by "rate".
 std::string_view ColumnGroup(std::string_view column);

@@ -100,7 +100,7 @@ constexpr Field kEarlierOptionFields[] = {
     {"block_1427", 1427, 365, kText, "The host's; lost when the file is brought up to date.", false, 1, '\0'},
 };
 
-constexpr Family kFamilies[] = {
+constexpr Family kProfileFamilyList[] = {
     {"PROFILE.FIL", kTable, "profiles.csv", 17897, kProfileFields, "the users' profiles", 0, '\0', kProfileInner},
     {"PROFILE.ZSA", kCarried, "", 0, {}, "mark of a profile file in the present layout"},
 };
@@ -108,7 +108,7 @@ constexpr Family kFamilies[] = {
 
 }  // namespace
 
-constinit const std::span<const Family> kProfileFamilies(kFamilies);
+constinit const std::span<const Family> kProfileFamilies(kProfileFamilyList);
 
 const Family kOptionFile = {"", kTable, "options/", 1797, kOptionFields, "option records", 0, '\0'};
 const Family kEarlierOptionFile = {

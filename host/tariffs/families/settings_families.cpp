@@ -152,7 +152,7 @@ constexpr Inner kDisInner[] = {
 };
 
 // clang-format off
-constexpr Family kFamilies[] = {
+constexpr Family kSettingsFamilyList[] = {
     {"SET", Shape::kSettings, "settings", 283, kSetFields, "settings of the set"},
     {"DEF", Shape::kSettings, "defaults", 348, kDefFields, "the user's defaults", 0, '\0'},
     {"MET", Shape::kSettings, "mexico_settings", 283, kMetFields, "settings of the Mexican part"},
@@ -169,6 +169,6 @@ constexpr Family kFamilies[] = {
 
 }  // namespace
 
-constinit const std::span<const Family> kSettingsFamilies(kFamilies);
+constinit const std::span<const Family> kSettingsFamilies(kSettingsFamilyList);
 
 }  // namespace cwt

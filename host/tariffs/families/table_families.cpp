@@ -128,7 +128,7 @@ constexpr Inner kScInner[] = {
 
 using enum Shape;
 
-constexpr Family kFamilies[] = {
+constexpr Family kTableFamilyList[] = {
     {"SC", kArray, "", 3996, {}, "states by ZIP prefix", 0, ' ', kScInner},
     {"SCC", kTable, "provinces.csv", 8, kSccFields, "states and provinces by postal-code prefix"},
     {"ZP6", kTable, "zip-table.csv", 12, kZp6Fields, "ZIP table"},
@@ -169,7 +169,7 @@ constexpr Family kFamilies[] = {
 
 }  // namespace
 
-constinit const std::span<const Family> kTableFamilies(kFamilies);
+constinit const std::span<const Family> kTableFamilies(kTableFamilyList);
 
 const Family kZipTable = {"ZP6", kTable,     "zip-tables/",
                           12,    kZp6Fields, "a profile's own ZIP table"};

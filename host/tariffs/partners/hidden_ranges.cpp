@@ -6,7 +6,6 @@
 namespace cwt {
 namespace {
 
-constexpr std::size_t kPrefixLength = 3;
 constexpr int kHalf = 32;
 
 std::uint64_t KeyOf(std::uint32_t one, std::uint32_t other) {

@@ -12,6 +12,9 @@
 
 namespace cwt {
 
+/// Characters of a postal code that lanes and areas go by.
+inline constexpr std::size_t kPrefixLength = 3;
+
 /// Numbers that order as the prefixes of postal codes do.
 struct PrefixSpan {
     std::uint32_t low = 0, high = 0;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "tariffs/partners/hidden_ranges.h"
 #include "text/code_page.h"
 
 namespace cwt {
@@ -86,8 +87,6 @@ constexpr PartnerTable kTables[] = {
      kTransitColumns},
 };
 // clang-format on
-
-constexpr std::size_t kPrefixLength = 3;
 
 bool IsBlank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');

@@ -25,7 +25,7 @@ namespace {
 const char* const kExitCodes =
     "Exit codes: 0 done (rated); 1 the shipment is refused; 2 broken data, partner library or "
     "command line, or output that could not be written.\nEvery failure is a line on standard "
-    "error, with the library's code.";
+    "error, with the library's code; \"cwt message CODE\" tells what to do.";
 
 /// The names that a command, or the program, knows and that begin like `written`.
 std::vector<std::string> KnownNames(const CLI::App& app, const std::string& written) {
@@ -66,7 +66,7 @@ constexpr Command kCommands[] = {
     {"rate", cwt::AddRate},       {"check", cwt::AddCheck},   {"batch", cwt::AddBatch},
     {"inspect", cwt::AddInspect}, {"states", cwt::AddStates}, {"profiles", cwt::AddProfiles},
     {"compare", cwt::AddCompare}, {"export", cwt::AddExport}, {"build", cwt::AddBuild},
-    {"diff", cwt::AddDiff},       {"sample", cwt::AddSample},
+    {"diff", cwt::AddDiff},       {"sample", cwt::AddSample}, {"message", cwt::AddMessage},
 #ifdef HWT_SERVE
     {"serve", cwt::AddServe},
 #endif

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Puts into the documentation what cwt says of a tariff set as text: the field tables, the schema
-of settings.json, and what the commands of the first tariff's walk print.
+"""Puts into the documentation what cwt says of a tariff set as text, the field tables, the schema
+of settings.json, and what the commands of the first tariff's walk print; and of its messages.
 
     put_tariff_pages.py build/release/bin/cwt docs [--check]
 
@@ -15,14 +15,14 @@ import sys
 import tempfile
 
 
-def put_fields(cwt, page):
-    """The page with the field tables as they are printed."""
-    fields = subprocess.run([cwt, "build", "--fields"], check=True, capture_output=True, text=True)
-    first, last = "<!-- fields -->", "<!-- end of fields -->"
+def put(cwt, page, name, *command):
+    """The page with what a command prints between its marks."""
+    printed = subprocess.run([cwt, *command], check=True, capture_output=True, text=True).stdout
+    first, last = f"<!-- {name} -->", f"<!-- end of {name} -->"
     pattern = re.escape(first) + ".*?" + re.escape(last)
-    block = f"{first}\n\n{fields.stdout}\n{last}"
+    block = f"{first}\n\n{printed}\n{last}"
     page, count = re.subn(pattern, lambda match: block, page, flags=re.DOTALL)
-    assert count == 1, "the page has no place for the fields"
+    assert count == 1, f"the page has no place for the {name}"
     return page
 
 
@@ -53,8 +53,10 @@ def walk(cwt, page):
 def pages(cwt, docs):
     """What each page is, by its file."""
     fields, first = docs / "tariff-set.md", docs / "your-first-tariff.md"
+    messages = docs / "messages.md"
     schema = subprocess.run([cwt, "build", "--schema"], check=True, capture_output=True, text=True)
-    return {fields: put_fields(cwt, fields.read_text("utf-8")),
+    return {fields: put(cwt, fields.read_text("utf-8"), "fields", "build", "--fields"),
+            messages: put(cwt, messages.read_text("utf-8"), "messages", "message"),
             first: walk(cwt, first.read_text("utf-8")),
             docs / "schema/tariff-set.json": schema.stdout}
 

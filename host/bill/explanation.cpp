@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "text/json_writer.h"
+#include "text/wrapped.h"
 
 namespace cwt {
 namespace {
@@ -14,23 +15,8 @@ namespace {
 constexpr std::size_t kIndent = 16;
 constexpr std::size_t kLineWidth = 88;
 
-/// A text in lines of a limited width, all but the first indented.
-std::string Wrapped(std::string_view text) {
-    std::string lines;
-    std::size_t width = kIndent;
-    while (!text.empty()) {
-        const std::string_view word = text.substr(0, text.find(' '));
-        text.remove_prefix(std::min(word.size() + 1, text.size()));
-        if (width + word.size() > kLineWidth && width > kIndent) {
-            lines.back() = '\n';
-            lines.append(kIndent, ' ');
-            width = kIndent;
-        }
-        lines.append(word).append(1, ' ');
-        width += word.size() + 1;
-    }
-    if (!lines.empty()) lines.back() = '\n';
-    return lines;
+std::string Indented(std::string_view text) {
+    return Wrapped(text, kLineWidth, kIndent);
 }
 
 std::string SourceText(const Source& source) {
@@ -77,12 +63,12 @@ std::string ExplanationText(const Explanation& explanation) {
     for (const Statement& statement : explanation) {
         std::string topic = statement.topic;
         std::ranges::replace(topic, '_', ' ');
-        text += fmt::format("\n  {:<{}}", topic, kIndent - 2) + Wrapped(statement.words);
+        text += fmt::format("\n  {:<{}}", topic, kIndent - 2) + Indented(statement.words);
         std::string sources;
         for (const Source& source : statement.sources) {
             sources += (sources.empty() ? "" : ", ") + SourceText(source);
         }
-        if (!sources.empty()) text += std::string(kIndent, ' ') + Wrapped("[" + sources + "]");
+        if (!sources.empty()) text += std::string(kIndent, ' ') + Indented("[" + sources + "]");
     }
     return text;
 }

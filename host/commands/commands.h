@@ -39,6 +39,7 @@ void AddExport(CLI::App& app, int& exit_code);
 void AddBuild(CLI::App& app, int& exit_code);
 void AddDiff(CLI::App& app, int& exit_code);
 void AddSample(CLI::App& app, int& exit_code);
+void AddMessage(CLI::App& app, int& exit_code);
 /// Where the system has what it needs.
 void AddServe(CLI::App& app, int& exit_code);
 

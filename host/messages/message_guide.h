@@ -1,0 +1,20 @@
+// Every message that has a code, with its cause and its cure.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace cwt {
+
+/// The code under which the words of the base-rate engine are explained.
+inline constexpr int32_t kEnginesWords = -1;
+
+/// A message, when it comes and what to do about it, in lines of at most 80 columns; nothing for a
+/// code without a message.
+std::optional<std::string> ExplainMessage(int32_t code);
+
+/// All of them, as Markdown.
+std::string MessageGuide();
+
+}  // namespace cwt

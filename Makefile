@@ -1,22 +1,49 @@
-# make rate          rates a sample shipment, having installed what the build needs
-# make test          runs every test, with sanitizers
-# make test-linux32  the same on 32-bit Linux     make test-win32  the same on 32-bit Windows
-# make test-all      all three, and compares what the three make of the same shipments
-# make test-web      tests the rating screen in a browser
-# make load          loads the rating service, and holds every answer against cwt rate
-# make test-languages  builds and runs the hosts in C#, Pascal and Python
-# make test-languages-win32   Pascal's as a program of 32-bit Windows
-# make python        builds the Python package    make test-python  tests it
-# make test-cluster  rates on hosts of its own by Dask, GNU parallel and Slurm, some of which die
-# make fuzz          attacks it with inputs of every kind    make fuzz-minute  for a minute in all
-# make bench         measures what rating costs, against what it must cost
-# make bench-docs    puts what the last whole run of it gave into docs/performance.md
-# make outcomes OLD=DIR   holds the libraries against those of another build
-# make win32         packs the library for Windows
-# make deb           makes the Debian packages    make test-deb  tries them in a bare Debian
-# make lint          checks format and common slips
-# make format        formats the sources          make clean       removes build/, but no sample
-# make packages      installs what all of these need but bench and deb
+# The targets of make. Without one it is rate. Each installs the Debian packages
+# that it needs, as root or through sudo.
+#
+#   rate                  rates a sample shipment
+#   help                  prints this
+#   dev                   readies a clone for work on it: what build, tests and
+#                         lint need, the sample, and a build that is quickly
+#                         made, without sanitizers, in build/dev
+#
+# Before a change lands (.ci/run runs these and more):
+#   test                  every test, with sanitizers
+#   test-linux32          the same on 32-bit Linux
+#   test-win32            the same on 32-bit Windows, under Wine
+#   test-all              all three; compares what they make of the same shipments
+#   compare               compares them again, after the three
+#   lint                  checks format and common slips
+#   format                formats the sources
+#
+# Tests that need more:
+#   test-web              the rating screen in a browser
+#   test-languages        the hosts in C#, Pascal and Python
+#   test-languages-win32  Pascal's as a program of 32-bit Windows
+#   test-python           the Python package, having built it
+#   test-cluster          rating by Dask, GNU parallel and Slurm on hosts of its
+#                         own, of which some die; CLUSTER=FILE: one file of it
+#   test-deb              the Debian packages, in a bare Debian
+#   load                  the rating service under load, every answer held against
+#                         cwt rate; LOAD="--seconds 20 --connections 32"
+#   fuzz                  inputs of every kind; FUZZ_SECONDS=60 for each target,
+#                         FUZZ_TARGETS="shipment directory"
+#   fuzz-minute           the same, for a minute in all
+#   outcomes OLD=DIR      holds the libraries against those of another build;
+#                         COUNT=100000 inputs of each fuzz target
+#
+# What it costs:
+#   bench                 measures rating against what it must cost;
+#                         BENCH="batch --rows 10000000": one part
+#   bench-docs            puts the last whole run into docs/performance.md
+#
+# What is handed out:
+#   python                the Python package
+#   win32                 the Windows package, a zip
+#   deb                   the Debian packages
+#
+#   packages              installs what all of these need but bench and deb
+#   clean                 removes build/, but no sample
 
 BUILD_PACKAGES   = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libsqlite3-dev \
     zlib1g-dev libzstd-dev libcpp-httplib-dev pkg-config
@@ -35,7 +62,7 @@ CLUSTER_PACKAGES = python3-dask python3-distributed parallel slurmctld slurmd sl
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
 BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib time
 DEB_PACKAGES     = build-essential debhelper dh-python help2man lintian debootstrap
-LINT_PACKAGES    = clang-format clang-tidy
+LINT_PACKAGES    = clang-format clang-tidy shellcheck
 
 SAMPLE = sample
 
@@ -44,14 +71,23 @@ SAMPLE = sample
 
 .PHONY: rate win32 test test-linux32 test-win32 test-all test-web test-languages \
     test-languages-win32 python test-python test-cluster load compare fuzz fuzz-minute bench \
-    bench-docs outcomes lint format clean packages deb test-deb
+    bench-docs outcomes lint format clean packages deb test-deb help dev
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
 	@scripts/build.sh release
-	@scripts/write_sample.sh $(SAMPLE)
+	@scripts/write_sample.sh $(SAMPLE) build/release/bin/cwt
 	@echo "Rating $(SAMPLE)/shipments/01-deficit-and-discount.json"
 	@build/release/bin/cwt rate $(SAMPLE)/shipments/01-deficit-and-discount.json
+
+# The comments that this file begins with.
+help:
+	@sed -n '/^$$/q; s/^# \{0,1\}//p' Makefile
+
+dev:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINT_PACKAGES)
+	@scripts/build.sh dev
+	@scripts/write_sample.sh $(SAMPLE) build/dev/bin/cwt
 
 win32:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(WIN32_PACKAGES)
@@ -91,7 +127,6 @@ test-web:
 	@scripts/build.sh release
 	@scripts/test_web.sh
 
-# LOAD says how: "--seconds 20 --connections 32", say.
 load:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
 	@HWT_TARGET=cwt scripts/build.sh release
@@ -118,7 +153,6 @@ test-python: python
 	@scripts/install_packages.sh $(PYTEST_PACKAGES)
 	@scripts/test_python.sh
 
-# CLUSTER names one file of them: "costs_of_dask.py", which measures.
 test-cluster: python
 	@scripts/install_packages.sh $(CLUSTER_PACKAGES)
 	@scripts/test_cluster.sh $(CLUSTER)
@@ -129,24 +163,20 @@ compare:
 	@build/release/bin/transcript build/release/transcript build/release/bin/cwt
 	@scripts/compare_targets.sh
 
-# FUZZ_SECONDS, 60 unless set, is the time of each target; FUZZ_TARGETS names them.
 fuzz fuzz-minute:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(LINUX32_PACKAGES) $(FUZZ_PACKAGES)
 	@scripts/fuzz.sh $(if $(filter fuzz-minute,$@),--minute)
 
-# BENCH names what is measured, and how: "batch --rows 10000000", say; build/bench/ has the tables
-# and the plots then, of a run of some parts by names of their own.
+# build/bench/ has the tables and the plots then, of a run of some parts by names of their own.
 bench:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(BENCH_PACKAGES)
 	@HWT_TARGET=hundredweight_benchmark scripts/build.sh release -DHWT_BENCH=ON
 	@build/release/bin/hundredweight_benchmark --out build/bench $(BENCH)
 	@/usr/bin/python3 scripts/plot_curves.py build/bench
 
-# Puts the tables and plots of the last whole run into the documentation.
 bench-docs:
 	@/usr/bin/python3 scripts/put_performance.py build/bench docs
 
-# COUNT, 100000 unless set, is how many inputs of each fuzz target both get.
 outcomes:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(FUZZ_PACKAGES)
 	@scripts/compare_outcomes.sh $(OLD) $(COUNT)

@@ -1,10 +1,19 @@
 #!/bin/sh
-# Checks the format of every source file, then looks for common slips in the shipped code.
+# Checks the format of every source file, then looks for common slips in the scripts and in the
+# shipped code.
 set -eu
 cd "$(dirname "$0")/.."
 
 echo "Checking the format"
 scripts/sources.sh | xargs clang-format --dry-run --Werror
+
+echo "Checking scripts and JSON"
+shellcheck --shell sh --external-sources --source-path SCRIPTDIR --severity warning \
+    .ci/run packaging/*.sh scripts/*.sh scripts/hooks/*
+find . \( -path ./build -o -path ./sample -o -path ./.git \) -prune -o -name '*.json' -print |
+    while read -r file; do
+        /usr/bin/python3 -m json.tool "$file" /dev/null || { echo "$file" >&2 && exit 1; }
+    done
 
 echo "Looking for common slips"
 cmake --preset debug -B build/lint -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON >/dev/null

@@ -4,7 +4,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 
-axe=axe-core@4.10.2
+axe="axe-core@4.10.2"
 out=build/web
 mkdir -p "$out"
 # The checker of accessibility; a fetched one is kept.

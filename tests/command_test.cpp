@@ -75,6 +75,21 @@ TEST_F(CommandTest, SpellingsThatAreUnmistakableAreRatedAsTheirPlainForms) {
     }
 }
 
+TEST_F(CommandTest, MessagesAreExplainedByTheirCodesAndStatusesAsTheEngines) {
+    const Printed printed = Run("message 374 999 0113 116");
+    EXPECT_EQ(printed.exit_code, 1);
+    EXPECT_NE(printed.complaints.find("999"), std::string::npos) << printed.complaints;
+    std::size_t at = 0;
+    for (const char* part :
+         {"374: Error reading SET file.\n\nThe file `NAME.SET` (settings of the set) is shorter",
+          " than its record of 283\nbytes.\n\n", "`settings.json`.\n\n", "Words of the engine\n",
+          "116: Nothing to Print\n\nNeither"}) {
+        at = printed.output.find(part, at);
+        ASSERT_NE(at, std::string::npos) << part << printed.output;
+    }
+    ExpectBroken("message 12x", "12x");
+}
+
 TEST_F(CommandTest, RefusalsTellAllThatIsWrongWithItsPlaceAndWhatIsRight) {
     const struct {
         const char* changes;

@@ -50,7 +50,7 @@ void AddMessage(CLI::App& app, int& exit_code) {
         AddCommand(app, "message", "Tell what a message means and what to do about it.", Message,
                    options, exit_code);
     command->add_option("CODE", options->codes,
-                        "The number behind a message, \"(code 370)\". Default: every one, as "
+                        "The number behind a message, \"(code 105)\". Default: every one, as "
                         "Markdown.");
 }
 

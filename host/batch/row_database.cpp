@@ -58,8 +58,8 @@ class RowDatabase::Connection {
         const int result = sqlite3_open(PathText(absolute(PathOf(path_))).c_str(), &database);
         database_.reset(database);
         Require(result);
-        constexpr int kPatience = 10000;  // Milliseconds, for those who read meanwhile.
-        Require(sqlite3_busy_timeout(database, kPatience));
+        constexpr int kReadersPatience = 10000;  // Milliseconds, for those who read meanwhile.
+        Require(sqlite3_busy_timeout(database, kReadersPatience));
         // What is dropped leaves no trace, so that the same rows make the same file.
         Run("PRAGMA secure_delete = ON");
         if (Text("SELECT count(*) FROM sqlite_schema") == "0") {

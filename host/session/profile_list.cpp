@@ -24,7 +24,7 @@ using Json = nlohmann::ordered_json;
 
 constexpr int32_t kNotFound = 127;
 
-Broken Failure(const RateContext& context) {
+Broken NoProfiles(const RateContext& context) {
     return Broken(fmt::format("{}PROFILE.FIL: {}", context.UserDir, Describe(context.ErrorCode)));
 }
 
@@ -46,11 +46,11 @@ void RequireProfiles(const std::filesystem::path& directory) {
 std::vector<std::string> ProfileNames(RateContext& context) {
     context.ErrorCode = 0;
     const int32_t count = GetProfileSize(&context);
-    if (context.ErrorCode != 0) throw Failure(context);
+    if (context.ErrorCode != 0) throw NoProfiles(context);
     std::vector<std::string> names;
     for (int32_t i = 0; i < count; ++i) {
         char name[sizeof context.Profile.ProfileName];
-        if (GetProfileKey(&context, i, name) == 0) throw Failure(context);
+        if (GetProfileKey(&context, i, name) == 0) throw NoProfiles(context);
         names.push_back(TextOf(name));
     }
     return names;
@@ -60,7 +60,7 @@ bool LoadProfile(RateContext& context, const std::string& name) {
     const std::optional<std::string> bytes = ToCodePage(name);
     if (!bytes || !SetBytes(context.Profile.ProfileName, *bytes)) return false;
     if (GetProfileRecord(&context) == 1) return true;
-    if (context.ErrorCode != kNotFound) throw Failure(context);
+    if (context.ErrorCode != kNotFound) throw NoProfiles(context);
     return false;
 }
 

@@ -11,9 +11,9 @@
 
 namespace cwt {
 
-using Json = nlohmann::ordered_json;
-
 namespace {
+
+using Json = nlohmann::ordered_json;
 
 std::string_view BytesAt(const void* at, std::size_t size) {
     return {static_cast<const char*>(at), at == nullptr ? 0 : size};

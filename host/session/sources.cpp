@@ -17,7 +17,7 @@
 namespace cwt {
 namespace {
 
-Broken Failure(const std::filesystem::path& path, const std::string& reason) {
+Broken UnreadFile(const std::filesystem::path& path, const std::string& reason) {
     return Broken(fmt::format("{}: {}", PathText(path), reason));
 }
 
@@ -57,7 +57,7 @@ Listing::Listing(const std::filesystem::path& directory, const std::string& endi
         std::string name = UpperCase(PathText(entry->path().filename()));
         if (name.ends_with(wanted)) files_.emplace(std::move(name), entry->path());
     }
-    if (error) throw Failure(directory, error.message());
+    if (error) throw UnreadFile(directory, error.message());
 }
 
 std::filesystem::path Listing::Find(const std::string& name) const {
@@ -130,30 +130,30 @@ void RequireWholeRecords(const std::filesystem::path& file, std::size_t record_s
     stream.seekg(size - rest).read(end.data(), rest);
     constexpr std::string_view kFillers("\x1A \0\r\n", 5);
     if (end.find_first_not_of(kFillers) == end.npos) return;
-    throw Failure(file,
+    throw UnreadFile(file,
                   fmt::format("it ends within a record, {} bytes behind the last whole one", rest));
 }
 
 void RequireWritable(const std::filesystem::path& file) {
     std::FILE* const stream = std::fopen(file.string().c_str(), "r+b");
-    if (stream == nullptr) throw Failure(file, std::generic_category().message(errno));
+    if (stream == nullptr) throw UnreadFile(file, std::generic_category().message(errno));
     std::fclose(stream);
 }
 
 void RequireReadable(const std::filesystem::path& file) {
     std::error_code error;
     const bool regular = is_regular_file(file, error);
-    if (error) throw Failure(file, error.message());
-    if (!regular) throw Failure(file, "this is no regular file");
+    if (error) throw UnreadFile(file, error.message());
+    if (!regular) throw UnreadFile(file, "this is no regular file");
     std::FILE* const stream = std::fopen(file.string().c_str(), "rb");
-    if (stream == nullptr) throw Failure(file, std::generic_category().message(errno));
+    if (stream == nullptr) throw UnreadFile(file, std::generic_category().message(errno));
     char buffer[1 << 16];
     errno = 0;
     while (std::fread(buffer, 1, sizeof buffer, stream) > 0) {
     }
     const int reason = std::ferror(stream) != 0 ? errno : 0;
     std::fclose(stream);
-    if (reason != 0) throw Failure(file, std::generic_category().message(reason));
+    if (reason != 0) throw UnreadFile(file, std::generic_category().message(reason));
 }
 
 }  // namespace cwt

@@ -6,9 +6,9 @@
 
 namespace cwt {
 
-using Json = nlohmann::ordered_json;
-
 namespace {
+
+using Json = nlohmann::ordered_json;
 
 bool IsNumber(Kind kind) {
     return kind == Kind::kInt || kind == Kind::kUnsigned || kind == Kind::kFloat;

@@ -10,7 +10,7 @@
 namespace cwt {
 namespace {
 
-constexpr int kDone = 200;
+constexpr int kOk = 200;
 constexpr auto kAllRows = std::numeric_limits<std::uint64_t>::max();
 
 const char* NameOf(Form form) {
@@ -65,7 +65,7 @@ std::optional<DeskReply> BatchAnswer::Begin() {
     Feed();
     if (given_.empty()) return std::nullopt;
     first_ = given_.front().reply.get();
-    if (first_->status == kDone || IsLoss(*first_)) return std::nullopt;
+    if (first_->status == kOk || IsLoss(*first_)) return std::nullopt;
     return std::exchange(first_, std::nullopt);
 }
 
@@ -79,7 +79,7 @@ std::optional<std::string> BatchAnswer::Next() {
     given_.pop_front();
     DeskReply reply = first_ ? *std::exchange(first_, std::nullopt) : given.reply.get();
     if (IsLoss(reply)) return RowByRow(given.block);
-    if (reply.status != kDone) throw std::runtime_error(DetailOf(reply));
+    if (reply.status != kOk) throw std::runtime_error(DetailOf(reply));
     tally_.Add(reply.tally);
     return std::move(reply.body);
 }
@@ -99,7 +99,7 @@ std::string BatchAnswer::RowByRow(const Block& block) {
             const Answer failed = FailRow(row_forms, one.text, one.first_row, DetailOf(reply));
             tally_.Add(failed.tally);
             rows += failed.bytes;
-        } else if (reply.status == kDone) {
+        } else if (reply.status == kOk) {
             tally_.Add(reply.tally);
             rows += reply.body;
         } else {

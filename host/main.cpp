@@ -9,12 +9,14 @@
 #include <cstdlib>
 #include <iostream>
 #include <iterator>
+#include <memory>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "commands/commands.h"
+#include "commands/help_text.h"
 #include "session/messages.h"
 #include "session/partner_library.h"
 #include "text/code_page.h"
@@ -92,7 +94,10 @@ std::string Versions() {
 
 int Run(int argc, char** argv) {
     CLI::App app("Rates less-than-truckload shipments.", "cwt");
-    app.set_version_flag("--version", Versions);
+    app.formatter(std::make_shared<cwt::HelpText>());
+    app.set_help_flag("-h,--help", "Print this help and exit.");
+    app.set_version_flag("--version", Versions,
+                         "Print the versions of cwt and its parts and exit.");
     app.footer(kExitCodes);
     app.require_subcommand(1);
     app.allow_windows_style_options(false);  // "/data" is a directory on every system.

@@ -10,6 +10,7 @@
 #include "batch/batch_names.h"
 #include "batch/batch_summary.h"
 #include "commands/commands.h"
+#include "commands/value_kinds.h"
 #include "comparison/comparison_forms.h"
 #include "comparison/comparison_run.h"
 #include "platform/system.h"
@@ -145,11 +146,14 @@ void AddBatch(CLI::App& app, int& exit_code) {
         ->add_option("INPUT", batch.input,
                      "The shipments, a row each: NDJSON or CSV, also packed with gzip or "
                      "Zstandard; - is standard input.")
+        ->type_name(kRowsValue)
         ->required();
-    command->add_option("-o,--output", batch.output,
-                        "Where the rows go, by the name's ending: .ndjson, .csv, either with .gz "
-                        "or .zst behind it, or .sqlite. Default: standard output. A file that is "
-                        "there is not overwritten.");
+    command
+        ->add_option("-o,--output", batch.output,
+                     "Where the rows go, by the name's ending: .ndjson, .csv, either with .gz "
+                     "or .zst behind it, or .sqlite. Default: standard output. A file that is "
+                     "there is not overwritten.")
+        ->type_name(kRowsValue);
     command->add_option("--from", options->from, "Form of the input: ndjson or csv.")
         ->check(CLI::IsMember({"ndjson", "csv"}));
     command
@@ -164,9 +168,11 @@ void AddBatch(CLI::App& app, int& exit_code) {
     batch.jobs = std::max(1U, std::thread::hardware_concurrency());
     command->add_option("--jobs", batch.jobs, "Worker processes. Default: the processors.")
         ->check(CLI::Range(1U, kMostJobs));
-    command->add_option("--part", options->part,
-                        "Rate a slice of the rows: 3/16 is the third of sixteen, which behind one "
-                        "another are the whole.");
+    command
+        ->add_option("--part", options->part,
+                     "Rate a slice of the rows: 3/16 is the third of sixteen, which behind one "
+                     "another are the whole.")
+        ->type_name("K/N");
     command->add_flag("--resume", batch.resume,
                       "Go on with a run that was stopped or killed; begin when there is none.");
     constexpr int kLongestTimeout = 86400;
@@ -175,16 +181,22 @@ void AddBatch(CLI::App& app, int& exit_code) {
                      "Seconds after which a row that has no answer is given up.")
         ->check(CLI::Range(1, kLongestTimeout))
         ->capture_default_str();
-    command->add_option("--pass", batch.allowed,
-                        "A column of a CSV input to pass on, though its name is nearly that of "
-                        "one that is read.");
+    command
+        ->add_option("--pass", batch.allowed,
+                     "A column of a CSV input to pass on, though its name is nearly that of "
+                     "one that is read.")
+        ->type_name("COLUMN");
     CLI::Option* const against =
-        command->add_option("--against", options->against,
-                            "Rate the rows under this data directory too, to FILE.against before "
-                            "its ending, and compare: it is the old tariff, --data the new one.");
+        command
+            ->add_option("--against", options->against,
+                         "Rate the rows under this data directory too, to FILE.against before "
+                         "its ending, and compare: it is the old tariff, --data the new one.")
+            ->type_name(kDirectoryValue);
     command->add_option("--html", options->page, "With --against: write a page with plots.")
+        ->type_name(kHtmlValue)
         ->needs(against);
-    command->add_option("--summary", options->summary, "Write the summary to this file, as JSON.");
+    command->add_option("--summary", options->summary, "Write the summary to this file, as JSON.")
+        ->type_name(kJsonValue);
     command->add_flag("--progress", options->progress,
                       "Tell how far it is. Default: when standard error is a terminal.");
     command->add_flag("--no-progress", options->no_progress, "Do not.");

@@ -6,6 +6,7 @@
 #include "commands/commands.h"
 #include "commands/findings.h"
 #include "commands/new_tariff.h"
+#include "commands/value_kinds.h"
 #include "files/staged_files.h"
 #include "session/messages.h"
 #include "session/tariff_set.h"
@@ -200,11 +201,13 @@ void AddBuild(CLI::App& app, int& exit_code) {
     const auto options = std::make_shared<BuildOptions>();
     CLI::App* command = AddCommand(app, "build", "Make a tariff set of a folder of text.", Build,
                                    options, exit_code);
-    command->add_option("FOLDER", options->folder,
-                        "The folder, as cwt export writes it, or --new.");
-    command->add_option("DIRECTORY", options->directory,
-                        "Where to; made when missing. Its users' and partners' files stay, unless "
-                        "the folder has others: then they are NAME.bak.");
+    command->add_option("FOLDER", options->folder, "The folder, as cwt export writes it, or --new.")
+        ->type_name(kDirectoryValue);
+    command
+        ->add_option("DIRECTORY", options->directory,
+                     "Where to; made when missing. Its users' and partners' files stay, unless "
+                     "the folder has others: then they are NAME.bak.")
+        ->type_name(kDirectoryValue);
     command->add_flag("--check", options->check, "Say what is wrong with the folder, and no more.");
     command->add_flag("--unchecked", options->unchecked,
                       "Build it even when a load refuses it: to have a damaged set back.");
@@ -213,9 +216,11 @@ void AddBuild(CLI::App& app, int& exit_code) {
                       "Replace the set's files, and remove those that the folder has none for.");
     const std::vector<CLI::Option*> of_build = command->get_options();
     CLI::Option* const others[] = {
-        command->add_option("--new", options->new_folder,
-                            "Instead, write a tariff to begin with to this folder, which has none "
-                            "of its files; its README.md tells what to change first."),
+        command
+            ->add_option("--new", options->new_folder,
+                         "Instead, write a tariff to begin with to this folder, which has none "
+                         "of its files; its README.md tells what to change first.")
+            ->type_name(kDirectoryValue),
         command->add_flag("--fields", options->fields,
                           "Instead, print every sheet and section field by field, as Markdown."),
         command->add_flag("--schema", options->schema,

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <system_error>
 
+#include "commands/value_kinds.h"
 #include "session/messages.h"
 #include "session/session.h"
 #include "shipment/shipment_file.h"
@@ -15,22 +16,27 @@
 namespace cwt {
 
 void AddData(CLI::App* command, Options& options) {
-    command->add_option("--data", options.data,
-                        "Directory of the tariff set, the partners' data and the profiles. "
-                        "Default: the nearest one that holds a set, from the shipment's "
-                        "directory (or the current one) upward.");
+    command
+        ->add_option("--data", options.data,
+                     "Directory of the tariff set, the partners' data and the profiles. "
+                     "Default: the nearest one that holds a set, from the shipment's "
+                     "directory (or the current one) upward.")
+        ->type_name(kDirectoryValue);
     AddSet(command, options.sources.set);
 }
 
 void AddSet(CLI::App* command, std::string& set) {
-    command->add_option("--set", set,
-                        "Base name of the tariff set. Default: the only one in the directory.");
+    command
+        ->add_option("--set", set,
+                     "Base name of the tariff set. Default: the only one in the directory.")
+        ->type_name(kSetValue);
 }
 
 void AddEngine(CLI::App* command, Options& options) {
     command
         ->add_option("--engine", options.sources.engine,
                      "Engine library: a path, or a name to look for beside cwt's own libraries.")
+        ->type_name(kLibraryValue)
         ->capture_default_str();
 }
 
@@ -38,6 +44,7 @@ void AddServiceGuide(CLI::App* command, Options& options) {
     command
         ->add_option("--service-guide", options.sources.service_guide,
                      "Service guide library, for shipments that ask for it.")
+        ->type_name(kLibraryValue)
         ->capture_default_str();
 }
 
@@ -46,6 +53,7 @@ void AddShipment(CLI::App* command, Options& options) {
         ->add_option("SHIPMENT", options.shipment,
                      "The shipment, a JSON file; - is standard input. Postal codes: 30303, "
                      "30303-1234, M5H2N2, M5H 2N2, or for Mexico five digits and M, 64000M.")
+        ->type_name(kJsonValue)
         ->required();
     AddData(command, options);
     AddEngine(command, options);

@@ -1,6 +1,7 @@
 #include <nlohmann/json.hpp>
 
 #include "commands/commands.h"
+#include "commands/value_kinds.h"
 #include "comparison/comparison_forms.h"
 #include "comparison/comparison_run.h"
 
@@ -32,19 +33,26 @@ void AddCompare(CLI::App& app, int& exit_code) {
                                    "tariffs, say.",
                                    Compare, options, exit_code);
     command->add_option("OLD", request.files.old_path, "Rows that cwt batch has written.")
+        ->type_name(kRowsValue)
         ->required();
     command->add_option("NEW", request.files.new_path, "Rows of the same shipments, rated anew.")
+        ->type_name(kRowsValue)
         ->required();
     command
         ->add_option("--from", request.files.form,
                      "Form of both, ndjson or csv. Default: as their names end.")
         ->check(CLI::IsMember({"ndjson", "csv"}));
     command->add_flag("--json", options->json, "Print JSON; amounts are decimal texts.");
-    CLI::Option* const csv = command->add_option(
-        "--csv", request.csv, "Write the shipments that changed to this file, as CSV.");
+    CLI::Option* const csv =
+        command
+            ->add_option("--csv", request.csv,
+                         "Write the shipments that changed to this file, as CSV.")
+            ->type_name(kCsvValue);
     command->add_flag("--all", request.all, "With --csv: every shipment.")->needs(csv);
-    command->add_option("--html", request.page,
-                        "Write a page with plots to this file, which needs no other.");
+    command
+        ->add_option("--html", request.page,
+                     "Write a page with plots to this file, which needs no other.")
+        ->type_name(kHtmlValue);
     command->add_flag("--force", request.replace, "Replace files that are there already.");
 }
 

@@ -2,6 +2,7 @@
 
 #include "commands/commands.h"
 #include "commands/findings.h"
+#include "commands/value_kinds.h"
 #include "session/messages.h"
 #include "tariffs/difference/difference.h"
 #include "tariffs/folder.h"
@@ -62,13 +63,20 @@ void AddDiff(CLI::App& app, int& exit_code) {
     command
         ->add_option("OLD", options->old_path,
                      "A directory with a tariff set, or a folder of text as cwt export writes it.")
+        ->type_name(kDirectoryValue)
         ->required();
-    command->add_option("NEW", options->new_path, "The other, in either form.")->required();
-    command->add_option("--set", options->set,
-                        "Base name of the set in directories. Default: the only one in each.");
-    command->add_option("--options", options->option_files,
-                        "An option file of the directories, by its name; may be told several "
-                        "times.");
+    command->add_option("NEW", options->new_path, "The other, in either form.")
+        ->type_name(kDirectoryValue)
+        ->required();
+    command
+        ->add_option("--set", options->set,
+                     "Base name of the set in directories. Default: the only one in each.")
+        ->type_name(kSetValue);
+    command
+        ->add_option("--options", options->option_files,
+                     "An option file of the directories, by its name; may be told several "
+                     "times.")
+        ->type_name("NAME");
     command->add_flag("--all", options->all, "Name every row and cell that changes.");
     command->add_flag("--json", options->json,
                       "Print JSON; of every kind of change the first rows, or with --all each.");

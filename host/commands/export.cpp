@@ -4,6 +4,7 @@
 
 #include "commands/commands.h"
 #include "commands/findings.h"
+#include "commands/value_kinds.h"
 #include "files/staged_files.h"
 #include "session/messages.h"
 #include "tariffs/file_names.h"
@@ -72,14 +73,18 @@ void AddExport(CLI::App& app, int& exit_code) {
     command
         ->add_option("DIRECTORY", options->directory,
                      "Directory of the set, with its users' and its partners' files.")
+        ->type_name(kDirectoryValue)
         ->required();
     command
         ->add_option("FOLDER", options->folder,
                      "Where to; made when missing. cwt build makes the same files of it.")
+        ->type_name(kDirectoryValue)
         ->required();
     AddSet(command, options->set);
-    command->add_option("--options", options->option_files,
-                        "An option file of the directory, by its name; may be told several times.");
+    command
+        ->add_option("--options", options->option_files,
+                     "An option file of the directory, by its name; may be told several times.")
+        ->type_name("NAME");
     command->add_flag("--force", options->force,
                       "Replace the folder's texts, and remove those of files that are gone.");
 }

@@ -1,6 +1,7 @@
 #include <nlohmann/json.hpp>
 
 #include "commands/commands.h"
+#include "commands/value_kinds.h"
 #include "session/inspection.h"
 #include "session/messages.h"
 
@@ -34,9 +35,11 @@ void AddInspect(CLI::App& app, int& exit_code) {
                                    "Show what is in a tariff set, whether it loads, and whether "
                                    "the partners start on its directory.",
                                    Inspect, options, exit_code);
-    command->add_option("DIRECTORY", options->data,
-                        "Where the set is. Default: the nearest directory that holds it, from the "
-                        "current one upward.");
+    command
+        ->add_option("DIRECTORY", options->data,
+                     "Where the set is. Default: the nearest directory that holds it, from the "
+                     "current one upward.")
+        ->type_name(kDirectoryValue);
     AddSet(command, options->sources.set);
     AddEngine(command, *options);
     AddServiceGuide(command, *options);

@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "commands/commands.h"
+#include "commands/value_kinds.h"
 #include "session/look_up_documents.h"
 #include "session/profile_list.h"
 #include "session/tariff_set.h"
@@ -49,7 +50,8 @@ void AddProfiles(CLI::App& app, int& exit_code) {
     const auto options = std::make_shared<ProfilesOptions>();
     CLI::App* command = AddCommand(app, "profiles", "List the profiles, or show one by name.",
                                    Profiles, options, exit_code);
-    command->add_option("NAME", options->name, "The profile to show. Default: all names.");
+    command->add_option("NAME", options->name, "The profile to show. Default: all names.")
+        ->type_name(kProfileValue);
     AddData(command, *options);
     AddJson(command, *options);
 }

@@ -1,4 +1,5 @@
 #include "commands/commands.h"
+#include "commands/value_kinds.h"
 #include "reference/samples/generated_shipments.h"
 #include "reference/samples/sample_data.h"
 #include "session/messages.h"
@@ -59,9 +60,10 @@ void AddSample(CLI::App& app, int& exit_code) {
     CLI::App* command =
         AddCommand(app, "sample", "Write a sample tariff set, the partners' data and shipments.",
                    Sample, options, exit_code);
-    command->add_option(
-        "DIRECTORY", options->directory,
-        "Where to; created when missing. One that has any of the files is refused.");
+    command
+        ->add_option("DIRECTORY", options->directory,
+                     "Where to; created when missing. One that has any of the files is refused.")
+        ->type_name(kDirectoryValue);
     constexpr int kMostShipments = 1000000000;
     CLI::Option* const size =
         command

@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "commands/commands.h"
+#include "commands/value_kinds.h"
 #include "platform/system.h"
 #include "server/supervisor.h"
 #include "session/messages.h"
@@ -95,10 +96,13 @@ void AddServe(CLI::App& app, int& exit_code) {
         ->add_option("--listen", options->listen,
                      "Address and port. One that others than this machine reach needs "
                      "--token-file; port 0 is any that is free.")
+        ->type_name("ADDRESS")
         ->capture_default_str();
-    command->add_option("--token-file", options->token_file,
-                        "A file that not everybody may read, with the token that requests must "
-                        "carry: Authorization: Bearer TOKEN.");
+    command
+        ->add_option("--token-file", options->token_file,
+                     "A file that not everybody may read, with the token that requests must "
+                     "carry: Authorization: Bearer TOKEN.")
+        ->type_name(kFileValue);
     front.jobs = std::clamp(std::thread::hardware_concurrency(), 1U, kMostJobs);
     command->add_option("--jobs", front.jobs, "Rating processes. Default: the processors.")
         ->check(CLI::Range(1U, kMostJobs));

@@ -47,7 +47,7 @@
 
 BUILD_PACKAGES   = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libsqlite3-dev \
     zlib1g-dev libzstd-dev libcpp-httplib-dev pkg-config
-TEST_PACKAGES    = googletest binutils locales python3-jsonschema
+TEST_PACKAGES    = googletest binutils locales python3-jsonschema bash-completion zsh fish
 LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 WINE_PACKAGES    = debootstrap xvfb xauth

@@ -52,6 +52,21 @@ if(HWT_SAMPLE)
     install(DIRECTORY ${HWT_SAMPLE}/ DESTINATION sample)
 endif()
 
+# What bash, zsh and fish complete cwt's command line by.
+if(NOT WIN32)
+    set(zsh_directory site-functions)
+    if(HWT_DISTRIBUTION)
+        set(zsh_directory vendor-completions)
+    endif()
+    foreach(script bash:bash-completion/completions:cwt zsh:zsh/${zsh_directory}:_cwt
+                   fish:fish/vendor_completions.d:cwt.fish)
+        string(REPLACE ":" ";" script ${script})
+        list(POP_FRONT script shell directory name)
+        install(FILES host/completions/cwt.${shell}
+                DESTINATION ${CMAKE_INSTALL_DATADIR}/${directory} RENAME ${name})
+    endforeach()
+endif()
+
 install(EXPORT hundredweight NAMESPACE hundredweight:: DESTINATION ${package_directory}
         FILE hundredweight-config.cmake)
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/hundredweight-config-version.cmake

@@ -59,6 +59,9 @@ std::string Complaint(const CLI::App& app, const CLI::ParseError& error) {
            extras.front() + "\"" + (nearest.empty() ? "" : ", did you mean " + nearest[0] + "?");
 }
 
+/// The word that the shells' scripts ask by what can be typed. It is no command for people.
+constexpr std::string_view kComplete = "complete";
+
 struct Command {
     std::string_view name;
     void (*add)(CLI::App& app, int& exit_code);
@@ -102,7 +105,13 @@ int Run(int argc, char** argv) {
     app.require_subcommand(1);
     app.allow_windows_style_options(false);  // "/data" is a directory on every system.
     int exit_code = cwt::kDone;
-    AddCommands(app, argc > 1 ? argv[1] : "", exit_code);
+    const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+    if (!words.empty() && words[0] == kComplete) {
+        AddCommands(app, words.size() > 2 ? words[1] : "", exit_code);
+        cwt::Complete(app, {words.begin() + 1, words.end()});
+        return cwt::kDone;
+    }
+    AddCommands(app, words.empty() ? "" : words[0], exit_code);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -21,6 +21,9 @@ python3 use_installed.py $shipment bill.text bill.json
 
 # The pages that the descriptions promise.
 test -s /usr/share/man/man1/cwt-rate.1.gz
+test -s /usr/share/bash-completion/completions/cwt
+test -s /usr/share/zsh/vendor-completions/_cwt
+test -s /usr/share/fish/vendor_completions.d/cwt.fish
 test -s /usr/share/doc/hundredweight/schema/shipment.json
 test -s /usr/share/hundredweight/record.json
 grep -q '^ExecStart=/usr/bin/cwt serve' /lib/systemd/system/cwt-serve.service

@@ -43,6 +43,10 @@ void AddMessage(CLI::App& app, int& exit_code);
 /// Where the system has what it needs.
 void AddServe(CLI::App& app, int& exit_code);
 
+/// Prints what the last of the words behind the program's name may become: a line each, with what
+/// it means behind a tab, or behind a colon what the shell itself is asked for.
+void Complete(const CLI::App& program, const std::vector<std::string>& words);
+
 /// A command whose options live as long as it does.
 template <class CommandOptions>
 CLI::App* AddCommand(CLI::App& app, const char* name, const char* purpose,

@@ -7,6 +7,9 @@
 #include <regex>
 #include <sstream>
 #include <string_view>
+#include <vector>
+
+#include "commands/value_kinds.h"
 
 namespace cwt {
 namespace {
@@ -56,13 +59,12 @@ std::string Joined(const std::vector<std::string>& names, std::string_view prefi
 
 /// What an option wants, as its name is followed by it.
 std::string ValueText(const CLI::Option& option) {
-    if (option.get_type_size() == 0) return "";
+    if (!WantsValue(option)) return "";
     const std::vector<std::string> choices = ChoicesOf(option);
     const std::string kind = ValueKindOf(option);
     if (!choices.empty()) return fmt::format(" {}", fmt::join(choices, "|"));
     const bool is_number = kind == "INT" || kind == "UINT";
-    const bool is_list = option.get_expected_max() >= CLI::detail::expected_max_vector_size;
-    return fmt::format(" {}{}", is_number ? "N" : kind, is_list ? "..." : "");
+    return fmt::format(" {}{}", is_number ? "N" : kind, IsList(option) ? "..." : "");
 }
 
 /// Its limits, and what it is when it is left out.
@@ -81,18 +83,6 @@ std::string TermsOf(const CLI::Option& option) {
 }
 
 }  // namespace
-
-std::vector<std::string> ChoicesOf(const CLI::Option& option) {
-    const std::string type = option.get_type_name();
-    const std::size_t begin = type.find(":{");
-    if (begin == type.npos || !type.ends_with('}')) return {};
-    return CLI::detail::split(type.substr(begin + 2, type.size() - begin - 3), ',');
-}
-
-std::string ValueKindOf(const CLI::Option& option) {
-    const std::string type = option.get_type_name();
-    return type.substr(0, type.find(':'));
-}
 
 std::string HelpText::make_description(const CLI::App* app) const {
     return Wrapped(app->get_description(), 0, 0);

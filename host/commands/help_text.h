@@ -3,15 +3,8 @@
 
 #include <CLI/CLI.hpp>
 #include <string>
-#include <vector>
 
 namespace cwt {
-
-/// The values that an option is limited to; empty when they are no list.
-std::vector<std::string> ChoicesOf(const CLI::Option& option);
-
-/// What an option wants, in one word: "FILE". Of an option with choices it is a word of CLI11's.
-std::string ValueKindOf(const CLI::Option& option);
 
 /// Names on the left, what they do beside them. That two options exclude each other is left to what
 /// they say of themselves, and to the complaint about both.

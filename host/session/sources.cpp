@@ -29,15 +29,6 @@ bool HasFile(const std::filesystem::path& directory, const std::string& name) {
 
 constexpr std::string_view kSettings = ".SET";
 
-/// The base names of a directory's sets.
-std::vector<std::string> SetsIn(const std::filesystem::path& directory) {
-    std::vector<std::string> sets;
-    for (const auto& file : Listing(directory, std::string(kSettings)).files()) {
-        sets.push_back(PathText(file.filename().stem()));
-    }
-    return sets;
-}
-
 bool HoldsSet(const std::filesystem::path& directory, const std::string& set) {
     try {
         return set.empty() ? !SetsIn(directory).empty()
@@ -87,6 +78,14 @@ std::filesystem::path KeptListing::Find(const std::string& name) {
     if (!listing_ || mark.empty() || mark != mark_) listing_.emplace(directory_, ending_);
     mark_ = mark;
     return listing_->Find(name);
+}
+
+std::vector<std::string> SetsIn(const std::filesystem::path& directory) {
+    std::vector<std::string> sets;
+    for (const auto& file : Listing(directory, std::string(kSettings)).files()) {
+        sets.push_back(PathText(file.filename().stem()));
+    }
+    return sets;
 }
 
 std::filesystem::path FindDataDirectory(const std::filesystem::path& given,

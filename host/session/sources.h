@@ -60,6 +60,9 @@ class KeptListing {
 std::filesystem::path FindDataDirectory(const std::filesystem::path& given,
                                         const std::filesystem::path& start, const std::string& set);
 
+/// The base names of a directory's sets. Throws Broken when it cannot be listed.
+std::vector<std::string> SetsIn(const std::filesystem::path& directory);
+
 /// The base name of the one set in a directory. Throws Broken when there is none, or more than one.
 std::string OnlySetIn(const std::filesystem::path& directory);
 

@@ -47,7 +47,8 @@
 
 BUILD_PACKAGES   = g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libfmt-dev libsqlite3-dev \
     zlib1g-dev libzstd-dev libcpp-httplib-dev pkg-config
-TEST_PACKAGES    = googletest binutils locales python3-jsonschema bash-completion zsh fish
+TEST_PACKAGES    = googletest binutils locales python3-jsonschema bash-completion zsh fish \
+    help2man pandoc man-db
 LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
 WINE_PACKAGES    = debootstrap xvfb xauth
@@ -61,7 +62,7 @@ CLUSTER_PACKAGES = python3-dask python3-distributed parallel slurmctld slurmd sl
     iproute2 procps
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
 BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib time
-DEB_PACKAGES     = build-essential debhelper dh-python help2man lintian debootstrap
+DEB_PACKAGES     = build-essential debhelper dh-python help2man pandoc lintian debootstrap
 LINT_PACKAGES    = clang-format clang-tidy shellcheck
 
 SAMPLE = sample

@@ -97,7 +97,9 @@ std::string Versions() {
 
 int Run(int argc, char** argv) {
     CLI::App app("Rates less-than-truckload shipments.", "cwt");
-    app.formatter(std::make_shared<cwt::HelpText>());
+    const auto help = std::make_shared<cwt::HelpText>();
+    help->label("Positionals", "Arguments");
+    app.formatter(help);
     app.set_help_flag("-h,--help", "Print this help and exit.");
     app.set_version_flag("--version", Versions,
                          "Print the versions of cwt and its parts and exit.");

@@ -21,6 +21,8 @@ python3 use_installed.py $shipment bill.text bill.json
 
 # The pages that the descriptions promise.
 test -s /usr/share/man/man1/cwt-rate.1.gz
+test -s /usr/share/man/man3/RateShipment.3hwt.gz
+test -s /usr/share/man/man5/hundredweight-tariff.5.gz
 test -s /usr/share/bash-completion/completions/cwt
 test -s /usr/share/zsh/vendor-completions/_cwt
 test -s /usr/share/fish/vendor_completions.d/cwt.fish

@@ -45,7 +45,8 @@ std::string OfferNames(const TypedLine& line) {
     }
     if (!offers.empty()) return offers;
     for (const CLI::Option* option : line.command->get_options()) {
-        if (line.Has(option) || !line.Allows(*option)) continue;
+        const bool is_told = line.Has(option) && !IsList(*option);
+        if (is_told || !line.Allows(*option)) continue;
         for (const std::string& name : option->get_lnames()) {
             offers += Offer("--" + name, option->get_description());
         }
@@ -60,6 +61,14 @@ std::filesystem::path TypedPath(const std::string& text) {
     return PathOf(is_at_home ? home + text.substr(1) : text);
 }
 
+/// Where the search for data begins: beside the file that a command reads.
+std::filesystem::path StartOf(const TypedLine& line) {
+    for (const TypedValue& value : line.values) {
+        if (value.option->get_positional()) return absolute(TypedPath(value.text)).parent_path();
+    }
+    return ".";
+}
+
 /// The sets of the directories that are named, or of the nearest one that has any.
 std::string OfferSets(const TypedLine& line) {
     std::set<std::string> sets;
@@ -68,7 +77,8 @@ std::string OfferSets(const TypedLine& line) {
         for (std::string& set : SetsIn(TypedPath(directory))) sets.insert(std::move(set));
     }
     if (directories.empty()) {
-        for (std::string& set : SetsIn(FindDataDirectory("", ".", ""))) sets.insert(std::move(set));
+        const std::filesystem::path nearest = FindDataDirectory("", StartOf(line), "");
+        for (std::string& set : SetsIn(nearest)) sets.insert(std::move(set));
     }
     std::string offers;
     for (const std::string& set : sets) offers += Offer(set, "");

@@ -57,12 +57,14 @@ def paragraphs(comment, names=()):
     return "\n\n".join(texts)
 
 
-def prototype(result, name, arguments):
-    """A declaration in lines that fit."""
-    arguments = " ".join(arguments.split())
-    begin = f"{result}{'' if result.endswith('*') else ' '}{name}("
-    return textwrap.fill(f"{begin}{arguments});", 70, subsequent_indent=" " * len(begin),
-                         break_long_words=False)
+def prototype(begin, arguments):
+    """A declaration in lines that fit, broken between arguments."""
+    lines = [begin]
+    for argument in re.findall(r"\S[^,]*,?", " ".join(arguments.split()) + ");"):
+        if len(lines[-1]) + len(argument) > 68:
+            lines.append(" " * len(begin))
+        lines[-1] += argument + (" " if argument.endswith(",") else "")
+    return "\n".join(line.rstrip() for line in lines)
 
 
 def references(text):
@@ -98,11 +100,9 @@ def families_of(header, subject=None):
         else:
             is_handler = code.startswith("typedef")
             result, name, arguments = (HANDLER if is_handler else FUNCTION).match(code).groups()
-            shown = f"(*{name})" if is_handler else name
-            declaration = prototype(result, shown, arguments)
-            families[-1].entries.append({
-                "name": name, "comment": before, "is_handler": is_handler,
-                "declaration": "typedef " + declaration if is_handler else declaration})
+            begin = f"typedef {result} (*{name})(" if is_handler else f"{result} {name}("
+            families[-1].entries.append({"name": name, "comment": before, "is_handler": is_handler,
+                                         "declaration": prototype(begin, arguments)})
     return families
 
 

@@ -65,10 +65,9 @@ local function terms(row, heads)
     local between = pandoc.List()
     for i = 2, #row.cells - 1 do
         local cell = pandoc.utils.blocks_to_inlines(row.cells[i].contents)
-        local text = pandoc.utils.stringify(cell)
-        if text ~= "" then
+        if #cell > 0 then
             between:insert(pandoc.Str(#between > 0 and "; " or " ("))
-            if not plain[heads[i]] and not plain[text] then
+            if not plain[heads[i]] and not plain[pandoc.utils.stringify(cell)] then
                 between:insert(pandoc.Str(pandoc.text.lower(heads[i]) .. ": "))
             end
             between:extend(cell)

@@ -29,6 +29,15 @@ def faults_of_page(page):
         yield f"{page.name}: left from Markdown: {leftover[0]}"
 
 
+def faults_of_document(document, page):
+    """Every name that a page of the documentation sets apart is told."""
+    text = re.sub("^```.*?^```", "", document.read_text(encoding="utf-8"), flags=re.DOTALL | re.M)
+    told = " ".join(shown(page)[0].split())
+    for name in sorted(set(re.findall("`([^`\n]+)`", text))):
+        if " ".join(name.split()) not in told:
+            yield f"{page.name}: no {name}"
+
+
 def faults_of_command(cwt, command, folder):
     """Every option that --help tells has a paragraph of the page."""
     told = subprocess.run([cwt, *command, "--help"], text=True, check=True, capture_output=True)
@@ -65,6 +74,11 @@ def main(cwt, record, source):
         faults = [fault for page in pages for fault in faults_of_page(page)]
         commands = [page.stem.split("-")[1:] for page in pages if page.suffix == ".1"]
         faults += [fault for each in commands for fault in faults_of_command(cwt, each, folder)]
+        for document, page in (("tariff-set", "man5/hundredweight-tariff.5"),
+                               ("shipment", "man5/hundredweight-shipment.5"),
+                               ("rows", "man5/hundredweight-rows.5"),
+                               ("hosting", "man3/hundredweight.3")):
+            faults += faults_of_document(source / f"docs/{document}.md", folder / page)
         faults += faults_of_names([*names, "RateContext"], folder)
     print("\n".join(faults) or f"{len(pages)} pages, {len(names)} functions")
     return 1 if faults else 0

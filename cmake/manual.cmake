@@ -9,7 +9,7 @@ find_program(PANDOC pandoc REQUIRED)
 
 set(to ${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_MANDIR})
 set(record ${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_DATADIR}/hundredweight/record.json)
-set(scripts write_manual_pages.sh manual_markdown.py manual_page.lua)
+set(scripts write_manual_pages.sh manual/write_markdown.py manual/header_pages.py manual/page.lua)
 list(TRANSFORM scripts PREPEND ${PROJECT_SOURCE_DIR}/scripts/)
 file(GLOB sources CONFIGURE_DEPENDS
     ${PROJECT_SOURCE_DIR}/include/hundredweight/*.h ${PROJECT_SOURCE_DIR}/docs/*.md)

@@ -46,12 +46,12 @@ done
 write_command_page cwt "" "$@"
 
 mkdir "$folder/markdown"
-python3 -B "$source/scripts/manual_markdown.py" "$source/include/hundredweight" "$record" \
+python3 -B "$source/scripts/manual/write_markdown.py" "$source/include/hundredweight" "$record" \
     "$source/docs" "$folder/markdown"
 for page in "$folder"/markdown/*.md; do
     name=$(basename "$page" .md)
     section=${name##*.}
-    pandoc --standalone --from gfm --to man --lua-filter "$source/scripts/manual_page.lua" \
+    pandoc --standalone --from gfm --to man --lua-filter "$source/scripts/manual/page.lua" \
         --metadata "title=$(echo "${name%.*}" | tr '[:lower:]' '[:upper:]')" \
         --metadata "section=$section" --metadata "date=$day" \
         --metadata "footer=Hundredweight $version" --metadata header=Hundredweight \

@@ -22,6 +22,8 @@ def faults_of_page(page):
     text, complaint = shown(page)
     if complaint or not text:
         yield f"{page.name}: {complaint or 'nothing is shown'}"
+    if not re.match(r"(\S+) +Hundredweight +\1\n", text):
+        yield f"{page.name}: the title is too wide"
     for line in text.splitlines():
         if len(line) > 80:
             yield f"{page.name}: too wide: {line}"

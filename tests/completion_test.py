@@ -88,7 +88,7 @@ print -r -- READY$((1))
 def run_at_once(shell, script, scripts, lines):
     """What a shell that takes a line after the other offers for each."""
     answer = subprocess.run([*shell, script, *scripts], input="\n".join(lines) + "\n", text=True,
-                            capture_output=True, check=True, timeout=60).stdout
+                            capture_output=True, check=True, timeout=120).stdout
     return [part.splitlines() for part in answer.split("-- end\n")[:-1]]
 
 
@@ -102,7 +102,7 @@ def complete_in_fish(scripts, lines):
 
 
 def read_until(terminal, mark):
-    text, end = "", time.monotonic() + 20
+    text, end = "", time.monotonic() + 60
     while mark not in text:
         if not select.select([terminal], [], [], max(0, end - time.monotonic()))[0]:
             raise TimeoutError(f"zsh does not answer: {text}")

@@ -5,7 +5,6 @@
 #include "text/field_text.h"
 
 namespace cwt {
-
 namespace {
 
 using Json = nlohmann::ordered_json;

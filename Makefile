@@ -23,6 +23,8 @@
 #   test-python           the Python package, having built it
 #   test-cluster          rating by Dask, GNU parallel and Slurm on hosts of its
 #                         own, of which some die; CLUSTER=FILE: one file of it
+#   test-docs             every command and piece of code of the documentation,
+#                         its links, and the site in a browser
 #   test-deb              the Debian packages, in a bare Debian
 #   load                  the rating service under load, every answer held against
 #                         cwt rate; LOAD="--seconds 20 --connections 32"
@@ -38,6 +40,8 @@
 #   bench-docs            puts the last whole run into docs/performance.md
 #
 # What is handed out:
+#   docs                  the documentation as a site, build/docs/html/
+#   screenshots           the pictures of the rating screen in docs/screen/, anew
 #   python                the Python package
 #   win32                 the Windows package, a zip
 #   deb                   the Debian packages
@@ -60,9 +64,12 @@ PYTEST_PACKAGES  = python3-dask python3-distributed python3-matplotlib python3-n
     python3-ipykernel
 CLUSTER_PACKAGES = python3-dask python3-distributed parallel slurmctld slurmd slurm-client munge \
     iproute2 procps
+PAGES_PACKAGES   = python3-jsonschema curl git perl
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
 BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib time
-DEB_PACKAGES     = build-essential debhelper dh-python help2man pandoc lintian debootstrap
+DOCS_PACKAGES    = python3-sphinx furo python3-myst-parser python3-breathe doxygen graphviz
+DEB_PACKAGES     = build-essential debhelper dh-python help2man pandoc lintian debootstrap \
+    $(DOCS_PACKAGES)
 LINT_PACKAGES    = clang-format clang-tidy shellcheck
 
 SAMPLE = sample
@@ -72,7 +79,7 @@ SAMPLE = sample
 
 .PHONY: rate win32 test test-linux32 test-win32 test-all test-web test-languages \
     test-languages-win32 python test-python test-cluster load compare fuzz fuzz-minute bench \
-    bench-docs outcomes lint format clean packages deb test-deb help dev
+    bench-docs outcomes lint format clean packages deb test-deb help dev docs test-docs screenshots
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -89,6 +96,16 @@ dev:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINT_PACKAGES)
 	@scripts/build.sh dev
 	@scripts/write_sample.sh $(SAMPLE) build/dev/bin/cwt
+
+docs:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(DOCS_PACKAGES)
+	@scripts/build.sh release
+	@scripts/build_docs.sh
+
+# The pages have Python in them.
+test-docs: python docs
+	@scripts/install_packages.sh $(PAGES_PACKAGES)
+	@scripts/test_docs.sh
 
 win32:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(WIN32_PACKAGES)
@@ -127,6 +144,11 @@ test-web:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(WEB_PACKAGES)
 	@scripts/build.sh release
 	@scripts/test_web.sh
+
+screenshots:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(WEB_PACKAGES) python3-pil
+	@scripts/build.sh release
+	@scripts/take_screenshots.sh
 
 load:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -193,7 +215,8 @@ format:
 packages:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINUX32_PACKAGES) \
 	    $(WIN32_PACKAGES) $(WINE_PACKAGES) $(WEB_PACKAGES) $(LANGUAGE_PACKAGES) \
-	    $(PYTHON_PACKAGES) $(PYTEST_PACKAGES) $(CLUSTER_PACKAGES) $(FUZZ_PACKAGES) $(LINT_PACKAGES)
+	    $(PYTHON_PACKAGES) $(PYTEST_PACKAGES) $(CLUSTER_PACKAGES) $(FUZZ_PACKAGES) $(LINT_PACKAGES) \
+	    $(DOCS_PACKAGES) $(PAGES_PACKAGES)
 
 clean:
 	@rm -rf build

@@ -58,8 +58,9 @@ class Page:
         (folder / "bin/cwt").chmod(0o755)
         (folder / "srv").mkdir()
         library = next((BUILD / "lib").glob("python3.*/dist-packages"), BUILD)
-        self.environment = os.environ | {"PATH": f"{folder}/bin:{os.environ['PATH']}", "LC_ALL": "C.UTF-8",
+        self.environment = os.environ | {"PATH": f"{BUILD}/bin:{os.environ['PATH']}", "LC_ALL": "C.UTF-8",
                                          "PYTHONPATH": str(library), "TMPDIR": str(folder)}
+        self.strict = self.environment | {"PATH": f"{folder}/bin:{self.environment['PATH']}"}
         self.must_run("cwt sample sample")
         self.must_run(BEFORE.get(str(path.relative_to(ROOT)), ""))
 
@@ -69,15 +70,14 @@ class Page:
             text = text.replace(place, own)
         return text
 
-    def run(self, script, errors=subprocess.PIPE):
-        done = subprocess.run(["bash", "-euo", "pipefail", "-c", script], cwd=self.folder, text=True,
-                              stdout=subprocess.PIPE, stderr=errors, stdin=subprocess.DEVNULL,
-                              env=self.environment, timeout=120)
+    def run(self, *shell, **options):
+        done = subprocess.run(["bash", *shell], cwd=self.folder, text=True, stdout=subprocess.PIPE,
+                              stdin=subprocess.DEVNULL, timeout=120, **options)
         self.printed = done.stdout
         return done
 
     def must_run(self, script, what="sh"):
-        done = self.run(script)
+        done = self.run("-euo", "pipefail", "-c", script, stderr=subprocess.PIPE, env=self.strict)
         assert done.returncode == 0, f"{what} ended with {done.returncode}\n{script}\n{done.stderr}"
 
     def sh(self, text):
@@ -90,7 +90,7 @@ class Page:
 
     def console(self, text):
         for command, shown in commands(text):
-            self.run(self.here(command), subprocess.STDOUT)
+            self.run("-c", self.here(command), stderr=subprocess.STDOUT, env=self.environment)
             printed = self.printed.replace(str(self.port), "8080")
             assert same(shown, printed), f"$ {command}\nprints\n{printed}\nnot\n{shown}"
 
@@ -129,7 +129,7 @@ class Page:
         listen = "" if "--listen" in command else f" --listen 127.0.0.1:{self.port}"
         with open(self.folder / "service.log", "w") as log:
             self.service = subprocess.Popen(["bash", "-c", f"exec {command.strip()}{listen}"], cwd=self.folder, stderr=log,
-                                            env=self.environment | {"PATH": f"{BUILD}/bin:{os.environ['PATH']}"})
+                                            env=self.environment)
         end = time.monotonic() + 20
         while not self.answers():
             assert time.monotonic() < end and self.service.poll() is None, f"{command} does not serve: " \

@@ -64,7 +64,7 @@ PYTEST_PACKAGES  = python3-dask python3-distributed python3-matplotlib python3-n
     python3-ipykernel
 CLUSTER_PACKAGES = python3-dask python3-distributed parallel slurmctld slurmd slurm-client munge \
     iproute2 procps
-PAGES_PACKAGES   = python3-jsonschema curl git perl
+PAGES_PACKAGES   = python3-jsonschema curl git perl chromium chromium-driver python3-selenium
 FUZZ_PACKAGES    = clang libclang-rt-14-dev
 BENCH_PACKAGES   = libbenchmark-dev python3-matplotlib time
 DOCS_PACKAGES    = python3-sphinx furo python3-myst-parser python3-breathe doxygen graphviz

@@ -2,7 +2,10 @@
 is loaded from elsewhere, and two builds of the same sources are the same to the byte."""
 import os
 import pathlib
-import re
+import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).parent))
+import theme  # noqa: E402
 
 project = "Hundredweight"
 html_title = f"Hundredweight {os.environ['HWT_VERSION']}"
@@ -27,15 +30,10 @@ highlight_language = "none"
 html_show_copyright = False
 
 
-def follow_the_system(app, failure):
-    """The theme's style sheet as Debian has it is dark only when it is told to be."""
-    path = pathlib.Path(app.outdir) / "_static/styles/furo.css"
-    text = "" if failure else path.read_text("utf-8")
-    dark = re.search(r'body\[data-theme="dark"\] \{(.*?)\}', text, re.DOTALL)
-    if dark and "prefers-color-scheme" not in text:
-        system = f'@media (prefers-color-scheme: dark) {{ body:not([data-theme="light"]) {{{dark[1]}}} }}'
-        path.write_text(text.replace(dark[0], f"{dark[0]}\n{system}", 1), "utf-8")
+def put_theme_right(app, failure):
+    if not failure:
+        theme.put_right(pathlib.Path(app.outdir) / "_static")
 
 
 def setup(app):
-    app.connect("build-finished", follow_the_system)
+    app.connect("build-finished", put_theme_right)

@@ -49,7 +49,7 @@ def linked(text, path):
         there = in_site(target)
         if there is None:
             return match[2]
-        words = "" if match[2] in (f"`{match[3]}`", match[3]) and there.endswith(".md") else match[2]
+        words = "" if re.fullmatch(r"`[\w./-]+\.(md|ipynb)`", match[2]) else match[2]
         return f"{match[1]}[{words}]({there}{match[4] or ''})"
 
     parts = CODE.split(text)

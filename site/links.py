@@ -12,7 +12,7 @@ import urllib.parse
 
 # What a browser fetches on its own, by element and attribute.
 LOADED = {("script", "src"), ("img", "src"), ("link", "href"), ("iframe", "src"), ("source", "src")}
-ELSEWHERE = re.compile(r"(?:https?:)?//")
+ELSEWHERE = re.compile(r"https?:|/")
 
 
 class Page(html.parser.HTMLParser):

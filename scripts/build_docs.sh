@@ -17,7 +17,7 @@ HWT_VERSION=$(sed -n 's/^#define HWT_VERSION_[MP][A-Z]* \([0-9]*\)$/\1/p' \
     include/hundredweight/version.h | paste -sd .)
 HWT_HEADERS=$(realpath "$out/doxygen/xml")
 export HWT_VERSION HWT_HEADERS
-/usr/bin/python3 -B -m sphinx -q -W --keep-going -j auto -c site -d "$out/doctrees" \
+/usr/bin/python3 -B -m sphinx -q -W --keep-going -c site -d "$out/doctrees" \
     "$out/source" "$out/html"
 rm -f "$out/html/.buildinfo"
 /usr/bin/python3 -B site/links.py "$out/html"

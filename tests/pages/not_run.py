@@ -7,6 +7,8 @@ TESTED_BY = {
 }
 
 NOT_RUN = {
+    ("CONTRIBUTING.md", "make dev"): "readies a clone, and runs every test",
+    ("CONTRIBUTING.md", ".ci/run"): "runs this test too",
     ("README.md", "make "): "builds and tests the whole, as the stages of .ci/run do",
     ("README.md", "cmake --install"): "installs as root; the test Installed does, under another prefix",
     ("README.md", "find_package"): "tests/installed/CMakeLists.txt has it, and is built",
@@ -18,6 +20,7 @@ NOT_RUN = {
     ("docs/languages.md", "mcs "): "tests/languages/hosts_test.py compiles and runs the host",
     ("docs/languages.md", "fpc "): "tests/languages/hosts_test.py compiles and runs the host",
     ("docs/languages.md", "Private Declare"): "Debian has no compiler of Visual Basic",
+    ("docs/messages.md", "cwt: refused"): "two lines of different runs; the test Messages holds their texts",
     ("docs/performance.md", "make bench"): "measures for minutes",
     ("docs/rows.md", '{"schema"'): "cut; tests/schema_test.py holds every row against its schema",
     ("docs/service.md", "location /"): "a setting of nginx",

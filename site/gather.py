@@ -27,6 +27,8 @@ HEADERS = {"exports": "The library's functions", "platform": "The platform libra
            "engine_interface": "The engine's entry points",
            "service_guide_interface": "The service guide's entry points",
            "abi": "Calling convention", "version": "Version"}
+HOSTS = (("C#", "hosts/host.cs", "csharp"), ("Pascal", "hosts/host.pas", "pascal"),
+         ("Python", "hosts/host.py", "python"), ("C, on Windows", "windows_host.c", "c"))
 LINK = re.compile(r"(!?)\[([^\]]*)\]\(([^)\s:#]+)(#[^)]*)?\)")
 CODE = re.compile(r"(^```.*?^```$)", re.DOTALL | re.MULTILINE)
 
@@ -93,6 +95,15 @@ def header_pages(to):
             (to / "headers" / f"{header.stem}.rst").write_text("\n".join(lines) + "\n")
 
 
+def hosts_page():
+    """The complete hosts, as they stand in their files."""
+    blocks = ["# Complete hosts", "Each rates a shipment of the sample, or calls every function; tests compile and run them."]
+    for title, path, language in HOSTS:
+        text = (ROOT / "docs" / path).read_text("utf-8").rstrip()
+        blocks += [f"## {title}", f"`{path}`", f"```{language}\n{text}\n```"]
+    return "\n\n".join(blocks) + "\n"
+
+
 def gather(build, to):
     shutil.rmtree(to, ignore_errors=True)
     shutil.copytree(ROOT / "docs", to)
@@ -114,6 +125,7 @@ def gather(build, to):
         page.with_suffix(".md").write_text(notebook_page(cells, to / page.stem), "utf-8")
     record_pages.write(json.loads((build / "share/hundredweight/record.json").read_text("utf-8")), to)
     header_pages(to)
+    (to / "hosts.md").write_text(hosts_page(), "utf-8")
     (to / "command.rst").write_text(command_page.page(build / "bin/cwt"), "utf-8")
     place = to / "house.md"
     place.write_text(house.with_drawings(place.read_text("utf-8"), ROOT), "utf-8")

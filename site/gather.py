@@ -4,7 +4,6 @@ has them, the notebook, and the pages that are made of what the build writes.
 
     gather.py build/release build/docs/source
 """
-import base64
 import json
 import pathlib
 import posixpath
@@ -14,6 +13,7 @@ import sys
 
 import command_page
 import house
+import notebook_page
 import record_pages
 from marked import heading
 
@@ -22,7 +22,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[1]
 ELSEWHERE = {"README.md": "readme.md", "CHANGELOG.md": "changelog.md",
              "CONTRIBUTING.md": "contributing.md", "fuzz/README.md": "fuzzing.md"}
 # These have their place in the navigation once they are there.
-OPTIONAL = ("messages", "contributing")
+OPTIONAL = {"messages": "docs/messages.md", "contributing": "CONTRIBUTING.md"}
 HEADERS = {"exports": "The library's functions", "platform": "The platform library's functions",
            "engine_interface": "The engine's entry points",
            "service_guide_interface": "The service guide's entry points",
@@ -58,33 +58,6 @@ def linked(text, path):
     return "".join(part if part.startswith("```") else LINK.sub(link, part) for part in parts)
 
 
-def notebook_page(notebook, pictures):
-    """The notebook as a page; its plots become files in the folder of pictures."""
-    blocks = []
-    for cell in notebook["cells"]:
-        source = "".join(cell["source"])
-        blocks.append(source if cell["cell_type"] == "markdown" else f"```python\n{source}\n```")
-        for output in cell.get("outputs", []):
-            data = output.get("data", {})
-            if "image/svg+xml" in data or "image/png" in data:
-                blocks.append(picture(data, pictures, len(blocks)))
-            else:
-                text = "".join(output.get("text") or data["text/plain"])
-                blocks.append(f"```text\n{text.rstrip()}\n```")
-    return "\n\n".join(blocks) + "\n"
-
-
-def picture(data, folder, number):
-    folder.mkdir(exist_ok=True)
-    if "image/svg+xml" in data:
-        name = f"plot-{number}.svg"
-        (folder / name).write_text("".join(data["image/svg+xml"]))
-    else:
-        name = f"plot-{number}.png"
-        (folder / name).write_bytes(base64.b64decode("".join(data["image/png"])))
-    return f"![A plot of the cell above]({folder.name}/{name})"
-
-
 def header_pages(to):
     """A page for each public header but those of records alone, which have pages of their own."""
     (to / "headers").mkdir()
@@ -104,31 +77,34 @@ def hosts_page():
     return "\n\n".join(blocks) + "\n"
 
 
+def front_page():
+    """The first page, with the navigation of the pages that are there."""
+    index = (ROOT / "site/index.md").read_text("utf-8")
+    for name, path in OPTIONAL.items():
+        if not (ROOT / path).exists():
+            index = index.replace(f"\n{name}\n", "\n")
+    return index
+
+
 def gather(build, to):
     shutil.rmtree(to, ignore_errors=True)
     shutil.copytree(ROOT / "docs", to)
-    index = (ROOT / "site/index.md").read_text("utf-8")
-    for name in OPTIONAL:
-        if not any(in_site(path) == f"{name}.md" for path in (f"docs/{name}.md", "CONTRIBUTING.md")):
-            index = index.replace(f"\n{name}\n", "\n")
-    (to / "index.md").write_text(index, "utf-8")
-    for path, name in ELSEWHERE.items():
-        if (ROOT / path).exists():
-            shutil.copy(ROOT / path, to / name)
-    for name in ["*.md", *ELSEWHERE]:
-        for page in (ROOT / "docs").glob(name) if "*" in name else [ROOT / name]:
-            if page.exists():
-                path = str(page.relative_to(ROOT))
-                (to / in_site(path)).write_text(linked(page.read_text("utf-8"), path), "utf-8")
-    for page in sorted(to.glob("*.ipynb")):
-        cells = json.loads(page.read_text("utf-8"))
-        page.with_suffix(".md").write_text(notebook_page(cells, to / page.stem), "utf-8")
+
+    def write(name, text):
+        (to / name).write_text(text, "utf-8")
+
+    write("index.md", front_page())
+    for page in [*(ROOT / "docs").glob("*.md"), *(ROOT / path for path in ELSEWHERE)]:
+        path = str(page.relative_to(ROOT))
+        if in_site(path):
+            write(in_site(path), linked(page.read_text("utf-8"), path))
+    for page in to.glob("*.ipynb"):
+        write(f"{page.stem}.md", notebook_page.page(json.loads(page.read_text("utf-8")), to / page.stem))
     record_pages.write(json.loads((build / "share/hundredweight/record.json").read_text("utf-8")), to)
     header_pages(to)
-    (to / "hosts.md").write_text(hosts_page(), "utf-8")
-    (to / "command.rst").write_text(command_page.page(build / "bin/cwt"), "utf-8")
-    place = to / "house.md"
-    place.write_text(house.with_drawings(place.read_text("utf-8"), ROOT), "utf-8")
+    write("hosts.md", hosts_page())
+    write("command.rst", command_page.page(build / "bin/cwt"))
+    write("house.md", house.with_drawings((to / "house.md").read_text("utf-8"), ROOT))
 
 
 if __name__ == "__main__":

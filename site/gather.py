@@ -21,8 +21,6 @@ ROOT = pathlib.Path(__file__).resolve().parents[1]
 # Pages outside of docs/, by their names in the site.
 ELSEWHERE = {"README.md": "readme.md", "CHANGELOG.md": "changelog.md",
              "CONTRIBUTING.md": "contributing.md", "fuzz/README.md": "fuzzing.md"}
-# These have their place in the navigation once they are there.
-OPTIONAL = {"messages": "docs/messages.md", "contributing": "CONTRIBUTING.md"}
 HEADERS = {"exports": "The library's functions", "platform": "The platform library's functions",
            "engine_interface": "The engine's entry points",
            "service_guide_interface": "The service guide's entry points",
@@ -77,15 +75,6 @@ def hosts_page():
     return "\n\n".join(blocks) + "\n"
 
 
-def front_page():
-    """The first page, with the navigation of the pages that are there."""
-    index = (ROOT / "site/index.md").read_text("utf-8")
-    for name, path in OPTIONAL.items():
-        if not (ROOT / path).exists():
-            index = index.replace(f"\n{name}\n", "\n")
-    return index
-
-
 def gather(build, to):
     shutil.rmtree(to, ignore_errors=True)
     shutil.copytree(ROOT / "docs", to)
@@ -93,7 +82,7 @@ def gather(build, to):
     def write(name, text):
         (to / name).write_text(text, "utf-8")
 
-    write("index.md", front_page())
+    shutil.copy(ROOT / "site/index.md", to)
     for page in [*(ROOT / "docs").glob("*.md"), *(ROOT / path for path in ELSEWHERE)]:
         path = str(page.relative_to(ROOT))
         if in_site(path):

@@ -4,48 +4,50 @@ import subprocess
 
 from marked import heading, indented, plain
 
-# --help has an option's name in the first columns, and what it does behind them or below.
-NAMES = 30
+# An option stands two blanks from the edge, what it does behind it or below, further in.
+ENTRY = re.compile(r"^ {2}(\S.*?)(?: {2,}(.*))?$")
 
 
 def told(cwt, *arguments):
-    return subprocess.run([cwt, *arguments, "--help"], check=True, capture_output=True, text=True).stdout
+    """The paragraphs of --help."""
+    run = subprocess.run([cwt, *arguments, "--help"], check=True, capture_output=True, text=True)
+    return run.stdout.strip().split("\n\n")
 
 
-def entries(text, title):
+def entries(paragraphs, title):
     """The names of a section of --help, each with what is said of it."""
     found = []
-    section = re.search(rf"^{title}:\n(.*?)(?:\n\n|\Z)", text, re.DOTALL | re.MULTILINE)
-    for line in section[1].splitlines() if section else []:
-        name = line.strip() if len(line) <= NAMES or line[NAMES - 1] != " " else line[:NAMES].strip()
-        words = line.strip()[len(name):].strip()
-        if line.startswith(" " * NAMES):
-            found[-1][1] += f" {line.strip()}"
-        else:
-            found.append([name, words])
-    return [(name, words.strip()) for name, words in found]
+    for paragraph in paragraphs:
+        first, *lines = paragraph.splitlines()
+        for line in lines if first == f"{title}:" else []:
+            entry = ENTRY.match(line)
+            if entry:
+                found.append([entry[1], entry[2] or ""])
+            else:
+                found[-1][1] = f"{found[-1][1]} {line.strip()}".strip()
+    return found
 
 
 def command(cwt, name):
-    text = told(cwt, name)
-    purpose, usage = text.splitlines()[:2]
-    lines = [*heading(f"cwt {name}", "-"), plain(purpose), "", f"``{usage.removeprefix('Usage: ')}``", "",
-             f".. program:: cwt {name}", ""]
-    for place, words in entries(text, "Positionals"):
-        # Upper case is the place's name, what follows tells its kind.
-        lines += [f"``{place.split()[0]}``", *indented([plain(words)]), ""]
-    for option, words in entries(text, "Options"):
-        lines += [f".. option:: {option.replace(',--', ', --')}", "", *indented([plain(words)]), ""]
+    paragraphs = told(cwt, name)
+    purpose, _, usage = paragraphs[0].partition("\nUsage: ")
+    lines = [*heading(f"cwt {name}", "-"), plain(" ".join(purpose.split())), "",
+             f"``{' '.join(usage.split())}``", "", f".. program:: cwt {name}", ""]
+    for place, words in entries(paragraphs, "Arguments"):
+        lines += [f"``{place}``", *indented([plain(words)]), ""]
+    options = entries(paragraphs, "Options")
+    if not options:
+        raise SystemExit(f"cwt {name} --help tells of no options")
+    for option, words in options:
+        lines += [f".. option:: {option}", "", *indented([plain(words)]), ""]
     return lines
 
 
 def page(cwt):
-    text = told(cwt)
-    names = [name for name, _ in entries(text, "Subcommands")]
+    paragraphs = told(cwt)
     lines = [*heading("Every command and option", "="),
              "What ``cwt --help`` and ``--help`` of each command tell. ``cwt COMMAND --help`` tells it on a",
-             "terminal.", ""]
-    lines += [plain(line) + "\n" for line in text.split("\n\n")[-1].splitlines()]
-    for name in names:
+             "terminal.", "", plain(" ".join(paragraphs[-1].split())), ""]
+    for name, _ in entries(paragraphs, "Subcommands"):
         lines += command(cwt, name)
     return "\n".join(lines) + "\n"

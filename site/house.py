@@ -15,8 +15,12 @@ def purposes(root):
     return {folder: words.replace("`", "") for folder, words in rows}
 
 
+def sources(folder):
+    return sorted(path for path in folder.rglob("*") if path.suffix in (".h", ".cpp"))
+
+
 def rooms(root, top):
-    return sorted(path.name for path in (root / top).iterdir() if path.is_dir())
+    return sorted(path.name for path in (root / top).iterdir() if path.is_dir() and sources(path))
 
 
 def arrows(root, top):
@@ -24,9 +28,8 @@ def arrows(root, top):
     inside = {*rooms(root, top), "hundredweight"}
     found = set()
     for room in rooms(root, top):
-        for path in sorted((root / top / room).rglob("*")):
-            if path.suffix in (".h", ".cpp"):
-                found |= {(room, to) for to in INCLUDE.findall(path.read_text("utf-8")) if to in inside}
+        for path in sources(root / top / room):
+            found |= {(room, to) for to in INCLUDE.findall(path.read_text("utf-8")) if to in inside}
     return {(room, to) for room, to in found if room != to}
 
 

@@ -62,9 +62,9 @@ class RepeatedKeys {
             if (level.is_array) {
                 place += fmt::format("[{}]", level.entries);
             } else {
-                const bool is_long = level.key.size() > kLongestKey;
-                place += (place.empty() ? "" : ".") +
-                         Printable(is_long ? level.key.substr(0, kLongestKey) + "..." : level.key);
+                if (!place.empty()) place += '.';
+                place += Printable(level.key.substr(0, kLongestKey));
+                if (level.key.size() > kLongestKey) place += "...";
             }
         }
         return place;

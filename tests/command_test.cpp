@@ -192,6 +192,7 @@ TEST_F(CommandTest, WhatIsThereButCannotBeReadIsNamedWithTheReason) {
     }
     const std::string shipment = (directory_ / "shipments" / "16-whole-road.json").string();
     for (const auto& [name, complaint] : {std::pair{"SAMPLE.ZMC", "it ends within a record"},
+                                          {"SAMPLE.SC", "it has 3986 of the 3996 bytes"},
                                           {"SAMPLE.LVL", "it ends within a record"},
                                           {"PROFILE.FIL", "it ends within a record"}}) {
         const std::string content = FileContent(directory_ / name);

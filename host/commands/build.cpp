@@ -69,9 +69,8 @@ void TryLoad(const std::filesystem::path& directory, Translation& built) {
     const std::vector<SetFile> files = set.Files();
     if (failure == 0) {
         for (const SetFile& file : files) {
-            if (!file.is_table() || !file.size || file.need == Need::kNotRead) continue;
             try {
-                RequireWholeRecords(file.path, file.record_size());
+                file.RequireWhole();
             } catch (const Broken&) {
                 RefuseFile(file.extension, "ends within a record", built);
             }

@@ -125,6 +125,12 @@ std::size_t SetFile::record_size() const {
     return is_one_record || is_table() ? family->record_size : 0;
 }
 
+void SetFile::RequireWhole() const {
+    if (need == Need::kNotRead || !size || record_size() == 0) return;
+    if (!is_table()) return RequireRecord(path, record_size());
+    if (stray_bytes() != 0) RequireWholeRecords(path, record_size());
+}
+
 std::vector<SetFile> ListSetFiles(const Listing& directory, const std::string& set,
                                   const RateContext& context) {
     std::vector<SetFile> files;

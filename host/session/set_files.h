@@ -32,6 +32,9 @@ struct SetFile {
     std::size_t record_size() const;
     std::uintmax_t records() const { return *size / record_size(); }
     std::uintmax_t stray_bytes() const { return *size % record_size(); }
+    /// Throws Broken when a load passes over an end within a record: what is missing would be rated
+    /// without.
+    void RequireWhole() const;
 };
 
 /// The set's files in the order of a load; `context` holds the settings as far as they were read.

@@ -129,8 +129,16 @@ void RequireWholeRecords(const std::filesystem::path& file, std::size_t record_s
     stream.seekg(size - rest).read(end.data(), rest);
     constexpr std::string_view kFillers("\x1A \0\r\n", 5);
     if (end.find_first_not_of(kFillers) == end.npos) return;
+    throw UnreadFile(
+        file, fmt::format("it ends within a record, {} bytes behind the last whole one", rest));
+}
+
+void RequireRecord(const std::filesystem::path& file, std::size_t record_size) {
+    std::error_code error;
+    const std::uintmax_t size = file_size(file, error);
+    if (error || size >= record_size) return;
     throw UnreadFile(file,
-                  fmt::format("it ends within a record, {} bytes behind the last whole one", rest));
+                     fmt::format("it has {} of the {} bytes of its record", size, record_size));
 }
 
 void RequireWritable(const std::filesystem::path& file) {

@@ -78,4 +78,7 @@ void RequireReadable(const std::filesystem::path& file);
 /// What fills a file up (Ctrl-Z, blanks, zeros, line ends) is allowed.
 void RequireWholeRecords(const std::filesystem::path& file, std::size_t record_size);
 
+/// Throws Broken when a file of one record is shorter than it. What follows the record is allowed.
+void RequireRecord(const std::filesystem::path& file, std::size_t record_size);
+
 }  // namespace cwt

@@ -66,11 +66,8 @@ void TariffSet::RequireSound(const std::vector<SetFile>& files, int32_t failure)
     }
     if (const auto discounts = DiscountsElsewhere(sources_); !discounts.empty())
         RequireReadable(discounts);
-    for (const SetFile& file : files) {
-        if (failure != 0 || file.need == Need::kNotRead || !file.is_table() || !file.size) continue;
-        if (file.stray_bytes() == 0) continue;
-        RequireWholeRecords(file.path, file.record_size());
-    }
+    if (failure != 0) return;
+    for (const SetFile& file : files) file.RequireWhole();
 }
 
 std::filesystem::path TariffSet::DiscountsElsewhere(const Sources& sources) {

@@ -49,7 +49,8 @@ constexpr MessageEntry kSet[] = {
      "is not there, or may not be read. The load goes on, and the engine tells the states of "
      "postal codes, unless the set's `tariff_source` is N.",
      kMayBeSo},
-    {364, "SC", "is shorter than its {} bytes. A host goes on without it; `cwt` does not.", nullptr},
+    {364, "SC", "is shorter than its {} bytes. A host goes on without it; `cwt` does not.",
+     nullptr},
     {370, "SET", kNotOpened, nullptr},
     {374, "SET", kTooShort, nullptr},
     {380, "WGT",

@@ -14,10 +14,6 @@
 
 namespace cwt {
 
-/// What a text of bytes in hexadecimal begins with.
-inline constexpr std::string_view kHex = "hex:";
-std::string HexOf(std::string_view bytes);
-
 /// How a field's bytes are written.
 enum class Kind {
     kText,      ///< Characters of Windows-1252, padded behind; UTF-8 in the text.
@@ -59,6 +55,10 @@ std::vector<Column> ColumnsOf(std::span<const Field> fields);
 /// Whether a kind is of characters that are padded.
 bool IsText(Kind kind);
 
+/// What fills a field behind its text, and a text without it.
+char PaddingOf(const Field& field);
+std::string_view WithoutPadding(std::string_view bytes, char padding);
+
 /// Whether nothing but its bytes can be told of a field: the host's own, or nobody's.
 bool IsHosts(const Field& field);
 
@@ -77,9 +77,5 @@ FieldBytes BytesOfText(const Field& field, std::string_view text);
 
 /// The bytes of a field that is left out.
 std::string BytesOfNothing(const Field& field);
-
-/// Any bytes as a text that BytesOfText takes back for a text field of their size, or without one.
-std::string CarriedText(std::string_view bytes);
-std::optional<std::string> CarriedBytes(std::string_view text);
 
 }  // namespace cwt

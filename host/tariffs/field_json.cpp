@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "tariffs/carried_text.h"
 #include "text/field_text.h"
 
 namespace cwt {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "tariffs/carried_text.h"
 #include "tariffs/file_names.h"
 #include "text/nearest_word.h"
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "tariffs/carried_text.h"
 #include "tariffs/record_text.h"
 #include "text/code_page.h"
 
@@ -61,11 +62,6 @@ std::vector<std::string> CellsOf(const std::vector<Column>& columns, std::string
     cells.assign(columns.size(), "");
     cells[0] = HexOf(line);
     return cells;
-}
-
-void WriteHeader(const std::vector<Column>& columns, SheetWriter& sheet) {
-    for (const Column& column : columns) sheet.Cell(column.name);
-    sheet.EndRow();
 }
 
 }  // namespace

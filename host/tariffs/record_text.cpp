@@ -2,13 +2,10 @@
 
 #include <fmt/core.h>
 
+#include "tariffs/carried_text.h"
+
 namespace cwt {
 namespace {
-
-void WriteHeader(const std::vector<Column>& columns, SheetWriter& sheet) {
-    for (const Column& column : columns) sheet.Cell(column.name);
-    sheet.EndRow();
-}
 
 /// What a record is told by, its first field.
 std::string NameOf(const Family& family, std::string_view record) {
@@ -113,6 +110,11 @@ std::optional<std::string> ReadSingle(const Family& family, FolderReader& folder
 }
 
 }  // namespace
+
+void WriteHeader(const std::vector<Column>& columns, SheetWriter& sheet) {
+    for (const Column& column : columns) sheet.Cell(column.name);
+    sheet.EndRow();
+}
 
 void WriteCells(const std::vector<Column>& columns, std::string_view record, SheetWriter& sheet) {
     bool is_blank = true;

@@ -21,6 +21,9 @@ std::string_view WriteRecords(const Family& family, const std::string& sheet,
 std::optional<std::string> ReadRecords(const Family& family, const std::string& sheet,
                                        FolderReader& folder);
 
+/// Writes the names of columns as a row.
+void WriteHeader(const std::vector<Column>& columns, SheetWriter& sheet);
+
 /// Writes the fields of a record as cells, and reads them from a row's cells.
 void WriteCells(const std::vector<Column>& columns, std::string_view record, SheetWriter& sheet);
 std::string ReadCells(const std::vector<Column>& columns, std::size_t first_cell, std::size_t size,

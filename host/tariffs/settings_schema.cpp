@@ -3,6 +3,7 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 
+#include "tariffs/carried_text.h"
 #include "tariffs/families/family.h"
 #include "tariffs/field_guide.h"
 #include "tariffs/settings_document.h"

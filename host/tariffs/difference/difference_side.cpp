@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "tariffs/carried_text.h"
 #include "tariffs/families/family.h"
 #include "tariffs/folder.h"
 #include "tariffs/translation.h"

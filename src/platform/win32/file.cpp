@@ -63,13 +63,13 @@ bool WriteBytes(int descriptor, const void* content, std::size_t size) {
 
 /// Scanners and indexers hold a new file for a moment.
 bool Move(const char* from, const char* to, DWORD flags) {
-    constexpr int kAttempts = 5;
+    constexpr int kTries = 5;
     constexpr DWORD kPause = 40;  // Milliseconds.
     for (int attempt = 1;; ++attempt) {
         if (MoveFileExA(from, to, flags | MOVEFILE_WRITE_THROUGH) != 0) return true;
         const DWORD error = GetLastError();
         const bool held = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
-        if (!held || attempt == kAttempts) return false;
+        if (!held || attempt == kTries) return false;
         Sleep(kPause);
     }
 }

@@ -7,7 +7,7 @@
 #                         lint need, the sample, and a build that is quickly
 #                         made, without sanitizers, in build/dev
 #
-# Before a change lands (.ci/run runs these and more):
+# Before a change lands (.ci/run runs these, but format, and more):
 #   test                  every test, with sanitizers
 #   test-linux32          the same on 32-bit Linux
 #   test-win32            the same on 32-bit Windows, under Wine

@@ -25,8 +25,10 @@
 namespace {
 
 const char* const kExitCodes =
-    "Exit codes: 0 done (rated); 1 the shipment is refused; 2 broken data, partner library or "
-    "command line, or output that could not be written.\nEvery failure is a line on standard "
+    "Exit codes: 0 done; 1 a shipment is refused, or what was asked for is not known; 2 broken "
+    "data, "
+    "partner library or command line, or output that could not be written.\nEvery failure is a "
+    "line on standard "
     "error, with the library's code; \"cwt message CODE\" tells what to do.";
 
 /// The names that a command, or the program, knows and that begin like `written`.

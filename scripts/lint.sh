@@ -5,11 +5,14 @@ set -eu
 cd "$(dirname "$0")/.."
 
 echo "Checking the format"
-scripts/sources.sh | xargs clang-format --dry-run --Werror
+sources=$(scripts/sources.sh)
+[ -n "$sources" ]
+echo "$sources" | xargs clang-format --dry-run --Werror
 
 echo "Checking scripts and JSON"
 shellcheck --shell sh --external-sources --source-path SCRIPTDIR --severity warning \
     .ci/run packaging/*.sh scripts/*.sh scripts/hooks/*
+shellcheck --shell bash --severity warning host/completions/cwt.bash
 find . \( -path ./build -o -path ./sample -o -path ./.git \) -prune -o -name '*.json' -print |
     while read -r file; do
         /usr/bin/python3 -m json.tool "$file" /dev/null || { echo "$file" >&2 && exit 1; }

@@ -36,6 +36,7 @@ write_command_page() {
 }
 
 commands=$("$cwt" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z][a-z]*\) .*/\1/p')
+[ -n "$commands" ] || { echo "$cwt --help tells of no command" >&2 && exit 1; }
 set -- "hundredweight-shipment(5)" "hundredweight-rows(5)" "hundredweight-tariff(5)"
 for command in $commands; do
     write_command_page "cwt-$command" "$command" "cwt(1)" "$@"

@@ -1,6 +1,7 @@
 """The page of the command, from what --help of each of its commands tells."""
 import re
 import subprocess
+import sys
 
 from marked import heading, indented, plain
 
@@ -48,6 +49,9 @@ def page(cwt):
     lines = [*heading("Every command and option", "="),
              "What ``cwt --help`` and ``--help`` of each command tell. ``cwt COMMAND --help`` tells it on a",
              "terminal.", "", plain(" ".join(paragraphs[-1].split())), ""]
-    for name, _ in entries(paragraphs, "Subcommands"):
+    commands = [name for name, _ in entries(paragraphs, "Subcommands")]
+    if not commands:
+        sys.exit("cwt --help tells of no command")
+    for name in commands:
         lines += command(cwt, name)
     return "\n".join(lines) + "\n"

@@ -33,6 +33,8 @@ class Page(html.parser.HTMLParser):
 
 def faults(folder):
     pages = {path: Page(path) for path in sorted(folder.rglob("*.html"))}
+    if not pages:
+        yield f"{folder}: has no pages"
     for path, page in pages.items():
         name = path.relative_to(folder)
         for link in sorted(page.loaded):

@@ -104,6 +104,8 @@ constexpr Doubt kDoubts[] = {
     {"profiles.csv", "Northeast,1", "Default,1", ":3:1: warning: name \"Default\" is the name of two profiles"},
     {"profiles.csv", "Northeast,1", "Northeast of the Mississippi II,1", ":3:1: warning: name \"Northeast of the Mississippi II\" has 31 characters"},
     {"profiles.csv", "Northeast,1,500,400", "Northeast,1,500,410", ":3:17: warning: class_2 \"410\" is no class of classes.csv"},
+    {"profiles.csv", "Northeast,1", "Northeast ,1", ":3:1: warning: name \"Northeast \" begins or ends with a blank"},
+    {"states.csv", "\n", "\r", ":1: error: its lines end with CR alone"},
     {"profiles.csv", "0,0,1,0,0,", "0,0,0,0,0,", ":3:93: warning: zip_discounts \"0\" switches the profile's discounts by postal codes off"},
     {"profiles.csv", "0,0,1,0,0,", "0,0,1,0,12.5,", ":3:97: warning: group_1_percent_2 \"12.5\" never holds: discount_file is 0"},
     {"profiles.csv", "Northeast,1", "Southeast,1", ":3:93: warning: zip_discounts \"1\" asks for the profile's own ZIP table"},

@@ -14,12 +14,14 @@ struct MessageOptions {
 
 /// The statuses of an engine have four digits, the first of which is 0.
 int32_t CodeOf(const std::string& written) {
-    if (written.starts_with('0')) return kEnginesWords;
+    constexpr std::size_t kStatus = 4;
     int32_t code = 0;
     const char* const end = written.data() + written.size();
     const auto [behind, error] = std::from_chars(written.data(), end, code);
-    if (error != std::errc() || behind != end) throw Broken("\"" + written + "\" is no code");
-    return code;
+    if (error != std::errc() || behind != end || code <= 0) {
+        throw Broken("\"" + written + "\" is no code");
+    }
+    return written.size() == kStatus && written.front() == '0' ? kEnginesWords : code;
 }
 
 int Message(const MessageOptions& options) {

@@ -69,7 +69,7 @@ void AddSample(CLI::App& app, int& exit_code) {
         command
             ->add_option("--size", options->size,
                          "How much data: a sample's, or a carrier's, with a national tariff of "
-                         "800,000 lanes and 250 MB in all.")
+                         "800,000 lanes and 244 MB in all.")
             ->check(CLI::IsMember({kSampleSize, kCarrierSize}))
             ->capture_default_str();
     command

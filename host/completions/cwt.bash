@@ -28,7 +28,12 @@ _cwt() {
             _filedir "@(${endings// ./|})"
             ;;
         "$value"*)
-            [[ $cur == [\"\']* ]] || printf -v offer %q "$offer"
+            # Within quotes no sign is offered that the shell would read there.
+            if [[ $cur != [\"\']* ]]; then
+                printf -v offer %q "$offer"
+            elif [[ $offer == *[\"\'\\\$\`!]* ]]; then
+                continue
+            fi
             COMPREPLY+=("$offer")
             ;;
         esac

@@ -9,10 +9,10 @@ function __cwt_complete
             case :directories
                 __fish_complete_directories "$value" ''
             case :files
-                __fish_complete_path "$value"
+                __fish_complete_path "$value" 2>/dev/null
             case ':files *'
                 set -l endings (string join '|' -- (string split ' .' -- $offer)[2..])
-                __fish_complete_path "$value" | string match -r -- "^.*(?:/|\\.(?:$endings))(?:\t.*)?\$"
+                __fish_complete_path "$value" 2>/dev/null | string match -r -- "^.*(?:/|\\.(?:$endings))(?:\t.*)?\$"
             case '*'
                 echo $offer
         end

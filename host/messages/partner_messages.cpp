@@ -16,10 +16,10 @@ constexpr const char* kLookAtEngineData =
 constexpr MessageEntry kEngine[] = {
     {-1, nullptr,
      "The engine refused, in words of its own, which stand in the place of a message: "
-     "\"0113 The tariff has no lane between these points\", say. In JSON the code is null.",
+     "\"0113 The tariff has no lane between these points\", say. In a refusal's JSON the code is "
+     "null, in a batch's summary -1.",
      "Look the number up in the engine's manual; the page `reference-engine.md` has those of the "
-     "one "
-     "that ships here."},
+     "one that ships here."},
     {113, nullptr, "There is no memory for the block in which the engine lists points.",
      kMoreMemory},
     {114, nullptr, "There is no memory for the block in which the engine answers.", kMoreMemory},

@@ -4,6 +4,7 @@
 #include <hundredweight/exports.h>
 
 #include "session/messages.h"
+#include "tariffs/families/family.h"
 #include "text/field_text.h"
 #include "text/path_text.h"
 
@@ -64,8 +65,10 @@ void TariffSet::RequireSound(const std::vector<SetFile>& files, int32_t failure)
     for (const SetFile& file : files) {
         if (file.need != Need::kNotRead && !file.path.empty()) RequireReadable(file.path);
     }
-    if (const auto discounts = DiscountsElsewhere(sources_); !discounts.empty())
+    if (const auto discounts = DiscountsElsewhere(sources_); !discounts.empty()) {
         RequireReadable(discounts);
+        RequireRecord(discounts, FamilyOf("DIS")->record_size);
+    }
     if (failure != 0) return;
     for (const SetFile& file : files) file.RequireWhole();
 }

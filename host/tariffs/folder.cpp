@@ -98,12 +98,19 @@ std::optional<std::string> FolderReader::Carried(const std::string& file) {
 void FolderReader::TellUnused() const {
     settings_.TellUnused(findings_);
     const std::vector<std::string> names = FolderFileNames();
-    const std::vector<std::string_view> known(names.begin(), names.end());
+    std::vector<std::string_view> missing;
+    for (const std::string& name : names) {
+        if (!files_.contains(name)) missing.push_back(name);
+    }
     for (const auto& [name, text] : files_) {
         if (read_.contains(name) || IsForPeople(name)) continue;
-        const std::vector<std::string> nearest = NearestWord(name, known);
-        findings_.Warn({name}, "nobody reads this file" +
-                                   (nearest.empty() ? "" : "; is " + nearest[0] + " meant?"));
+        std::string told = "nobody reads this file";
+        if (std::ranges::find(names, name) != names.end()) {
+            told += ": the sheet that its rows belong to is missing";
+        } else if (const auto nearest = NearestWord(name, missing); !nearest.empty()) {
+            told += "; is " + nearest[0] + " meant?";
+        }
+        findings_.Warn({name}, told);
     }
     for (const auto& [name, file] : carried_) {
         if (!file.is_read) findings_.Warn(file.place, fmt::format("a set has no file {}", name));

@@ -59,6 +59,12 @@ void SheetReader::ReadHeader(const std::vector<Wanted>& columns) {
         rest_ = {};
         return;
     }
+    const std::string_view header = rest_.substr(0, rest_.find('\n'));
+    if (header.substr(0, header.empty() ? 0 : header.size() - 1).find('\r') != kNone) {
+        findings_.Refuse({file_, 1, 0}, "its lines end with CR alone; LF, or CR and LF, is wanted");
+        rest_ = {};
+        return;
+    }
     const bool is_there = ReadRow();
     DropBlankCells(0);
     if (!is_there || cells_.empty()) {

@@ -34,6 +34,9 @@ void CheckNames(CheckedSet& set) {
                       "has {} characters: behind the last must be room for the end, or cwt cannot "
                       "choose the profile",
                       text.size());
+        } else if (text.front() == ' ' || text.back() == ' ') {
+            set.Doubt(profiles, row, column,
+                      "begins or ends with a blank, and is found by nobody who leaves it out");
         } else if (!is_new) {
             set.DoubtAgainst(profiles, row, column, first->second,
                              "is the name of two profiles, and the first is always found");

@@ -225,8 +225,9 @@ void PartnerChecks::Finish() {
                    std::string_view(other.folder) == std::string_view(table.folder);
         };
         if (states_[table.id].is_there || std::ranges::none_of(PartnerTables(), is_there)) continue;
-        findings_.Warn({table.SheetName()},
-                       fmt::format("is missing: without {} the partner starts not", table.file));
+        findings_.Warn(
+            {table.SheetName()},
+            fmt::format("is missing: without {} the partner does not start", table.file));
     }
 }
 

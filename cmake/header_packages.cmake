@@ -10,7 +10,7 @@ if(CMAKE_CROSSCOMPILING)
 endif()
 
 add_library(hwt_fmt STATIC cmake/fmt.cpp)
-target_link_libraries(hwt_fmt PRIVATE hwt_compile_options)
+target_link_libraries(hwt_fmt PRIVATE hwt_compile_options hwt_unsanitized)
 if(CMAKE_CROSSCOMPILING)
     target_include_directories(hwt_fmt SYSTEM PRIVATE ${CMAKE_BINARY_DIR}/packages)
 endif()

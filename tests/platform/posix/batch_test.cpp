@@ -153,7 +153,7 @@ TEST_F(BatchTest, RowsAreThoseOfOneSessionHoweverTheyAreSpread) {
 }
 
 TEST_F(BatchTest, KilledRunsEndWithTheSameBytes) {
-    WriteRows(5000);
+    WriteRows(2000);
     std::minstd_rand random(static_cast<unsigned>(getpid()));
     for (const std::string name : {"out.ndjson", "out.csv", "out.csv.gz", "out.sqlite"}) {
         const std::string whole = "whole-" + name;
@@ -161,7 +161,7 @@ TEST_F(BatchTest, KilledRunsEndWithTheSameBytes) {
         if (exit_code == 2 && Content("said").find("this build has") != std::string::npos) continue;
         ASSERT_EQ(exit_code, 1) << Content("said");
         const std::string again = "rows.ndjson --resume -o " + name;
-        for (int kills = 0; kills < 4; ++kills) {
+        for (int kills = 0; kills < 3; ++kills) {
             const std::uintmax_t bytes = fs::file_size(whole) * (random() % 90) / 100;
             EXPECT_EQ(RunUntil(Send(SIGKILL), name + ".partial", bytes, again), -SIGKILL);
             EXPECT_FALSE(fs::exists(name));

@@ -28,16 +28,19 @@ def put(cwt, page, name, *command):
 
 def walk(cwt, page):
     """The page with what its commands print, one after the other in one folder. Blocks of the
-    language console have them behind a $."""
+    language console have them behind a $. One that shows a difference ends with 1, all others with 0."""
     person = {"GIT_CONFIG_GLOBAL": os.devnull, "GIT_CONFIG_SYSTEM": os.devnull}
     for role in ("AUTHOR", "COMMITTER"):
         person |= {f"GIT_{role}_NAME": "Clerk", f"GIT_{role}_EMAIL": "clerk@carrier.example"}
     path = f"{pathlib.Path(cwt).resolve().parent}:{os.environ['PATH']}"
     with tempfile.TemporaryDirectory() as folder:
         def printed(command):
-            run = subprocess.run(["bash", "-c", command], cwd=folder, stdout=subprocess.PIPE,
-                                 stderr=subprocess.STDOUT, text=True,
+            run = subprocess.run(["bash", "-uo", "pipefail", "-c", command], cwd=folder,
+                                 stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
                                  env=os.environ | person | {"PATH": path, "LC_ALL": "C.UTF-8"})
+            wanted = 1 if command.startswith("cwt diff ") else 0
+            assert run.returncode == wanted, \
+                f"$ {command}\nends with {run.returncode}, not {wanted}\n{run.stdout}"
             return re.sub(r" +$", "", run.stdout, flags=re.MULTILINE)
 
         def block(match):

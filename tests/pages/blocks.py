@@ -20,15 +20,22 @@ def blocks(page):
 
 
 def unmarked(page):
-    """The first lines of blocks that are code by their indentation alone, in no language."""
+    """The first lines of code that blocks() does not see: in no language, by its indentation alone, or
+    fenced in another way."""
     text = _FENCED.sub("", page.read_text("utf-8"))
-    return _INDENTED.findall(text)
+    return _INDENTED.findall(text) + re.findall(r"^.*(?:```|~~~).*$", text, re.MULTILINE)
+
+
+def lines(script):
+    """The commands of a script: its lines, but those that go on are one."""
+    return re.findall(r"^(?:.*\\\n)*.*\S.*$", script, re.MULTILINE)
 
 
 def commands(console):
     """The commands of a console and what each prints: behind a $, and below it."""
-    parts = re.split(r"^\$ ((?:.*\\\n)*.*)\n", console, flags=re.MULTILINE)
-    return list(zip(parts[1::2], parts[2::2]))
+    before, *parts = re.split(r"^\$ ((?:.*\\\n)*.*)\n", console, flags=re.MULTILINE)
+    assert parts and not before, f"a console begins with a $:\n{console}"
+    return list(zip(parts[::2], parts[1::2]))
 
 
 def same(shown, printed):

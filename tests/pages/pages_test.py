@@ -5,7 +5,8 @@ stands there. Each page begins in a folder of its own with the sample data in sa
 
 Of a block the language tells what is done with it: sh is run, console is run and compared, text is
 what the block before it has printed, c and cpp are compiled, sql is asked of the page's database,
-json is read, held against the schema that it names, and checked if it is a shipment.
+json is read, held against the schema that it names, and checked if it is a shipment. Commands end
+with 0 but for those of exit_codes.py.
 """
 import json
 import os
@@ -23,7 +24,8 @@ import urllib.request
 
 import jsonschema
 
-from blocks import blocks, commands, same, unmarked
+from blocks import blocks, commands, lines, same, unmarked
+from exit_codes import EXIT_CODES
 from not_run import NOT_RUN, TESTED_BY
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -32,9 +34,6 @@ BUILD = pathlib.Path(os.environ["BUILD"]).resolve()
 BEFORE = {"reference/samples/template/README.md": "cwt build --new tariff"}
 PAGES = sorted(path for path in [*ROOT.glob("*.md"), *ROOT.glob("docs/*.md"), ROOT / "fuzz/README.md",
                 *(ROOT / name for name in BEFORE)])
-# A batch with a refused row ends with 1, which is no failure of the page.
-CWT = '#!/bin/sh\n"{cwt}" "$@"\ncode=$?\n[ "$1" != batch ] || [ $code -ne 1 ] || code=0\nexit $code\n'
-SERVE = re.compile(r"^cwt serve .*\n", re.MULTILINE)
 
 
 def free_port():
@@ -47,22 +46,19 @@ class Page:
     """A page as a person works through it: a folder, a service, and what was printed last."""
 
     def __init__(self, path, folder):
-        self.path, self.folder = path, folder
+        self.name, self.folder = str(path.relative_to(ROOT)), folder
+        self.codes_seen = set()
         self.printed, self.service, self.port = None, None, free_port()
         self.places = {"8080": str(self.port), "rates.example": "localhost",
                        "/srv/freight": f"{folder}/srv", "/etc/hundredweight": f"{folder}/etc",
                        "build/release/bin/cwt": "cwt", "build/release": str(BUILD),
                        "docs/hosts": f"{ROOT}/docs/hosts"}
-        (folder / "bin").mkdir()
-        (folder / "bin/cwt").write_text(CWT.format(cwt=BUILD / "bin/cwt"))
-        (folder / "bin/cwt").chmod(0o755)
         (folder / "srv").mkdir()
         library = next((BUILD / "lib").glob("python3.*/dist-packages"), BUILD)
         self.environment = os.environ | {"PATH": f"{BUILD}/bin:{os.environ['PATH']}", "LC_ALL": "C.UTF-8",
                                          "PYTHONPATH": str(library), "TMPDIR": str(folder)}
-        self.strict = self.environment | {"PATH": f"{folder}/bin:{self.environment['PATH']}"}
         self.must_run("cwt sample sample")
-        self.must_run(BEFORE.get(str(path.relative_to(ROOT)), ""))
+        self.must_run(BEFORE.get(self.name, ""))
 
     def here(self, text):
         """The text with the ports and folders of this test in the place of the page's."""
@@ -72,25 +68,36 @@ class Page:
 
     def run(self, *shell, **options):
         done = subprocess.run(["bash", *shell], cwd=self.folder, text=True, stdout=subprocess.PIPE,
-                              stdin=subprocess.DEVNULL, timeout=120, **options)
+                              stdin=subprocess.DEVNULL, timeout=120, env=self.environment, **options)
         self.printed = done.stdout
         return done
 
     def must_run(self, script, what="sh"):
-        done = self.run("-euo", "pipefail", "-c", script, stderr=subprocess.PIPE, env=self.strict)
+        done = self.run("-euo", "pipefail", "-c", script, stderr=subprocess.PIPE)
         assert done.returncode == 0, f"{what} ended with {done.returncode}\n{script}\n{done.stderr}"
 
+    def command(self, command, stderr):
+        """Runs a command of the page, which ends with the code that is expected of it."""
+        key = key_of(EXIT_CODES, self.name, command)
+        self.codes_seen.add(key)
+        done = self.run("-uo", "pipefail", "-c", self.here(command), stderr=stderr)
+        wanted = EXIT_CODES.get(key, 0)
+        assert done.returncode == wanted, \
+            f"$ {command}\nends with {done.returncode}, not {wanted}\n{done.stderr or done.stdout}"
+
     def sh(self, text):
-        text, at = self.here(text), 0
-        for serve in SERVE.finditer(text):
-            self.must_run(text[at:serve.start()])
-            self.serve(serve[0])
-            at = serve.end()
-        self.must_run(text[at:])
+        printed = ""
+        for line in lines(text):
+            if self.here(line).startswith("cwt serve "):
+                self.serve(self.here(line))
+            else:
+                self.command(line, subprocess.PIPE)
+                printed += self.printed
+        self.printed = printed
 
     def console(self, text):
         for command, shown in commands(text):
-            self.run("-c", self.here(command), stderr=subprocess.STDOUT, env=self.environment)
+            self.command(command, subprocess.STDOUT)
             printed = self.printed.replace(str(self.port), "8080")
             assert same(shown, printed), f"$ {command}\nprints\n{printed}\nnot\n{shown}"
 
@@ -149,8 +156,13 @@ class Page:
             self.service = None
 
 
-def reason_not_to_run(page, block):
-    return next((key for key in NOT_RUN if key[0] == page and block.text.startswith(key[1])), None)
+def key_of(table, page, text):
+    """The key of a table, by page and first words, that is this text's; None where it has none."""
+    return next((key for key in table if key[0] == page and text.startswith(key[1])), None)
+
+
+def keys_of(table, page):
+    return {key for key in table if key[0] == page}
 
 
 class Pages(unittest.TestCase):
@@ -162,7 +174,7 @@ class Pages(unittest.TestCase):
             page = Page(path, pathlib.Path(folder))
             try:
                 for block in blocks(path) if name not in TESTED_BY else ():
-                    key = reason_not_to_run(name, block)
+                    key = key_of(NOT_RUN, name, block.text)
                     if key:
                         used.add(key)
                         continue
@@ -172,7 +184,12 @@ class Pages(unittest.TestCase):
                         run(block.text)
             finally:
                 page.stop()
-        self.assertEqual({key for key in NOT_RUN if key[0] == name} - used, set(), "there are no such blocks")
+        self.assertEqual(keys_of(NOT_RUN, name) - used, set(), "there are no such blocks")
+        self.assertEqual(keys_of(EXIT_CODES, name) - page.codes_seen, set(), "there are no such commands")
+
+    def test_the_tables_are_of_pages(self):
+        named = {*TESTED_BY, *BEFORE, *(page for page, _ in [*NOT_RUN, *EXIT_CODES])}
+        self.assertEqual(named - {str(path.relative_to(ROOT)) for path in PAGES}, set(), "there are no such pages")
 
 
 def add_test(path):

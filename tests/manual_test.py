@@ -35,18 +35,35 @@ def faults_of_document(document, page):
     """Every name that a page of the documentation sets apart is told."""
     text = re.sub("^```.*?^```", "", document.read_text(encoding="utf-8"), flags=re.DOTALL | re.M)
     told = " ".join(shown(page)[0].split())
-    for name in sorted(set(re.findall("`([^`\n]+)`", text))):
+    names = sorted(set(re.findall("`([^`\n]+)`", text)))
+    if not names:
+        yield f"{document}: sets no name apart"
+    for name in names:
         if " ".join(name.split()) not in told:
             yield f"{page.name}: no {name}"
 
 
+def commands_of(cwt):
+    """What a shell offers behind the program's name: its commands, and itself without one."""
+    offered = subprocess.run([cwt, "complete", ""], text=True, check=True, capture_output=True)
+    return [[], *([line.split("\t")[0]] for line in offered.stdout.splitlines())]
+
+
 def faults_of_command(cwt, command, folder):
-    """Every option that --help tells has a paragraph of the page."""
+    """There is a page that ends with the exit codes, and every option that --help tells has a
+    paragraph of it."""
+    page = folder / f"man1/{'-'.join(['cwt', *command])}.1"
+    if not page.exists():
+        yield f"{page.name}: is not there"
+        return
     told = subprocess.run([cwt, *command, "--help"], text=True, check=True, capture_output=True)
-    text, _ = shown(folder / f"man1/{'-'.join(['cwt', *command])}.1")
-    for option in re.findall(r"^  (-.*?)(?:  |$)", told.stdout, re.MULTILINE):
+    text, _ = shown(page)
+    options = re.findall(r"^  (-.*?)(?:  |$)", told.stdout, re.MULTILINE)
+    if not options or "\nEXIT STATUS\n" not in text:
+        yield f"{page.name}: tells of {len(options)} options, or of no exit status"
+    for option in options:
         if not re.search(rf"^       {re.escape(option)}( |$)", text, re.MULTILINE):
-            yield f"cwt {' '.join(command)}: no {option}"
+            yield f"{page.name}: no {option}"
 
 
 def faults_of_names(names, folder):
@@ -74,7 +91,9 @@ def main(cwt, record, source):
         pages = [page for section in ("man1", "man3", "man5")
                  for page in sorted((folder / section).iterdir()) if page.suffix != ".3hwt"]
         faults = [fault for page in pages for fault in faults_of_page(page)]
-        commands = [page.stem.split("-")[1:] for page in pages if page.suffix == ".1"]
+        commands = commands_of(cwt)
+        if len(commands) != len(list((folder / "man1").iterdir())):
+            faults.append(f"cwt has {len(commands) - 1} commands, which are not the pages of man1")
         faults += [fault for each in commands for fault in faults_of_command(cwt, each, folder)]
         for document, page in (("tariff-set", "man5/hundredweight-tariff.5"),
                                ("shipment", "man5/hundredweight-shipment.5"),

@@ -10,7 +10,7 @@ import theme  # noqa: E402
 project = "Hundredweight"
 html_title = f"Hundredweight {os.environ['HWT_VERSION']}"
 language = "en"
-extensions = ["myst_parser", "breathe"]
+extensions = ["myst_parser", "breathe", "message_codes"]
 myst_heading_anchors = 4
 breathe_projects = {project: os.environ["HWT_HEADERS"]}
 breathe_default_project = project

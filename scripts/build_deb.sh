@@ -6,8 +6,7 @@ cd "$(dirname "$0")/.."
 folder=${1:-build/deb}
 package=$(dpkg-parsechangelog -l packaging/debian/changelog -S Version)
 epoch=$(dpkg-parsechangelog -l packaging/debian/changelog -S Timestamp)
-version=$(sed -n 's/^#define HWT_VERSION_[MP][A-Z]* \([0-9]*\)$/\1/p' \
-    include/hundredweight/version.h | paste -sd .)
+version=$(scripts/version.sh)
 if [ "$package" != "$version" ]; then
     echo "packaging/debian/changelog is of $package, include/hundredweight/version.h of $version" >&2
     exit 1
@@ -18,8 +17,10 @@ sources=$folder/hundredweight-$version
 rm -rf "$sources" "$folder"/*.deb "$folder"/*.changes "$folder"/*.buildinfo
 mkdir -p "$sources"
 # Files that are installed as they are bear the time of the release.
-tar -cf - --mtime="@$epoch" --exclude=./build --exclude=./.git --exclude=./sample . |
-    tar -xf - -C "$sources"
+tar -cf "$folder/sources.tar" --mtime="@$epoch" --exclude=./build --exclude=./.git \
+    --exclude=./sample .
+tar -xf "$folder/sources.tar" -C "$sources"
+rm "$folder/sources.tar"
 cp -a "$sources/packaging/debian" "$sources/debian"
 log=$folder/build.log
 if ! (cd "$sources" && dpkg-buildpackage -b -us -uc) >"$log" 2>&1; then

@@ -11,10 +11,10 @@ mkdir -p "$out"
 {
     cat site/Doxyfile
     echo "OUTPUT_DIRECTORY = $out/doxygen"
-} | doxygen -
+} >"$out/Doxyfile"
+doxygen "$out/Doxyfile"
 /usr/bin/python3 -B site/gather.py "$build" "$out/source"
-HWT_VERSION=$(sed -n 's/^#define HWT_VERSION_[MP][A-Z]* \([0-9]*\)$/\1/p' \
-    include/hundredweight/version.h | paste -sd .)
+HWT_VERSION=$(scripts/version.sh)
 HWT_HEADERS=$(realpath "$out/doxygen/xml")
 export HWT_VERSION HWT_HEADERS
 /usr/bin/python3 -B -m sphinx -q -W --keep-going -c site -d "$out/doctrees" \

@@ -25,8 +25,11 @@ FOLDERS = ("host", "languages", "reference", "src")
 # Reserved names are left to the compiler, which finds them in a fraction of the time.
 CLANG_TIDY = ("clang-tidy", "--quiet", f"--config-file={ROOT}/.clang-tidy",
               "--extra-arg=-Wno-unknown-warning-option", "--extra-arg=-Wreserved-identifier")
+# What it says beside what it finds; anything else is its own failure.
+COUNTS = re.compile(r"^\d+ (warnings?|errors?)( and \d+ errors?)? generated\.\n", re.M)
 
-SHALLOW = tuple(f"--extra-arg={word}" for word in ("-Xclang", "-analyzer-config", "-Xclang", "mode=shallow"))
+SHALLOW = tuple(f"--extra-arg={word}" for word in
+                ("-Xclang", "-analyzer-config", "-Xclang", "mode=shallow"))
 
 
 def sources_of(unit):
@@ -53,18 +56,21 @@ def join(unit, sources):
 
 
 def look(tree, unit, sources):
-    """Looks through a unit. Result: what is found, and whether there is anything."""
+    """Looks through a unit. Result: what is found or went wrong, and whether there is anything."""
     begins = join(unit, sources) if unit not in sources else [0]
     depth = () if any(source.is_relative_to(ROOT / "src") for source in sources) else SHALLOW
-    done = subprocess.run([*CLANG_TIDY, *depth, "-p", tree, unit], stdout=subprocess.PIPE,
-                          stderr=subprocess.DEVNULL, text=True)
+    done = subprocess.run([*CLANG_TIDY, *depth, "-p", tree, unit], capture_output=True, text=True)
+    failure = COUNTS.sub("", done.stderr)
 
     def at_source(match):
         line = int(match[1])
         number = bisect.bisect_left(begins, line) - 1
         return f"{sources[number].relative_to(ROOT)}:{line - begins[number]}:"
 
-    return re.sub(rf"{re.escape(str(unit))}:(\d+):", at_source, done.stdout), done.returncode != 0
+    found = re.sub(rf"{re.escape(str(unit))}:(\d+):", at_source, done.stdout)
+    if done.returncode != 0 and not found + failure:
+        failure = f"{unit}: clang-tidy ended with {done.returncode}\n"
+    return found + failure, done.returncode != 0 or failure != ""
 
 
 def main(tree):
@@ -75,6 +81,8 @@ def main(tree):
     known = {source for sources in units.values() for source in sources}
     others = (source for folder in FOLDERS for source in (ROOT / folder).rglob("*.cpp"))
     units.update({source: [source] for source in others if is_ours(source) and source not in known})
+    if not known:
+        sys.exit(f"{tree} compiles no source of this project")
     failed = False
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         # The longest first, so that no processor waits for one of them at the end.

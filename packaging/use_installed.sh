@@ -7,14 +7,16 @@ cd "$(dirname "$0")"
 shipment=sample/shipments/01-deficit-and-discount.json
 cwt --version
 cwt sample sample
-cwt rate $shipment | tee bill.text
+cwt rate $shipment >bill.text
+cat bill.text
 grep -q '^  Net charge  *469\.75$' bill.text
 cwt rate $shipment --json >bill.json
 
 # The library, by a C host that its page shows with what it prints.
 # shellcheck disable=SC2046
 gcc host.c $(pkg-config --cflags --libs hundredweight) -o host
-./host sample/ | diff - host.text
+./host sample/ >printed.text
+diff printed.text host.text
 
 # Python and the service, by the command's bill.
 python3 use_installed.py $shipment bill.text bill.json

@@ -13,6 +13,7 @@ fi
 # The package source that this machine is configured for.
 source=$(apt-get indextargets --format '$(RELEASE) $(COMPONENT) $(REPO_URI)' 'Created-By: Packages' |
     sed -n 's/^bookworm main //p' | head -n 1)
+[ -n "$source" ] || { echo "apt-get has no source of bookworm main" >&2 && exit 1; }
 $as_root mkdir -p "$(dirname "$root")"
 $as_root touch "$root.started"
 $as_root rm -f "$root.installed"

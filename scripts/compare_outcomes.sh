@@ -7,6 +7,7 @@ cd "$(dirname "$0")/.."
 
 old=$(cd "${1:?the directory of the libraries to compare with}" && pwd)
 count=${2:-100000}
+[ "$count" -ge 100 ] || { echo "COUNT is to be 100 or more, and is $count" >&2 && exit 2; }
 targets=${FUZZ_TARGETS:-engine record reference service_guide set user_files}
 
 scripts/build.sh release

@@ -15,4 +15,5 @@ done
 bills=$(find build/debug/transcript -name '*.bill' | wc -l)
 refusals=$(find build/debug/transcript -name '*.refusal' | wc -l)
 files=$(find build/debug/transcript -type f | wc -l)
+[ "$bills" -gt 0 ] && [ "$refusals" -gt 0 ] || { echo "there is nothing to compare" >&2 && exit 1; }
 echo "All $files files are the same on all targets: $bills bills, $refusals refusals"

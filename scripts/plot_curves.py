@@ -69,6 +69,9 @@ def plot(curves, path):
 if __name__ == "__main__":
     if len(sys.argv) != 2:
         sys.exit(__doc__)
-    for table in sorted(pathlib.Path(sys.argv[1]).glob("performance*.json")):
+    tables = sorted(pathlib.Path(sys.argv[1]).glob("performance*.json"))
+    if not tables:
+        sys.exit(f"{sys.argv[1]} has no performance*.json")
+    for table in tables:
         if curves := read_curves(table):
             plot(curves, table.with_suffix(".svg"))

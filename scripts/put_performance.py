@@ -13,7 +13,10 @@ import sys
 
 def put_tables(measured, page):
     """The page with each of its tables as it was measured."""
-    for block in re.findall(r"<!-- [\w ]+ -->\n\n.*?<!-- end of [\w ]+ -->", measured, re.DOTALL):
+    blocks = re.findall(r"<!-- [\w ]+ -->\n\n.*?<!-- end of [\w ]+ -->", measured, re.DOTALL)
+    if len(blocks) != page.count("<!-- end of "):
+        sys.exit(f"{len(blocks)} tables were measured, performance.md has {page.count('<!-- end of ')}")
+    for block in blocks:
         first, last = block.splitlines()[0], block.splitlines()[-1]
         pattern = re.escape(first) + ".*?" + re.escape(last)
         page, count = re.subn(pattern, lambda match: block, page, flags=re.DOTALL)

@@ -3,5 +3,6 @@
 set -eu
 cd "$(dirname "$0")/.."
 
-find . \( -path ./build -o -path ./.git \) -prune -o \
-    -type f \( -name '*.h' -o -name '*.c' -o -name '*.cpp' \) -print | sed 's,^\./,,' | sort
+sources=$(find . \( -path ./build -o -path ./.git \) -prune -o \
+    -type f \( -name '*.h' -o -name '*.c' -o -name '*.cpp' \) -print)
+echo "$sources" | sed 's,^\./,,' | sort

@@ -4,6 +4,9 @@
 set -eu
 cd "$(dirname "$0")/.."
 
+tests=${1:-*_test.py}
+# A run of no tests would be a success.
+[ -n "$(find tests/cluster -name "$tests")" ] || { echo "tests/cluster has no $tests" >&2 && exit 2; }
 PYTHONPATH=$(echo "$PWD"/build/release/lib/python3.*/dist-packages)
 export PYTHONPATH CWT="$PWD/build/release/bin/cwt"
 apart="--net --mount"
@@ -22,7 +25,7 @@ echo "Testing on several hosts"
 # shellcheck disable=SC2086
 unshare $apart --pid --mount-proc --fork --kill-child sh -c '"$@"; exit $?' sh \
     /usr/bin/python3 -B -W ignore::DeprecationWarning -m unittest discover -v -s tests/cluster \
-    -p "${1:-*_test.py}" &
+    -p "$tests" &
 # It heeds no other signal.
 trap 'kill -KILL $! 2>/dev/null; exit 2' INT TERM
 wait $!

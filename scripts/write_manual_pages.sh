@@ -7,6 +7,7 @@ set -eu
 cwt=$(realpath "$1") record=$2 to=$3
 source=$(realpath "$(dirname "$0")/..")
 version=$("$cwt" --version | sed -n '1s/.* //p')
+[ -n "$version" ] || { echo "$cwt --version tells none" >&2 && exit 1; }
 day=$(date -u -d "@${SOURCE_DATE_EPOCH:-$(date +%s)}" +%Y-%m-%d)
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
@@ -18,8 +19,9 @@ mkdir -p "$to/man1" "$to/man3" "$to/man5"
 write_command_page() {
     page=$1 command=$2
     shift 2
-    printf '#!/bin/sh\n"%s" %s --help | sed "s/^Exit codes: /*Exit status*\\\\n/"\n' \
-        "$cwt" "$command" >"$folder/$page"
+    # shellcheck disable=SC2086
+    "$cwt" $command --help >"$folder/help"
+    printf '#!/bin/sh\nsed "s/^Exit codes: /*Exit status*\\\\n/" "%s"\n' "$folder/help" >"$folder/$page"
     chmod +x "$folder/$page"
     {
         echo "[SEE ALSO]"

@@ -162,7 +162,10 @@ def main():
                 time.sleep(10)
                 notes.append(f"Idle, all its processes took {service.seconds() - seconds:.3f} "
                              "seconds of CPU time in 10 seconds.")
-            elif service.counts["killed"]:
+            elif name == "reloads and kills":
+                if not service.counts["killed"]:
+                    print("nothing was killed: --seconds is too few", file=sys.stderr)
+                    all_right = False
                 counts = service.counts
                 notes.append(
                     "With reloads and kills, {killed} processes were lost, and it loaded {loading} "

@@ -34,9 +34,10 @@ class Docs(unittest.TestCase):
         page = (DOCS / "python.md").read_text()
         examples = re.findall(r"^```python\n(.*?)^```\n\n```text\n(.*?)^```", page, re.DOTALL | re.MULTILINE)
         self.assertEqual(len(examples), page.count("```python"))
+        self.assertTrue(examples)
         code = "\n".join(code for code, _ in examples)
         printed = subprocess.run([sys.executable, "-c", code], cwd=ROOT, capture_output=True, text=True)
-        self.assertEqual(printed.stderr, "")
+        self.assertEqual((printed.returncode, printed.stderr), (0, ""))
         self.assertEqual(printed.stdout, "".join(text for _, text in examples))
 
     def test_the_notebook_prints_what_it_shows(self):

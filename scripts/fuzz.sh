@@ -4,7 +4,9 @@
 set -eu
 cd "$(dirname "$0")/.."
 
-known="engine record reference service_guide set shipment tariff_text user_files"
+known=$(grep -l '^extern "C" int LLVMFuzzerTestOneInput.*{' fuzz/*.cpp |
+    sed 's,.*/\(.*\)\.cpp,\1,' | paste -sd ' ')
+[ -n "$known" ] || { echo "there are no fuzz targets" >&2 && exit 1; }
 targets=${FUZZ_TARGETS:-$known}
 seconds=${FUZZ_SECONDS:-60}
 for target in $targets; do

@@ -11,8 +11,10 @@
 #include <iterator>
 #include <memory>
 #include <nlohmann/json_fwd.hpp>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "commands/commands.h"
@@ -64,6 +66,9 @@ std::string Complaint(const CLI::App& app, const CLI::ParseError& error) {
 /// The word that the shells' scripts ask by what can be typed. It is no command for people.
 constexpr std::string_view kComplete = "complete";
 
+/// "cwt help rate" is "cwt rate --help".
+constexpr std::string_view kHelp = "help";
+
 struct Command {
     std::string_view name;
     void (*add)(CLI::App& app, int& exit_code);
@@ -79,11 +84,15 @@ constexpr Command kCommands[] = {
 #endif
 };
 
+const Command* CommandOf(std::string_view name) {
+    const auto* const found = std::ranges::find(kCommands, name, &Command::name);
+    return found == std::end(kCommands) ? nullptr : found;
+}
+
 /// Only the command that is named, when one is: to set up the others takes longer than to rate a
 /// shipment.
 void AddCommands(CLI::App& app, std::string_view named, int& exit_code) {
-    const auto* const found = std::ranges::find(kCommands, named, &Command::name);
-    if (found != std::end(kCommands)) return found->add(app, exit_code);
+    if (const Command* const command = CommandOf(named)) return command->add(app, exit_code);
     for (const Command& command : kCommands) command.add(app, exit_code);
 }
 
@@ -109,18 +118,29 @@ int Run(int argc, char** argv) {
     app.require_subcommand(1);
     app.allow_windows_style_options(false);  // "/data" is a directory on every system.
     int exit_code = cwt::kDone;
-    const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+    std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
     if (!words.empty() && words[0] == kComplete) {
-        AddCommands(app, words.size() > 2 ? words[1] : "", exit_code);
-        cwt::Complete(app, {words.begin() + 1, words.end()});
+        words.erase(words.begin());
+        // The names behind help are those of commands.
+        if (words.size() == 2 && words[0] == kHelp) words.erase(words.begin());
+        AddCommands(app, words.size() > 1 ? words[0] : "", exit_code);
+        cwt::Complete(app, words);
         return cwt::kDone;
     }
+    if (!words.empty() && words[0] == kHelp) {
+        std::erase(words, kHelp);
+        // Of a name that nobody knows the parser complains.
+        if (words.empty() || CommandOf(words[0]) != nullptr) words.emplace_back("--help");
+    }
     AddCommands(app, words.empty() ? "" : words[0], exit_code);
+    std::ranges::reverse(words);  // The parser takes them from the back.
     try {
-        app.parse(argc, argv);
+        app.parse(std::move(words));
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == 0) return app.exit(error);
-        throw cwt::Broken(Complaint(app, error));
+        if (error.get_exit_code() != 0) throw cwt::Broken(Complaint(app, error));
+        std::ostringstream text;
+        app.exit(error, text, text);
+        cwt::Print(text.str());
     }
     return exit_code;
 }

@@ -214,6 +214,8 @@ TEST_F(CommandTest, WhatIsThereButCannotBeReadIsNamedWithTheReason) {
 
 TEST_F(CommandTest, SlipsOfTheCommandLineAreToldWithTheNearestName) {
     ExpectBroken("rat x", "unknown command \"rat\", did you mean rate?");
+    ExpectBroken("help rat", "unknown command \"rat\", did you mean rate?");
+    EXPECT_EQ(Run("help rate").output, Run("rate --help").output);
     ExpectBroken("rate x --jsno", "unknown argument \"--jsno\", did you mean --json?");
     ExpectBroken("rate", "SHIPMENT is required");
     ExpectBroken("rate none.json", "none.json: No such file or directory");

@@ -19,6 +19,8 @@ CASES = [
     ("cwt ra", ALL, ["rate"], []),
     ("cwt ", AMONG, ["rate", "batch", "build", "sample"], ["complete", "first.json"]),
     ("cwt --", ALL, ["--help", "--version"], []),
+    ("cwt help ra", ALL, ["rate"], []),
+    ("cwt message 11", ALL, ["113", "114", "118", "119"], []),
     ("cwt rate --re", ALL, ["--record", "--request-code"], []),
     ("cwt rate --record --", AMONG, ["--data", "--set"], ["--record", "--json", "--explain"]),
     ("cwt build --new tariff --", AMONG, ["--help"], ["--fields", "--force"]),

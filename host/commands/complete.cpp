@@ -8,6 +8,7 @@
 #include "commands/commands.h"
 #include "commands/typed_line.h"
 #include "commands/value_kinds.h"
+#include "messages/message_guide.h"
 #include "session/profile_list.h"
 #include "session/tariff_set.h"
 #include "text/path_text.h"
@@ -99,6 +100,12 @@ std::string OfferProfiles(const TypedLine& line) {
     return offers;
 }
 
+std::string OfferCodes() {
+    std::string offers;
+    for (const auto& [code, title] : ExplainedCodes()) offers += Offer(std::to_string(code), title);
+    return offers;
+}
+
 std::string OfferValues(const TypedLine& line) {
     std::string offers;
     for (const std::string& choice : ChoicesOf(*line.awaited)) offers += Offer(choice, "");
@@ -106,6 +113,7 @@ std::string OfferValues(const TypedLine& line) {
     for (const ShellKind& each : kShellKinds) {
         if (each.kind == kind) offers += fmt::format("{}\n", each.request);
     }
+    if (kind == kCodeValue) offers += OfferCodes();
     if (kind == kSetValue) offers += OfferSets(line);
     if (kind == kProfileValue) offers += OfferProfiles(line);
     return offers;

@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "commands/commands.h"
+#include "commands/value_kinds.h"
 #include "messages/message_guide.h"
 #include "session/messages.h"
 
@@ -51,9 +52,11 @@ void AddMessage(CLI::App& app, int& exit_code) {
     CLI::App* command =
         AddCommand(app, "message", "Tell what a message means and what to do about it.", Message,
                    options, exit_code);
-    command->add_option("CODE", options->codes,
-                        "The number behind a message, \"(code 105)\". Default: every one, as "
-                        "Markdown.");
+    command
+        ->add_option("CODE", options->codes,
+                     "The number behind a message, \"(code 105)\". Default: every one, as "
+                     "Markdown.")
+        ->type_name(kCodeValue);
 }
 
 }  // namespace cwt

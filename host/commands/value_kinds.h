@@ -7,6 +7,7 @@
 
 namespace cwt {
 
+constexpr const char* kCodeValue = "CODE";
 constexpr const char* kDirectoryValue = "DIRECTORY";
 constexpr const char* kFileValue = "FILE";
 constexpr const char* kCsvValue = "FILE.csv";

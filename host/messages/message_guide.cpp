@@ -20,25 +20,28 @@ struct MessageGroup {
 };
 
 const MessageGroup kGroups[] = {
-    {"The shipment", "They refuse a shipment; the place in front of the message tells what of it.",
+    {"The shipment",
+     "A message of this group refuses a shipment; the place in front of it tells what of the "
+     "shipment is refused.",
      kShipmentMessages},
     {"Profiles",
      "An unknown profile refuses the shipment; what is wrong with `PROFILE.FIL` ends the command.",
      kProfileMessages},
     {"Files of a tariff set",
-     "NAME is the base name of the set. A load reads them with an engine and without.",
+     "A load reads these files with an engine and without. NAME is the base name of the set.",
      kSetMessages},
     {"Files that are read without an engine alone",
-     "`cwt` rates by an engine and reads none of them; `cwt inspect --without-engine` loads them.",
+     "`cwt` rates by an engine and reads none of these files; `cwt inspect --without-engine` loads "
+     "them.",
      kOwnTableMessages},
-    {"Files that a host writes", "`cwt` writes none of them.", kWrittenFileMessages},
+    {"Files that a host writes", "`cwt` writes none of these files.", kWrittenFileMessages},
     {"The base-rate engine",
-     "The engine's own words and 134 refuse a shipment; 140 and 141 stop nothing. The others end "
-     "the command: no shipment is rated.",
+     "The engine's own words and 134 refuse a shipment; 140 and 141 stop nothing. The other codes "
+     "of this group end the command: no shipment is rated.",
      kEngineMessages},
     {"The service guide",
-     "Only shipments with `service_guide` ask it. 533 refuses the shipment; when a function is "
-     "missing, the command ends.",
+     "Only shipments with `service_guide` ask the service guide. 533 refuses the shipment; when a "
+     "function is missing, the command ends.",
      kServiceGuideMessages},
 };
 
@@ -127,6 +130,16 @@ std::optional<std::string> ExplainMessage(int32_t code) {
     }
     if (!HasMessage(code)) return std::nullopt;
     return fmt::format("{}: {}\n\n", code, MessageOf(code)) + Paragraph(kNeverGiven);
+}
+
+std::map<int32_t, std::string> ExplainedCodes() {
+    std::map<int32_t, std::string> codes;
+    for (const MessageGroup& group : kGroups) {
+        for (const MessageEntry& entry : group.entries) {
+            if (entry.code != kEnginesWords) codes[entry.code] = TitleOf(entry.code);
+        }
+    }
+    return codes;
 }
 
 std::string MessageGuide() {

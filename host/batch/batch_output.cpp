@@ -56,9 +56,12 @@ class KeptOutput : public BatchOutput {
                 PathText(path_), PathText(partial_.filename())));
         }
         if (is_whole_ && (!terms.resume || !exists(journal))) {
-            throw std::runtime_error(
-                PathText(path_) + ": is there already" +
-                (terms.resume ? ", and not by the run that would be gone on with" : ""));
+            const char* const rest =
+                terms.resume      ? ", and not by the run that would be gone on with"
+                : exists(journal) ? "; remove it to rate anew, or --resume tells whether it is "
+                                    "whole and of these rows, options and data"
+                                  : "; remove it to rate anew";
+            throw std::runtime_error(PathText(path_) + ": is there already" + rest);
         }
         if (!terms.resume && exists(partial_)) {
             throw std::runtime_error(fmt::format(

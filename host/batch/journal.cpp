@@ -87,11 +87,11 @@ bool Journal::ReadKept(const Json& terms) {
     Json before;
     try {
         before = Json::parse(lines.front());
+        RequireSameTerms(before, terms);
         if (lines.size() > 1) kept_ = Progress::FromText(lines.back());
     } catch (const Json::exception&) {
         throw std::runtime_error(PathText(path_) + ": this is no journal of a batch");
     }
-    RequireSameTerms(before, terms);
     // What a kill has left of a line goes.
     std::uintmax_t size = 0;
     for (const std::string& line : lines) size += line.size() + 1;

@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "text/code_page.h"
@@ -14,7 +15,7 @@ void Tally::Count(const Row& row) {
         if (!bill->notes.empty()) ++noted_;
     } else if (const auto* refusals = std::get_if<Refusals>(&row.outcome)) {
         ++refused_;
-        CountRefusal(refusals->front().code, refusals->front().text, 1);
+        CountRefusal({refusals->front().code, refusals->front().text}, {1, row.number});
     } else {
         ++failed_;
     }
@@ -22,16 +23,14 @@ void Tally::Count(const Row& row) {
 
 /// An engine may put anything in its words, so kinds of refusal are no longer told apart when there
 /// are too many.
-void Tally::CountRefusal(std::int32_t code, const std::string& text, std::uint64_t rows) {
+void Tally::CountRefusal(const Reason& reason, Refused refused) {
     constexpr std::size_t kMostKinds = 200;
-    const auto found = refused_by_.find({code, text});
-    if (found != refused_by_.end()) {
-        found->second += rows;
-    } else if (refused_by_.size() < kMostKinds) {
-        refused_by_[{code, text}] = rows;
-    } else {
-        refused_by_[{0, "other reasons"}] += rows;
-    }
+    const bool has_room = refused_by_.size() < kMostKinds || refused_by_.contains(reason);
+    const auto [kind, is_new] =
+        refused_by_.try_emplace(has_room ? reason : Reason{0, "other reasons"}, refused);
+    if (is_new) return;
+    kind->second.rows += refused.rows;
+    kind->second.first_row = std::min(kind->second.first_row, refused.first_row);
 }
 
 void Tally::Add(const Tally& other) {
@@ -39,15 +38,16 @@ void Tally::Add(const Tally& other) {
     refused_ += other.refused_;
     failed_ += other.failed_;
     noted_ += other.noted_;
-    for (const auto& [reason, rows] : other.refused_by_) {
-        CountRefusal(reason.first, reason.second, rows);
-    }
+    for (const auto& [reason, refused] : other.refused_by_) CountRefusal(reason, refused);
 }
 
 nlohmann::ordered_json Tally::Json() const {
     nlohmann::ordered_json kinds = nlohmann::ordered_json::array();
-    for (const auto& [reason, rows] : refused_by_) {
-        kinds.push_back({{"code", reason.first}, {"text", reason.second}, {"rows", rows}});
+    for (const auto& [reason, refused] : refused_by_) {
+        kinds.push_back({{"code", reason.first},
+                         {"text", reason.second},
+                         {"rows", refused.rows},
+                         {"first_row", refused.first_row}});
     }
     return {{"rated", rated_},
             {"refused", refused_},
@@ -63,8 +63,9 @@ Tally Tally::FromJson(const nlohmann::ordered_json& json) {
     json.at("failed").get_to(tally.failed_);
     json.at("noted").get_to(tally.noted_);
     for (const auto& kind : json.at("refused_by")) {
-        tally.CountRefusal(kind.at("code").get<std::int32_t>(), kind.at("text").get<std::string>(),
-                           kind.at("rows").get<std::uint64_t>());
+        tally.CountRefusal(
+            {kind.at("code").get<std::int32_t>(), kind.at("text").get<std::string>()},
+            {kind.at("rows").get<std::uint64_t>(), kind.at("first_row").get<std::uint64_t>()});
     }
     return tally;
 }
@@ -73,9 +74,10 @@ std::string Tally::Text() const {
     std::string text =
         fmt::format("{} rows: {} rated, {} refused, {} failed", rows(), rated_, refused_, failed_);
     if (noted_ > 0) text += fmt::format("; {} of the bills have notes", noted_);
-    for (const auto& [reason, rows] : refused_by_) {
-        text += fmt::format("\n  {:>10} refused: {}", rows, Printable(reason.second));
+    for (const auto& [reason, refused] : refused_by_) {
+        text += fmt::format("\n  {:>10} refused: {}", refused.rows, Printable(reason.second));
         if (reason.first > 0) text += fmt::format(" (code {})", reason.first);
+        text += fmt::format("; {}row {}", refused.rows == 1 ? "" : "first ", refused.first_row);
     }
     return text;
 }

@@ -22,7 +22,8 @@ class Tally {
     std::uint64_t rows() const { return rated_ + refused_ + failed_; }
 
     /// The numbers of rows "rated", "refused", "failed" and "noted" (rated with notes), and
-    /// "refused_by": a list of code, text and rows, by the first refusal of each row.
+    /// "refused_by": a list of code, text, rows and the first of them, by the first refusal of each
+    /// row.
     nlohmann::ordered_json Json() const;
     static Tally FromJson(const nlohmann::ordered_json& json);
 
@@ -30,10 +31,15 @@ class Tally {
     std::string Text() const;
 
  private:
-    void CountRefusal(std::int32_t code, const std::string& text, std::uint64_t rows);
+    using Reason = std::pair<std::int32_t, std::string>;  ///< Code and text.
+    struct Refused {
+        std::uint64_t rows, first_row;
+    };
+
+    void CountRefusal(const Reason& reason, Refused refused);
 
     std::uint64_t rated_ = 0, refused_ = 0, failed_ = 0, noted_ = 0;
-    std::map<std::pair<std::int32_t, std::string>, std::uint64_t> refused_by_;
+    std::map<Reason, Refused> refused_by_;
 };
 
 }  // namespace cwt

@@ -72,9 +72,21 @@ int ExitCodeOf(const BatchResult& result) {
     return result.tally.refused() > 0 ? kRefused : kDone;
 }
 
+/// Nothing to rate may be a day without freight, or a program before this one that failed.
+void SayNoRows(const BatchOptions& options) {
+    const std::string part =
+        options.part ? fmt::format("part {}/{} of ", options.part->number, options.part->count)
+                     : "";
+    Say(fmt::format("note: {}{} has no rows", part,
+                    options.input == "-" ? "standard input" : options.input));
+}
+
 void SayResult(const BatchResult& result, const BatchOptions& options) {
     Say(SummaryText(result));
-    if (!result.stopped_before) return;
+    if (!result.stopped_before) {
+        if (result.tally.rows() == 0) SayNoRows(options);
+        return;
+    }
     Say(options.output.empty()
             ? std::string("stopped")
             : fmt::format("stopped before row {}; the same command with --resume goes on",
@@ -103,7 +115,7 @@ int RateAgainst(const BatchCommand& command, const BatchOptions& options) {
         throw Broken("--against: a file of shipments and -o FILE, NDJSON or CSV, are wanted");
     }
     if (!options.resume && !command.page.empty() && exists(PathOf(command.page))) {
-        throw Broken(command.page + ": is there already");
+        throw Broken(command.page + ": is there already; remove it, or --resume replaces it");
     }
     BatchOptions other = options;
     other.sources.data = PathOf(command.against);

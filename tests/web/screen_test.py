@@ -275,7 +275,7 @@ class TakesFiles(unittest.TestCase):
         wait(saved.exists, "no file")
         self.assertEqual(saved.read_bytes().decode(), subprocess.run(
             [CWT, "batch", "-", "--from", "csv", "--no-progress", "--data", SAMPLE], input=CSV.encode(), capture_output=True).stdout.decode())
-        self.assertEqual(screen.texts(".reasons li"), ["1 refused: Invalid Class. (code 105)"])
+        self.assertEqual(screen.texts(".reasons li"), ["1 refused: Invalid Class. (code 105); row 2"])
         self.assertEqual(screen.faults("batch"), [])
 
     def test_the_result_says_what_a_stray_quote_has_done(self):

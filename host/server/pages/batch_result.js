@@ -32,10 +32,10 @@ function severalLines({ several, first }) {
 function reasons(tally) {
   const all = tally.reasonsByCount();
   if (all.length === 0) return null;
-  const more = all.slice(kMostReasons).reduce((sum, [, count]) => sum + count, 0);
+  const more = all.slice(kMostReasons).reduce((sum, [, { count }]) => sum + count, 0);
   return element("div", { class: "reasons" }, element("h3", {}, "Why rows have no bill"),
-    element("ul", {}, all.slice(0, kMostReasons).map(([words, count]) =>
-      element("li", {}, element("b", {}, grouped(count)), ` ${words}`)),
+    element("ul", {}, all.slice(0, kMostReasons).map(([words, { count, first }]) =>
+      element("li", {}, element("b", {}, grouped(count)), ` ${words}; ${count === 1 ? "" : "first "}row ${grouped(first)}`)),
     more > 0 ? element("li", {}, element("b", {}, grouped(more)), " for other reasons") : null));
 }
 

@@ -48,9 +48,10 @@ export class Tally {
     if (noted) ++this.noted;
     if (status === "rated") return;
     const key = `${status}: ${reason}`;
-    this.reasons.set(key, (this.reasons.get(key) ?? 0) + 1);
+    const { count, first } = this.reasons.get(key) ?? { count: 0, first: this.rows };
+    this.reasons.set(key, { count: count + 1, first });
   }
 
-  /** Why rows have no bill, with their counts: what is most frequent first. */
-  reasonsByCount() { return [...this.reasons].sort(([, one], [, other]) => other - one); }
+  /** Why rows have no bill, with their counts and the first of them: what is most frequent first. */
+  reasonsByCount() { return [...this.reasons].sort(([, one], [, other]) => other.count - one.count); }
 }

@@ -177,7 +177,17 @@ TEST_F(BatchTest, KilledRunsEndWithTheSameBytes) {
 TEST_F(BatchTest, AnInterruptAndAFullDiskLeaveWhatCanBeGoneOnWith) {
     WriteRows(4000);
     ASSERT_EQ(Run("rows.ndjson -o whole.ndjson --summary summary.json"), 1);
-    EXPECT_EQ(nlohmann::json::parse(Content("summary.json"))["rows"], 4000);
+    const nlohmann::json summary = nlohmann::json::parse(Content("summary.json"));
+    EXPECT_EQ(summary["rows"], 4000);
+    const std::vector<nlohmann::json> rows = Rows("whole.ndjson");
+    EXPECT_GT(summary["refused_by"].size(), 1);
+    for (const nlohmann::json& kind : summary["refused_by"]) {
+        const auto first = std::ranges::find_if(rows, [&](const nlohmann::json& row) {
+            return row["status"] == "refused" && row["refusals"][0]["text"] == kind["text"];
+        });
+        ASSERT_NE(first, rows.end()) << kind;
+        EXPECT_EQ(kind["first_row"], (*first)["row"]);
+    }
     EXPECT_EQ(RunUntil(Send(SIGINT), "out.ndjson.partial", 1000000,
                        "rows.ndjson -o out.ndjson --progress"),
               2);
@@ -189,10 +199,18 @@ TEST_F(BatchTest, AnInterruptAndAFullDiskLeaveWhatCanBeGoneOnWith) {
               2);
     ExpectSaid("File too large");
     EXPECT_EQ(nlohmann::json::parse(Content("summary.json"))["complete"], false);
-    EXPECT_EQ(Run("rows.ndjson -o out.ndjson --resume"), 1);
+    EXPECT_EQ(Run("rows.ndjson -o out.ndjson --resume --summary summary.json"), 1);
     EXPECT_TRUE(Content("out.ndjson") == Content("whole.ndjson"));
-    EXPECT_EQ(Run("rows.ndjson >/dev/full"), 2);
-    ExpectSaid("standard output: No space left on device");
+    EXPECT_EQ(nlohmann::json::parse(Content("summary.json"))["refused_by"], summary["refused_by"]);
+    EXPECT_EQ(Run("rows.ndjson -o out.ndjson"), 2);
+    ExpectSaid("is there already; remove it to rate anew, or --resume");
+    for (const char* arguments : {"rows.ndjson >/dev/full", "--help >/dev/full"}) {
+        EXPECT_EQ(Run(arguments), 2);
+        ExpectSaid("standard output: No space left on device");
+    }
+    Write("none.ndjson", "");
+    EXPECT_EQ(Run("none.ndjson"), 0);
+    ExpectSaid("note: none.ndjson has no rows");
 }
 
 TEST_F(BatchTest, WhatAPartnerDoesToARowIsThatRowsAlone) {

@@ -72,6 +72,7 @@ TEST_F(CommandTest, SpellingsThatAreUnmistakableAreRatedAsTheirPlainForms) {
         const Printed as_plain = Run("rate " + Shipment(plain));
         EXPECT_EQ(as_written.exit_code, 0) << as_written.complaints;
         EXPECT_EQ(as_written.output, as_plain.output);
+        EXPECT_EQ(as_plain.output.find(" \n"), std::string::npos) << as_plain.output;
     }
 }
 

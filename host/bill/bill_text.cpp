@@ -22,6 +22,10 @@ std::string LineText(const std::string& name, int weight, const std::string& rat
     return fmt::format("  {:<10}{:>9}{:>12}{:>14}\n", name, weight, rate, charge);
 }
 
+std::string WeightText(const std::string& name, int weight) {
+    return fmt::format("  {:<10}{:>9}\n", name, weight);
+}
+
 bool IsMapped(const BillLine& line) {
     return line.rated_as != line.class_code;
 }
@@ -69,9 +73,9 @@ std::string BillText(const Bill& bill) {
     if (bill.deficit.weight != 0) {
         text += LineText("deficit", bill.deficit.weight, bill.deficit.rate, bill.deficit.charge);
     }
-    text += LineText("total", bill.total_weight, "", "");
+    text += WeightText("total", bill.total_weight);
     if (bill.billed_weight != bill.total_weight) {
-        text += LineText("billed as", bill.billed_weight, "", "");
+        text += WeightText("billed as", bill.billed_weight);
     }
     text += '\n';
     text += AmountText("Gross charge", bill.gross);

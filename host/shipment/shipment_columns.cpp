@@ -77,17 +77,21 @@ std::string Plain(std::string_view name) {
     return plain;
 }
 
-bool EndsInDigit(std::string_view name) {
-    return !name.empty() && std::isdigit(static_cast<unsigned char>(name.back())) != 0;
-}
+/// A plain name's words, and the number behind them without zeros in front.
+struct NumberedName {
+    explicit NumberedName(std::string_view plain)
+        : words(plain.substr(0, plain.find_last_not_of("0123456789") + 1)), number(plain) {
+        number.remove_prefix(words.size());
+        while (number.size() > 1 && number.front() == '0') number.remove_prefix(1);
+    }
+    std::string_view words, number;
+};
 
-/// Whether who wrote a name most likely meant a known one: the same words, or a slip of the pen in
-/// them. A number that is not there is no slip, so that "weight" is a name of its own.
-bool IsNearly(const std::string& written, const std::string& known) {
-    constexpr std::size_t kShortest = 6;  // Characters; slips make other words of shorter ones.
-    if (written == known) return true;
-    return known.size() >= kShortest && EndsInDigit(written) == EndsInDigit(known) &&
-           IsOneSlipApart(written, known);
+/// Whether who wrote some words most likely meant known ones: the same, or a slip of the pen.
+bool IsNearly(const NumberedName& written, const NumberedName& known) {
+    constexpr std::size_t kShortest = 5;  // Characters; slips make other words of shorter ones.
+    return written.words == known.words ||
+           (known.words.size() >= kShortest && IsOneSlipApart(written.words, known.words));
 }
 
 /// Whether a name is half of one that changes charges: "discount", "floor", "surcharge".
@@ -102,12 +106,24 @@ const ShipmentColumn* Find(std::string_view name) {
 }
 
 void RequireNotNearlyKnown(const std::string& name) {
-    const std::string written = Plain(name);
+    const std::string plain = Plain(name);
+    const NumberedName written(plain);
     for (const ShipmentColumn& column : Columns()) {
-        if (!IsNearly(written, Plain(column.name)) && !IsHalf(written, column)) continue;
-        throw std::runtime_error(
-            fmt::format("the column \"{}\" would not be read; \"{}\" is most likely meant",
-                        Printable(name), column.name));
+        const std::string plain_known = Plain(column.name);
+        const NumberedName known(plain_known);
+        const bool is_near = IsNearly(written, known);
+        if ((is_near && written.number == known.number) || IsHalf(plain, column)) {
+            throw std::runtime_error(
+                fmt::format("the column \"{}\" would not be read; \"{}\" is most likely meant",
+                            Printable(name), column.name));
+        }
+        const bool is_last_line = column.line + 1 == static_cast<int>(kMostLines);
+        if (is_near && is_last_line && !written.number.empty()) {
+            throw std::runtime_error(fmt::format(
+                "the column \"{}\" would not be read; a shipment has lines 1 to {}, the last is "
+                "\"{}\"",
+                Printable(name), kMostLines, column.name));
+        }
     }
 }
 

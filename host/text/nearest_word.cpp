@@ -36,6 +36,15 @@ std::size_t Distance(std::string_view a, std::string_view b, std::size_t limit) 
     return row[b.size()];
 }
 
+/// Whether two names differ in the number behind their last underscore alone: who writes class_9
+/// does not mean class_1.
+bool IsNumberedOtherwise(std::string_view a, std::string_view b) {
+    constexpr std::string_view kDigits = "0123456789";
+    const std::size_t stem = a.find_last_not_of(kDigits) + 1;
+    return stem > 0 && a[stem - 1] == '_' && stem < a.size() && stem < b.size() &&
+           b.find_last_not_of(kDigits) + 1 == stem && a.substr(0, stem) == b.substr(0, stem);
+}
+
 }  // namespace
 
 std::vector<std::string> NearestWord(std::string_view written,
@@ -45,8 +54,10 @@ std::vector<std::string> NearestWord(std::string_view written,
     std::string_view nearest;
     std::size_t least = written.size() / 3 + 1;
     for (const std::string_view word : known) {
-        const std::size_t distance = Distance(lower, LowerCase(word), least);
-        if (distance < least && distance < word.size()) {
+        const std::string known_lower = LowerCase(word);
+        const std::size_t distance = Distance(lower, known_lower, least);
+        if (distance < least && distance < word.size() &&
+            !IsNumberedOtherwise(lower, known_lower)) {
             least = distance;
             nearest = word;
         }

@@ -54,14 +54,23 @@ std::string SectionText(std::string name, const Json& fields) {
     return text;
 }
 
-std::string ListText(const char* title, const Json& list) {
-    std::string text = fmt::format("\n{}\n ", title);
+constexpr const char* kNoEntries = "none";
+
+/// A heading, and what stands in the place of entries where there are none.
+std::string HeadingText(const char* title, const Json& list, const char* none) {
+    return fmt::format("\n{}\n", title) + (list.empty() ? fmt::format("  {}\n", none) : "");
+}
+
+std::string ListText(const char* title, const Json& list, const char* none) {
+    std::string text = HeadingText(title, list, none);
+    if (list.empty()) return text;
+    text += ' ';
     for (const Json& value : list) text += ' ' + ValueText(value);
     return text + '\n';
 }
 
-std::string WeightBreaksText(const Json& breaks) {
-    std::string text = "\nWeight breaks (pounds)\n";
+std::string WeightBreaksText(const Json& breaks, const char* none) {
+    std::string text = HeadingText("Weight breaks (pounds)", breaks, none);
     for (const Json& entry : breaks) {
         text += fmt::format("  {:<8}{:>8} - {}\n", ValueText(entry["label"]),
                             ValueText(entry["lowest_pounds"]), ValueText(entry["highest_pounds"]));
@@ -70,7 +79,7 @@ std::string WeightBreaksText(const Json& breaks) {
 }
 
 std::string AccessorialsText(const Json& items) {
-    std::string text = "\nAccessorial items\n";
+    std::string text = HeadingText("Accessorial items", items, kNoEntries);
     for (const Json& item : items) {
         text += fmt::format("  {:<6}{}\n", item.value("item_code", "-"),
                             item.value("description", "-"));
@@ -87,7 +96,7 @@ std::string StatesText(const Json& ranges) {
         by_state[ValueText(range["state"])].push_back(
             first == last ? first : fmt::format("{}-{}", first, last));
     }
-    std::string text = "\nStates by postal-code prefix\n";
+    std::string text = HeadingText("States by postal-code prefix", ranges, kNoEntries);
     for (const auto& [state, list] : by_state.items()) {
         text += fmt::format("  {} ", state);
         for (const Json& range : list) text += ' ' + ValueText(range);
@@ -100,10 +109,10 @@ std::string StatesText(const Json& ranges) {
 
 std::string InspectionText(const Json& inspection, bool with_states) {
     const bool loads = inspection["loads"].get<bool>();
+    const bool by_engine = inspection["rating"] == "engine";
     std::string text =
         fmt::format("Set {} in {}, for rating by {}\n", ValueText(inspection["set"]),
-                    ValueText(inspection["directory"]),
-                    inspection["rating"] == "engine" ? "an engine" : "its own tables");
+                    ValueText(inspection["directory"]), by_engine ? "an engine" : "its own tables");
     text += loads ? "The set loads.\n" : "THE SET DOES NOT LOAD.\n";
     if (const Json& failure = inspection["failure"]; !failure.is_null()) {
         text += "Broken: " + FailureText(failure) + "\n";
@@ -121,10 +130,11 @@ std::string InspectionText(const Json& inspection, bool with_states) {
     for (const auto& [name, fields] : inspection["sections"].items()) {
         text += SectionText(name, fields);
     }
-    text += ListText("Labels that hosts print", inspection["labels"]);
-    text += ListText("Table names", inspection["table_names"]);
-    text += ListText("Classes", inspection["classes"]);
-    text += WeightBreaksText(inspection["weight_breaks"]);
+    text += ListText("Labels that hosts print", inspection["labels"], kNoEntries);
+    text += ListText("Table names", inspection["table_names"], kNoEntries);
+    const char* const none = by_engine ? "none in the set; the engine has its own" : kNoEntries;
+    text += ListText("Classes", inspection["classes"], none);
+    text += WeightBreaksText(inspection["weight_breaks"], none);
     text += AccessorialsText(inspection["accessorials"]);
     if (with_states) text += StatesText(inspection["states"]);
     return text;

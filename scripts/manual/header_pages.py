@@ -12,8 +12,8 @@ def comment_lines(comment):
 
 
 def plain(text):
-    """A text that means nothing but itself in Markdown."""
-    return re.sub(r"([\\`*_\[\]<>#|~&])", r"\\\1", text)
+    """A text that means nothing but itself in Markdown. A value that begins with a blank stays whole."""
+    return re.sub(r"([\\`*_\[\]<>#|~&])", r"\\\1", re.sub(r'" (\w+")', '"\u00a0\\1', text))
 
 
 def paragraphs(comment, names=()):

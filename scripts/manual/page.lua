@@ -21,6 +21,11 @@ function Code(code)
     return pandoc.RawInline("man", "\\f[B]\\&" .. escaped(code.text) .. "\\f[R]")
 end
 
+-- What is left out ends no sentence, behind which there would be two blanks.
+function Str(text)
+    return text.text:match("%.%.%.$") and {text, pandoc.RawInline("man", "\\&")} or text
+end
+
 -- A page of the documentation is no page here.
 function Link(link) return link.content end
 
@@ -45,12 +50,13 @@ local function wrapped(line, width)
     return table.concat(lines, "\n")
 end
 
--- A block with long lines begins further left.
+-- A block with long lines begins further left, as far as they need.
 function CodeBlock(block)
     local width, shift = 70, 2
     for line in block.text:gmatch("[^\n]+") do
-        if utf8.len(line) > 70 then width, shift = 77, -5 end
+        width = math.max(width, math.min(utf8.len(line), 77))
     end
+    shift = shift + 70 - width
     local text = block.text:gsub("[^\n]+", function(line) return wrapped(line, width) end)
     text = ("\n" .. escaped(text)):gsub("\n%.", "\n\\&."):sub(2)
     return pandoc.RawBlock("man", ".PP\n.RS " .. shift .. "\n.nf\n" .. text .. "\n.fi\n.RE")

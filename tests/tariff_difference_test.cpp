@@ -84,6 +84,14 @@ TEST(TariffDifferenceTest, ChangesAreSaidInTheWordsOfTheTrade) {
          [](std::string& text) { text.erase(text.find(Row(text, 2)), Row(text, 2).size()); },
          {"freight classes, classes.csv\n  18 rows in OLD, 17 in NEW: 1 gone\n    gone    class "
           "400\n"}},
+        {"profiles.csv",
+         [](std::string& text) {
+             std::string row = Row(text, 1);
+             Replace(row, "Default", "Harbor");
+             Replace(row, ",0,0,0,0,0,0,0,0,0,0,0,0,0,", ",0,1,0,48,48,48,48,48,48,48,48,48,0,");
+             text += row;
+         },
+         {"    new     Harbor: ", "discount_file 1, group_1_percent_1-9 48, and "}},
         {"carried-bytes.csv",
          by("BSE,18,", "BSE,17,"),
          {"bytes that no other text tells", "changed BSE: bytes ..."}},

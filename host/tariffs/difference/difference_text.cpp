@@ -4,14 +4,12 @@
 #include <cmath>
 
 #include "tariffs/difference/difference.h"
+#include "tariffs/difference/row_cells.h"
 #include "text/code_page.h"
 #include "text/grouped.h"
 
 namespace cwt {
 namespace {
-
-constexpr std::size_t kCellsNamed = 3;
-constexpr const char* kNothing = "nothing";
 
 std::string Counted(std::size_t count) {
     return Grouped(fmt::to_string(count));
@@ -19,60 +17,6 @@ std::string Counted(std::size_t count) {
 
 std::string CountOf(std::size_t count, const char* noun) {
     return fmt::format("{} {}{}", Counted(count), noun, count == 1 ? "" : "s");
-}
-
-const char* UnitSign(ColumnMeasure measure) {
-    return measure == ColumnMeasure::kShare ? "points" : "%";
-}
-
-/// A cell as it is printed: a long one from shortly before the character `from`.
-std::string CellText(const std::string& cell, std::size_t from) {
-    constexpr std::size_t kLongest = 48, kBefore = 8;
-    if (cell.empty()) return kNothing;
-    const auto continues = [&](std::size_t at) {
-        return at < cell.size() && (static_cast<unsigned char>(cell[at]) & 0xC0U) == 0x80;
-    };
-    std::size_t start = cell.size() <= kLongest || from < kLongest ? 0 : from - kBefore;
-    start = std::min(start, cell.size());
-    while (continues(start)) --start;
-    std::size_t end = std::min(start + kLongest, cell.size());
-    while (continues(end)) ++end;
-    return fmt::format("{}{}{}", start > 0 ? "..." : "", Printable(cell.substr(start, end - start)),
-                       end < cell.size() ? "..." : "");
-}
-
-/// "95.00 -> 99.66 (+4.91 %)".
-std::string ChangeText(ColumnMeasure measure, const std::string& of_old,
-                       const std::string& of_new) {
-    const auto differing = std::ranges::mismatch(of_old, of_new);
-    const auto from = static_cast<std::size_t>(differing.in1 - of_old.begin());
-    std::string text = CellText(of_old, from) + " -> " + CellText(of_new, from);
-    const auto step = StepOf(measure, of_old, of_new);
-    if (step && step->by) text += fmt::format(" ({:+.2f} {})", *step->by, UnitSign(measure));
-    return text;
-}
-
-/// The first cells that changed, of a new or a gone row those that hold something.
-std::string CellsText(const SheetDifference& sheet, const RowDifference& row, bool all) {
-    const std::vector<std::string> key = sheet.subject.row_name == nullptr
-                                             ? std::vector<std::string>()
-                                             : KeyColumns(sheet.subject.row_name);
-    std::vector<std::string> texts;
-    for (const CellDifference& cell : CellDifferences(sheet, row)) {
-        if (std::ranges::find(key, cell.column) != key.end()) continue;
-        const std::string name = Printable(cell.column);
-        if (row.is_changed) {
-            texts.push_back(name + ' ' +
-                            ChangeText(MeasureOf(cell.column), cell.of_old, cell.of_new));
-        } else {
-            texts.push_back(name + ' ' + CellText(cell.of_old + cell.of_new, 0));
-        }
-    }
-    const std::size_t named = all ? texts.size() : std::min(texts.size(), kCellsNamed);
-    std::string text = fmt::format(
-        "{}", fmt::join(texts.begin(), texts.begin() + static_cast<std::ptrdiff_t>(named), ", "));
-    if (named < texts.size()) text += fmt::format(", and {} more", texts.size() - named);
-    return text;
 }
 
 bool IsOnlyMoved(const RowDifference& row) {

@@ -32,6 +32,12 @@ const Files& SampleFolder() {
     return folder;
 }
 
+void Replace(std::string& text, std::string_view was, std::string_view becomes) {
+    const std::size_t at = text.find(was);
+    ASSERT_NE(at, std::string::npos) << was << " in\n" << text;
+    text.replace(at, was.size(), becomes);
+}
+
 std::vector<std::string> DoubtsOf(const Files& folder) {
     const Translation built = BuildSet(folder);
     std::vector<std::string> told;
@@ -89,6 +95,7 @@ constexpr Doubt kDoubts[] = {
     {"settings.json", "\"label_files\": false", "\"label_files\": \"X\"", ":8:5: warning: settings.label_files \"X\" is neither yes nor no, and counts as no"},
     {"settings.json", "\"group_selector\": \"4\"", "\"group_selector\": \"6\"", ":50:5: warning: discounts.group_selector \"6\" is none of 1 to 5"},
     {"discount-groups.csv", "\n1,45.50", "\n1,455", ":2:3: warning: percent_1 \"455\" is no discount: the engine is sent"},
+    {"discount-groups.csv", "0.00,85.00", "9.50,85.00", ":2:57: warning: flat_percent \"9.50\" goes before the percentages by weight break"},
     {"discount-groups.csv", "85.00", "1000.00", ":2:62: warning: floor_dollars \"1000.00\" is no minimum charge"},
     {"discount-weights.csv", "\n3,C,,1000", "\n3,,,", ":5:3: warning: mark \"C\" marks column 4, which does not count: column 3 has no mark"},
     {"discount-weights.csv", "\n8,C,,30000", "\n8,,,", ":2:45: warning: percent_8 \"45.50\" never holds"},
@@ -115,10 +122,7 @@ constexpr Doubt kDoubts[] = {
 TEST(SetChecksTest, TellsEachDoubtAtItsPlace) {
     for (const Doubt& doubt : kDoubts) {
         Files folder = SampleFolder();
-        std::string& text = folder.at(doubt.sheet);
-        const std::size_t at = text.find(doubt.was);
-        ASSERT_NE(at, std::string::npos) << doubt.sheet << ": " << doubt.was;
-        text.replace(at, std::string_view(doubt.was).size(), doubt.becomes);
+        Replace(folder.at(doubt.sheet), doubt.was, doubt.becomes);
         const std::vector<std::string> told = DoubtsOf(folder);
         EXPECT_TRUE(std::ranges::any_of(told,
                                         [&](const std::string& line) {
@@ -133,9 +137,25 @@ TEST(SetChecksTest, RowsOfAnotherProfileAreRefused) {
     Files folder = SampleFolder();
     folder.at("profile-zip-discounts.csv")
         .insert(folder.at("profile-zip-discounts.csv").size() - 1, "Default");
+    EXPECT_EQ(
+        DoubtsOf(folder)[0],
+        "profile-zip-discounts.csv:3:75: error: profile \"Default\" is not \"Northeast\", which "
+        "profiles.csv has in row 2");
+}
+
+TEST(SetChecksTest, FlatPercentagesThatCountAsNothingAreNotDoubted) {
+    Files folder = SampleFolder();
+    Replace(folder.at("discount-groups.csv"), "0.00,85.00", "9.50,85.00");
+    Replace(folder.at("settings.json"), "\"no_flat_discount\": false",
+            "\"no_flat_discount\": true");
+    EXPECT_EQ(DoubtsOf(folder), std::vector<std::string>());
+}
+
+TEST(SetChecksTest, AFileThatIsMissingIsLookedForByItsNearestName) {
+    Files folder = SampleFolder();
+    folder["setting.json"] = folder.extract("settings.json").mapped();
     EXPECT_EQ(DoubtsOf(folder)[0],
-              "profile-zip-discounts.csv:3:75: error: profile \"Default\" is not Northeast, which "
-              "profiles.csv has in row 2");
+              "settings.json: error: is missing: it names the set; is setting.json meant for it?");
 }
 
 TEST(SetChecksTest, TellsFiveOfAKind) {

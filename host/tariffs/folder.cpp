@@ -18,6 +18,16 @@ bool IsForPeople(std::string_view name) {
     return name.ends_with(".md") || name.starts_with("shipments/");
 }
 
+/// The file that somebody most likely took for a missing one.
+std::string SlipOf(const char* missing, const Files& files) {
+    std::vector<std::string_view> others;
+    for (const auto& [name, text] : files) {
+        if (!IsTariffText(name)) others.push_back(name);
+    }
+    const auto nearest = NearestWord(missing, others);
+    return nearest.empty() ? "" : "; is " + nearest[0] + " meant for it?";
+}
+
 }  // namespace
 
 void FolderWriter::Carry(std::string_view file, std::string_view bytes) {
@@ -46,7 +56,8 @@ FolderReader::FolderReader(const Files& files, Findings& findings)
     : files_(files), findings_(findings) {
     const auto settings = Sheet(kSettingsFile);
     if (!settings) {
-        findings.Refuse({kSettingsFile}, "is missing: it names the set");
+        findings.Refuse({kSettingsFile},
+                        "is missing: it names the set" + SlipOf(kSettingsFile, files));
         return;
     }
     settings_ = SettingsDocument(*settings, findings);

@@ -66,7 +66,7 @@ void ReadInner(const Family& family, std::string& records, FolderReader& folder)
                 const std::string name = NameOf(
                     family, std::string_view(records).substr((record - 1) * family.record_size));
                 if (sheet.cell(of) != name) {
-                    sheet.Refuse(of, fmt::format("is not {}, which {} has in row {}", name,
+                    sheet.Refuse(of, fmt::format("is not \"{}\", which {} has in row {}", name,
                                                  family.text, record));
                 }
             }

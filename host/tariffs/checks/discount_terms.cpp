@@ -1,6 +1,8 @@
 #include "tariffs/checks/discount_terms.h"
 
+#include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "tariffs/checks/field_values.h"
 
@@ -9,6 +11,26 @@ namespace {
 
 constexpr float kMostPercent = 99.99F;
 constexpr float kMostDollars = 999.99F;
+
+/// Whether any of the percentages by weight break is given, of those that are called so.
+bool HasPercents(const Table& table, std::size_t row, std::string_view name) {
+    return std::ranges::any_of(table.columns, [&](const Column& column) {
+        return column.field->name == name && TermIn(column, table.bytes(row, column)) > 0;
+    });
+}
+
+/// Engines are sent both, and take the flat one.
+void CheckFlatPercent(CheckedSet& set, const Table& table, std::size_t row, const Column& flat) {
+    const Table settings = set.TableOf("SET");
+    if (settings.size() > 0 && settings.bytes(0, settings.column("no_flat_discount")) == "Y")
+        return;
+    std::string percents(flat.field->name);
+    percents.erase(percents.find("flat_"), std::string_view("flat_").size());
+    if (!HasPercents(table, row, percents)) return;
+    set.Doubt(table, row, flat,
+              "goes before the percentages by weight break, which are never given; leave one "
+              "of the two at 0");
+}
 
 }  // namespace
 
@@ -33,6 +55,8 @@ void CheckDiscountTerms(CheckedSet& set, const Table& table, std::size_t row) {
                       "is no number: what its first digits give is read, and 0 without any");
         } else if (is_percent && !(*number >= 0 && *number <= kMostPercent)) {
             set.Doubt(table, row, column, "is no discount: the engine is sent 0 to 99.99 percent");
+        } else if (name.ends_with("flat_percent") && *number > 0) {
+            CheckFlatPercent(set, table, row, column);
         } else if (!is_percent && !(*number >= 0 && *number <= kMostDollars)) {
             set.Doubt(table, row, column,
                       "is no minimum charge of a discount: these go from 0, for none, to 999.99 "

@@ -26,6 +26,8 @@
 #   test-docs             every command and piece of code of the documentation,
 #                         its links, and the site in a browser
 #   test-deb              the Debian packages, in a bare Debian
+#   test-reproducible     the packages for Debian and Windows, each built twice and
+#                         held against each other
 #   load                  the rating service under load, every answer held against
 #                         cwt rate; LOAD="--seconds 20 --connections 32"
 #   fuzz                  inputs of every kind; FUZZ_SECONDS=60 for each target,
@@ -55,6 +57,7 @@ TEST_PACKAGES    = googletest binutils locales python3-jsonschema bash-completio
     help2man pandoc man-db
 LINUX32_PACKAGES = g++-multilib
 WIN32_PACKAGES   = g++-mingw-w64-i686-win32
+ZIP_PACKAGES     = zip unzip
 WINE_PACKAGES    = debootstrap xvfb xauth
 # An npm that is there may be another than Debian's, which does not suffer it.
 WEB_PACKAGES     = chromium chromium-driver python3-selenium $(if $(shell command -v npm),,npm)
@@ -79,7 +82,8 @@ SAMPLE = sample
 
 .PHONY: rate win32 test test-linux32 test-win32 test-all test-web test-languages \
     test-languages-win32 python test-python test-cluster load compare fuzz fuzz-minute bench \
-    bench-docs outcomes lint format clean packages deb test-deb help dev docs test-docs screenshots
+    bench-docs outcomes lint format clean packages deb test-deb test-reproducible help dev docs \
+    test-docs screenshots
 
 rate:
 	@scripts/install_packages.sh $(BUILD_PACKAGES)
@@ -108,7 +112,7 @@ test-docs: python docs
 	@scripts/test_docs.sh
 
 win32:
-	@scripts/install_packages.sh $(BUILD_PACKAGES) $(WIN32_PACKAGES)
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(WIN32_PACKAGES) $(ZIP_PACKAGES)
 	@scripts/build.sh release
 	@scripts/build.sh win32 -DBUILD_TESTING=OFF
 	@scripts/package.sh
@@ -119,6 +123,11 @@ deb:
 
 test-deb: deb
 	@scripts/test_deb.sh
+
+test-reproducible:
+	@scripts/install_packages.sh $(BUILD_PACKAGES) $(PYTHON_PACKAGES) $(DEB_PACKAGES) \
+	    $(WIN32_PACKAGES) $(ZIP_PACKAGES)
+	@scripts/test_reproducible.sh
 
 test:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES)
@@ -214,7 +223,7 @@ format:
 
 packages:
 	@scripts/install_packages.sh $(BUILD_PACKAGES) $(TEST_PACKAGES) $(LINUX32_PACKAGES) \
-	    $(WIN32_PACKAGES) $(WINE_PACKAGES) $(WEB_PACKAGES) $(LANGUAGE_PACKAGES) \
+	    $(WIN32_PACKAGES) $(ZIP_PACKAGES) $(WINE_PACKAGES) $(WEB_PACKAGES) $(LANGUAGE_PACKAGES) \
 	    $(PYTHON_PACKAGES) $(PYTEST_PACKAGES) $(CLUSTER_PACKAGES) $(FUZZ_PACKAGES) $(LINT_PACKAGES) \
 	    $(DOCS_PACKAGES) $(PAGES_PACKAGES)
 

@@ -1,4 +1,4 @@
-# What an installation consists of, and the package of it.
+# What an installation consists of.
 include(CMakePackageConfigHelpers)
 
 set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/hundredweight)
@@ -78,10 +78,3 @@ file(RELATIVE_PATH up /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/hundredweight.pc.in hundredweight.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/hundredweight.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
-
-if(WIN32)
-    set(CPACK_GENERATOR ZIP)
-    set(CPACK_PACKAGE_FILE_NAME hundredweight-${PROJECT_VERSION}-win32)
-    set(CPACK_STRIP_FILES ON)
-    include(CPack)
-endif()

@@ -95,7 +95,7 @@ constexpr Doubt kDoubts[] = {
     {"settings.json", "\"label_files\": false", "\"label_files\": \"X\"", ":8:5: warning: settings.label_files \"X\" is neither yes nor no, and counts as no"},
     {"settings.json", "\"group_selector\": \"4\"", "\"group_selector\": \"6\"", ":50:5: warning: discounts.group_selector \"6\" is none of 1 to 5"},
     {"discount-groups.csv", "\n1,45.50", "\n1,455", ":2:3: warning: percent_1 \"455\" is no discount: the engine is sent"},
-    {"discount-groups.csv", "0.00,85.00", "9.50,85.00", ":2:57: warning: flat_percent \"9.50\" goes before the percentages by weight break"},
+    {"discount-groups.csv", "0.00,85.00", "9.50,85.00", ":2:57: warning: flat_percent \"9.50\" stands beside percentages by weight break"},
     {"discount-groups.csv", "85.00", "1000.00", ":2:62: warning: floor_dollars \"1000.00\" is no minimum charge"},
     {"discount-weights.csv", "\n3,C,,1000", "\n3,,,", ":5:3: warning: mark \"C\" marks column 4, which does not count: column 3 has no mark"},
     {"discount-weights.csv", "\n8,C,,30000", "\n8,,,", ":2:45: warning: percent_8 \"45.50\" never holds"},

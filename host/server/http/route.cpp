@@ -24,6 +24,16 @@ const Route kRoutes[] = {
 
 }  // namespace
 
+std::vector<std::pair<std::string, std::string>> Route::FieldsOf(int status) const {
+    constexpr int kNoToken = 401;
+    constexpr int kNoSuchMethod = 405;
+    constexpr int kUnavailable = 503;
+    if (status == kNoToken) return {{"WWW-Authenticate", "Bearer"}};
+    if (status == kNoSuchMethod) return {{"Allow", methods()}};
+    if (status == kUnavailable) return {{"Retry-After", "1"}};
+    return {};
+}
+
 std::string_view Route::part_name() const {
     const std::size_t begin = path.find('{');
     return begin == path.npos ? std::string_view()

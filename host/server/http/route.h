@@ -2,7 +2,10 @@
 #pragma once
 
 #include <array>
+#include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace cwt {
 
@@ -32,6 +35,9 @@ struct Route {
         return kind == RouteKind::kPage || kind == RouteKind::kHealth ||
                kind == RouteKind::kReadiness;
     }
+
+    /// The fields that an answer with this status has beside others.
+    std::vector<std::pair<std::string, std::string>> FieldsOf(int status) const;
 
     /// The name of what "{...}" stands for, and its text in a path; empty when there is none.
     std::string_view part_name() const;

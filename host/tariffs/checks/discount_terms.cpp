@@ -19,7 +19,7 @@ bool HasPercents(const Table& table, std::size_t row, std::string_view name) {
     });
 }
 
-/// Engines are sent both, and take the flat one.
+/// An engine is sent both.
 void CheckFlatPercent(CheckedSet& set, const Table& table, std::size_t row, const Column& flat) {
     const Table settings = set.TableOf("SET");
     if (settings.size() > 0 && settings.bytes(0, settings.column("no_flat_discount")) == "Y")
@@ -28,8 +28,8 @@ void CheckFlatPercent(CheckedSet& set, const Table& table, std::size_t row, cons
     percents.erase(percents.find("flat_"), std::string_view("flat_").size());
     if (!HasPercents(table, row, percents)) return;
     set.Doubt(table, row, flat,
-              "goes before the percentages by weight break, which are never given; leave one "
-              "of the two at 0");
+              "stands beside percentages by weight break: the engine is sent both, and the "
+              "reference engine gives the flat one alone; leave one of the two at 0");
 }
 
 }  // namespace

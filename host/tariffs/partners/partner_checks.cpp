@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "tariffs/partners/partner_cells.h"
 #include "text/code_page.h"
 
 namespace cwt {

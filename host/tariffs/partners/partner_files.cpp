@@ -7,6 +7,7 @@
 
 #include "tariffs/families/family.h"
 #include "tariffs/file_names.h"
+#include "tariffs/partners/partner_cells.h"
 #include "text/code_page.h"
 
 namespace cwt {

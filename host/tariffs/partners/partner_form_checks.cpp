@@ -1,6 +1,7 @@
 // What is wrong with a field of a partner's file by itself.
 #include <algorithm>
 
+#include "tariffs/partners/partner_cells.h"
 #include "tariffs/partners/partner_checks.h"
 #include "tariffs/partners/partner_forms.h"
 

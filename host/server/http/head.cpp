@@ -118,9 +118,12 @@ void ReadConnection(Head& head) {
         Refuse("What is expected is not known");
     }
     head.ends_connection = !head.is_newest;
-    const std::string list = LowerCase(head.Find("connection"));
-    for (std::string_view rest = list; !rest.empty();) {
-        if (Trimmed(TakeTo(rest, ",")) == "close") head.ends_connection = true;
+    for (const auto& [name, value] : head.fields) {
+        if (name != "connection") continue;
+        const std::string list = LowerCase(value);
+        for (std::string_view rest = list; !rest.empty();) {
+            if (Trimmed(TakeTo(rest, ",")) == "close") head.ends_connection = true;
+        }
     }
 }
 

@@ -7,6 +7,14 @@
 #include "text/path_text.h"
 
 namespace cwt {
+namespace {
+
+const char* NameOf(Form form) {
+    if (form == Form::kDatabase) return "sqlite";
+    return form == Form::kCsv ? "csv" : "ndjson";
+}
+
+}  // namespace
 
 nlohmann::ordered_json TermsOf(const BatchOptions& options, const std::string& header,
                                const DataWatch& data) {
@@ -16,7 +24,8 @@ nlohmann::ordered_json TermsOf(const BatchOptions& options, const std::string& h
             {"set", options.sources.set},
             {"engine", options.sources.engine},
             {"service-guide", options.sources.service_guide},
-            {"from", options.from == Form::kCsv ? "csv" : "ndjson"},
+            {"from", NameOf(options.from)},
+            {"to", NameOf(options.to)},
             {"part", fmt::format("{}/{}", part.number, part.count)},
             {"columns", header},
             {"files", data.files()}};

@@ -282,6 +282,7 @@ TEST_F(BatchTest, ARunIsNotGoneOnWithUnderOtherTerms) {
     };
     refuse("rows.ndjson --engine " HWT_UNRELIABLE_ENGINE, "begun with engine \"tolvex\"");
     refuse("rows.ndjson --part 1/2", "begun with part");
+    refuse("rows.ndjson --to csv", "begun with to \"ndjson\"");
     const std::string rates = Content("tolvex-rates.txt");
     Write("tolvex-rates.txt", rates + "\n");
     ASSERT_EQ(RunUntil([&](pid_t) { Write("tolvex-rates.txt", rates); }, "new.ndjson.partial",

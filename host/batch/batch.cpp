@@ -133,7 +133,7 @@ class Batch {
             if (!output_->is_whole()) {
                 options_.say(fmt::format("going on at row {}", progress_.next_row));
             }
-        } else if (slice_.begin == 1) {
+        } else if ((!options_.part || options_.part->number == 1) && progress_.output_size == 0) {
             if (const std::string header = form_->Header(); !header.empty()) {
                 output_->Write(Pack(packing_, header));
             }

@@ -152,6 +152,23 @@ TEST_F(BatchTest, RowsAreThoseOfOneSessionHoweverTheyAreSpread) {
     }
 }
 
+TEST_F(BatchTest, ARunOfNoRowsHasItsHeaderOnce) {
+    Write("none.csv", "origin_zip,destination_zip,class_1,weight_1\n");
+    EXPECT_EQ(Run("none.csv >none"), 0);
+    const std::string header = Content("none");
+    EXPECT_EQ(Run("none.csv --part 1/2 >none"), 0);
+    EXPECT_EQ(Content("none"), header);
+    EXPECT_EQ(Run("none.csv --part 2/2 >none"), 0);
+    EXPECT_EQ(Content("none"), "");
+    EXPECT_EQ(Run("none.csv -o out.csv"), 0);
+    EXPECT_EQ(Run("none.csv -o out.csv --resume"), 0);
+    ExpectSaid("is whole already");
+    // As a run that was stopped before its first row leaves it.
+    fs::rename("out.csv", "out.csv.partial");
+    EXPECT_EQ(Run("none.csv -o out.csv --resume"), 0);
+    EXPECT_EQ(Content("out.csv"), header);
+}
+
 TEST_F(BatchTest, KilledRunsEndWithTheSameBytes) {
     WriteRows(2000);
     std::minstd_rand random(static_cast<unsigned>(getpid()));

@@ -91,17 +91,20 @@ TEST_F(BatchOutputTest, AStoppedRunGoesOnBehindWhatItKept) {
 }
 
 TEST_F(BatchOutputTest, WhatIsNotOfTheRunIsLeftAlone) {
-    Write("out", "rows of somebody");
-    EXPECT_NE(Refusal(false), "");
-    EXPECT_NE(Refusal(true), "");
-    EXPECT_EQ(Content("out"), "rows of somebody");
+    for (const char* content : {"", "rows of somebody"}) {
+        Write("out", content);
+        EXPECT_NE(Refusal(false), "");
+        EXPECT_NE(Refusal(true), "");
+        EXPECT_EQ(Content("out"), content);
+        EXPECT_FALSE(fs::exists(Path("out.journal")));
+    }
     fs::remove(Path("out"));
     StopAfterFirst();
     Write("out", "first\n");
     EXPECT_NE(Refusal(true), "") << "two outputs of one run";
     fs::remove(Path("out"));
     const std::string journal = Content("out.journal");
-    Write("out.partial", "firs");
+    Write("out.partial", "first");
     EXPECT_NE(Refusal(true), "") << "rows are missing";
     Write("out.partial", "first\n");
     EXPECT_EQ(Refusal(true), "");

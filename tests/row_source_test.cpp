@@ -110,7 +110,7 @@ TEST_F(RowSourceTest, ARunThatGoesOnReadsTheSameRowsFromThereOn) {
         EXPECT_NE(other_row.SkipTo(next), digest);
         EXPECT_NE(other_rows.SkipTo(next + 1), digest);
     }
-    for (const std::uint64_t end : {1, 2, 256, 257, 258, 1000, 1001, 2000}) {
+    for (const std::uint64_t end : {1U, 2U, 256U, 257U, 258U, 1000U, 1001U, 2000U}) {
         RowSource part = Source(content);
         EXPECT_EQ(Rows(part, 1, end).size(), std::min(end - 1, kRows)) << end;
         EXPECT_EQ(part.SkipTo(std::min(end, kRows + 1)), part.SkipTo(1));

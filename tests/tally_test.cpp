@@ -126,7 +126,7 @@ TEST(Tally, PackedRowsAreKnownByTheirFirstBytes) {
         {"\x50\x2A\x4D\x18", Packing::kZstandard},
         {"\x5F\x2A\x4D\x18", Packing::kZstandard},
         {"\x4F\x2A\x4D\x18", Packing::kNone},
-        {"x\x50\x2A\x4D\x18", Packing::kNone},
+        {"PP\x2A\x4D\x18", Packing::kNone},
     };
     for (const auto& [beginning, packing] : cases) EXPECT_EQ(PackingOf(beginning), packing);
 }

@@ -210,7 +210,7 @@ TEST_F(BatchOutputTest, JobsAndAnswersCrossToAWorkerWhole) {
     rated.outcome = Bill();
     failed.outcome = Failure{"it ended"};
     Job job;
-    job.packed = true;
+    job.packed = false;
     job.block.first_row = 5'000'000'000;
     job.block.text = std::string("{\n}\n\0x\n", 7);
     job.block.lengths = {4, 3, 0};

@@ -16,8 +16,8 @@ target_compile_options(hwt_compile_options INTERFACE
 # Files may be longer than 2 GiB on 32-bit systems too.
 target_compile_definitions(hwt_compile_options INTERFACE _FILE_OFFSET_BITS=64)
 if(WIN32)
-    # Hosts have no run-time DLL of this compiler.
-    target_link_options(hwt_compile_options INTERFACE -static)
+    # Hosts have no run-time DLL of this compiler. A DLL does not tell when it was linked.
+    target_link_options(hwt_compile_options INTERFACE -static -Wl,--no-insert-timestamp)
 endif()
 if(HWT_SANITIZE)
     target_compile_options(hwt_compile_options INTERFACE

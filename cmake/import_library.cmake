@@ -13,6 +13,10 @@ foreach(name ${names})
     string(APPEND definition "${CMAKE_MATCH_1}\n")
 endforeach()
 file(WRITE ${IMPORT_LIBRARY}.def ${definition})
-execute_process(COMMAND ${DLLTOOL} --kill-at --input-def ${IMPORT_LIBRARY}.def
-                        --output-lib ${IMPORT_LIBRARY} COMMAND_ERROR_IS_FATAL ANY)
+# The names that it is told become names in the library: they are the same wherever it is built.
+cmake_path(GET IMPORT_LIBRARY PARENT_PATH folder)
+cmake_path(GET IMPORT_LIBRARY FILENAME name)
+execute_process(
+    COMMAND ${DLLTOOL} --kill-at --input-def ${name}.def --output-lib ${name} --temp-prefix ${name}
+    WORKING_DIRECTORY ${folder} COMMAND_ERROR_IS_FATAL ANY)
 file(REMOVE ${IMPORT_LIBRARY}.def)

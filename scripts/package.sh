@@ -7,10 +7,12 @@ rm -rf build/win32/sample build/win32/package
 build/release/bin/cwt sample build/win32/sample
 cmake --preset win32 -DBUILD_TESTING=OFF -DHWT_SAMPLE="$PWD/build/win32/sample" >/dev/null
 name=hundredweight-$(scripts/version.sh)-win32
-cmake --install build/win32 --strip --prefix "build/win32/package/$name" >/dev/null
-# The same bytes wherever, whenever and by whomever they are packed: files bear the time of the release.
+# The same bytes wherever, whenever and by whomever they are packed: files, and the programs within,
+# bear the time of the release.
 released=$(sed -n '/^ -- /{s/.*>  //p;q}' packaging/debian/changelog)
 [ -n "$released" ]
+SOURCE_DATE_EPOCH=$(date -d "$released" +%s) \
+    cmake --install build/win32 --strip --prefix "build/win32/package/$name" >/dev/null
 cd build/win32/package
 find "$name" -exec touch -h -d "$released" {} +
 chmod -R u=rwX,go=rX "$name"

@@ -9,9 +9,7 @@ namespace hundredweight {
 namespace {
 
 namespace fs = std::filesystem;
-using Json = nlohmann::json;
-
-struct Printed {
+struct CommandOutput {
     int exit_code;
     std::string output, complaints;
 };
@@ -20,11 +18,11 @@ class CommandTest : public TariffTest {
  protected:
     CommandTest() { samples::WriteSampleData(directory_); }
 
-    Printed Run(const std::string& arguments) const {
+    CommandOutput Run(const std::string& arguments) const {
         const fs::path complaints = directory_ / "complaints";
         const std::string command = HWT_CWT " " + arguments + " 2>" + complaints.string();
         FILE* const pipe = popen(command.c_str(), "r");
-        Printed printed;
+        CommandOutput printed;
         for (int byte; (byte = fgetc(pipe)) != EOF;) printed.output += static_cast<char>(byte);
         printed.exit_code = pclose(pipe) / HWT_EXIT_CODE_UNIT;
         printed.complaints = FileContent(complaints);
@@ -37,14 +35,14 @@ class CommandTest : public TariffTest {
 
     /// The first sample shipment with changes.
     std::string Shipment(const std::string& changes) const {
-        Json shipment = Json::parse(FileContent(Sample()));
-        shipment.merge_patch(Json::parse(changes));
+        nlohmann::json shipment = nlohmann::json::parse(FileContent(Sample()));
+        shipment.merge_patch(nlohmann::json::parse(changes));
         WriteFile("shipments/changed.json", shipment.dump());
         return (directory_ / "shipments" / "changed.json").string();
     }
 
     void ExpectBroken(const std::string& arguments, const std::string& complaint) const {
-        const Printed printed = Run(arguments);
+        const CommandOutput printed = Run(arguments);
         EXPECT_EQ(printed.exit_code, 2) << arguments;
         EXPECT_EQ(printed.complaints.substr(0, 5), "cwt: ");
         EXPECT_NE(printed.complaints.find(complaint), std::string::npos) << printed.complaints;
@@ -68,8 +66,8 @@ TEST_F(CommandTest, SpellingsThatAreUnmistakableAreRatedAsTheirPlainForms) {
              "destination": {"zip": "M5H2N2", "city": "Toronto", "state": "ON"}})"},
     };
     for (const auto& [written, plain] : rows) {
-        const Printed as_written = Run("rate " + Shipment(written));
-        const Printed as_plain = Run("rate " + Shipment(plain));
+        const CommandOutput as_written = Run("rate " + Shipment(written));
+        const CommandOutput as_plain = Run("rate " + Shipment(plain));
         EXPECT_EQ(as_written.exit_code, 0) << as_written.complaints;
         EXPECT_EQ(as_written.output, as_plain.output);
         EXPECT_EQ(as_plain.output.find(" \n"), std::string::npos) << as_plain.output;
@@ -77,7 +75,7 @@ TEST_F(CommandTest, SpellingsThatAreUnmistakableAreRatedAsTheirPlainForms) {
 }
 
 TEST_F(CommandTest, MessagesAreExplainedByTheirCodesAndStatusesAsTheEngines) {
-    const Printed printed = Run("message 374 999 0113 116");
+    const CommandOutput printed = Run("message 374 999 0113 116");
     EXPECT_EQ(printed.exit_code, 1);
     EXPECT_NE(printed.complaints.find("999"), std::string::npos) << printed.complaints;
     std::size_t at = 0;
@@ -128,13 +126,13 @@ TEST_F(CommandTest, RefusalsTellAllThatIsWrongWithItsPlaceAndWhatIsRight) {
     };
     for (const auto& [changes, complaints] : rows) {
         const std::string shipment = Shipment(changes);
-        const Printed rated = Run("rate " + shipment);
+        const CommandOutput rated = Run("rate " + shipment);
         EXPECT_EQ(rated.exit_code, 1) << changes;
         EXPECT_EQ(rated.output, "");
         for (const std::string& complaint : complaints) {
             EXPECT_NE(rated.complaints.find(complaint), std::string::npos) << rated.complaints;
         }
-        const Printed checked = Run("check " + shipment);
+        const CommandOutput checked = Run("check " + shipment);
         EXPECT_EQ(checked.complaints, rated.complaints);
         EXPECT_EQ(checked.exit_code, 1);
     }
@@ -158,7 +156,8 @@ TEST_F(CommandTest, RefusalsTellAllThatIsWrongWithItsPlaceAndWhatIsRight) {
     };
     for (const auto& [text, complaint] : texts) {
         WriteFile("shipments/text.json", text);
-        const Printed printed = Run("rate " + (directory_ / "shipments" / "text.json").string());
+        const CommandOutput printed =
+            Run("rate " + (directory_ / "shipments" / "text.json").string());
         EXPECT_EQ(printed.exit_code, 1);
         EXPECT_NE(printed.complaints.find("text.json: " + complaint), std::string::npos)
             << printed.complaints;
@@ -174,7 +173,7 @@ TEST_F(CommandTest, AFactorOfTheDefaultsIsRefusedLikeOneOfTheShipment) {
     memcpy(record.data() + 10, &on, sizeof on);
     memcpy(record.data() + 35, &rate, sizeof rate);
     WriteFile("SAMPLE.DEF", record);
-    const Printed printed = Run("rate " + Sample());
+    const CommandOutput printed = Run("rate " + Sample());
     EXPECT_EQ(printed.exit_code, 1);
     EXPECT_NE(printed.complaints.find("defaults \"1\": Invalid Factor. (code 513)"),
               std::string::npos)
@@ -237,27 +236,29 @@ TEST_F(CommandTest, TextsOfTheDataAreDecodedAndDoNotActOnTerminals) {
     WriteFile("PROFILE.FIL", profiles);
     const std::string data = " --data " + directory_.string();
     EXPECT_EQ(Run("profiles" + data).output.substr(0, 13), "Z\u00fcrich\u241b[2J");
-    const Printed json = Run("profiles --json" + data);
-    EXPECT_EQ(Json::parse(json.output)["profiles"][0], "Z\u00fcrich\u241b[2J");
+    const CommandOutput json = Run("profiles --json" + data);
+    EXPECT_EQ(nlohmann::json::parse(json.output)["profiles"][0], "Z\u00fcrich\u241b[2J");
     Put(profiles, 0, std::string("Z\xFCrich\0\0\0\0\0", 11));
     WriteFile("PROFILE.FIL", profiles);
-    WriteFile(
-        "shipments/umlaut.json",
-        Json::parse(FileContent(Sample()))
-            .patch(Json::parse(R"([{"op": "add", "path": "/profile", "value": "Z\u00fcrich"}])"))
-            .dump());
+    WriteFile("shipments/umlaut.json",
+              nlohmann::json::parse(FileContent(Sample()))
+                  .patch(nlohmann::json::parse(
+                      R"([{"op": "add", "path": "/profile", "value": "Z\u00fcrich"}])"))
+                  .dump());
     EXPECT_EQ(Run("rate " + (directory_ / "shipments" / "umlaut.json").string()).exit_code, 0);
 }
 
 TEST_F(CommandTest, EnteredDiscountsGoBeforeThoseOfAProfile) {
-    const Json whole_road =
-        Json::parse(FileContent(directory_ / "shipments" / "16-whole-road.json"));
+    const nlohmann::json whole_road =
+        nlohmann::json::parse(FileContent(directory_ / "shipments" / "16-whole-road.json"));
     for (const auto& [discount, printed] :
          {std::pair{"{}", "Discount 42.50%"}, {R"({"percent": 10})", "Discount 10.00%"}}) {
-        Json shipment = whole_road;
-        if (!Json::parse(discount).empty()) shipment["discount"] = Json::parse(discount);
+        nlohmann::json shipment = whole_road;
+        if (!nlohmann::json::parse(discount).empty())
+            shipment["discount"] = nlohmann::json::parse(discount);
         WriteFile("shipments/profile.json", shipment.dump());
-        const Printed bill = Run("rate " + (directory_ / "shipments" / "profile.json").string());
+        const CommandOutput bill =
+            Run("rate " + (directory_ / "shipments" / "profile.json").string());
         EXPECT_NE(bill.output.find(printed), std::string::npos) << bill.output;
         EXPECT_NE(bill.output.find("85*"), std::string::npos) << "a class that is rated as another";
     }

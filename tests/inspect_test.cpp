@@ -6,8 +6,6 @@
 namespace hundredweight {
 namespace {
 
-using Json = nlohmann::json;
-
 class InspectTest : public SampleSetTest {
  protected:
     void WriteAll() {
@@ -17,14 +15,14 @@ class InspectTest : public SampleSetTest {
     }
 
     /// What the command says of the set.
-    Json Inspection(const std::string& option, int exit_code) const {
+    nlohmann::json Inspection(const std::string& option, int exit_code) const {
         const std::string command = HWT_CWT " inspect --json " + option + directory_.string() +
                                     " 2>" + (directory_ / "complaints").string();
         FILE* const pipe = popen(command.c_str(), "r");
         std::string output;
         for (int byte; (byte = fgetc(pipe)) != EOF;) output += static_cast<char>(byte);
         EXPECT_EQ(pclose(pipe), exit_code * HWT_EXIT_CODE_UNIT) << command;
-        return Json::parse(output, nullptr, false);
+        return nlohmann::json::parse(output, nullptr, false);
     }
 };
 
@@ -43,7 +41,7 @@ TEST_F(InspectTest, TheFileThatFailsALoadIsNamedWithItsCodeAndMessage) {
     for (const auto& [option, file, size, code] : rows) {
         WriteAll();
         if (code != 0) size > 0 ? resize_file(File(file), size) : void(remove(File(file)));
-        const Json inspection = Inspection(option, code == 0 ? 0 : 2);
+        const nlohmann::json inspection = Inspection(option, code == 0 ? 0 : 2);
         ASSERT_TRUE(inspection.is_object()) << option << file;
         EXPECT_EQ(inspection["loads"], code == 0);
         if (code != 0) {
@@ -73,31 +71,33 @@ TEST_F(InspectTest, ASetIsToldInTheWordsOfItsFolder) {
     const std::string command = HWT_CWT " export " + directory_.string() + " " + folder.string() +
                                 " >" + (directory_ / "complaints").string() + " 2>&1";
     EXPECT_EQ(std::system(command.c_str()), 0);
-    const Json settings = Json::parse(FileContent(folder / "settings.json"), nullptr, false);
-    const Json inspection = Inspection("", 0);
+    const nlohmann::json settings =
+        nlohmann::json::parse(FileContent(folder / "settings.json"), nullptr, false);
+    const nlohmann::json inspection = Inspection("", 0);
     EXPECT_EQ(inspection["sections"].size(), 5U);
     for (const auto& [name, fields] : inspection["sections"].items()) {
         for (const auto& [key, field] : fields.items()) {
             // A flag that the file leaves blank is no.
-            const Json nothing = field["value"].is_boolean() ? Json(false) : Json("");
-            const Json written = settings[name].value(key, nothing);
+            const nlohmann::json nothing =
+                field["value"].is_boolean() ? nlohmann::json(false) : nlohmann::json("");
+            const nlohmann::json written = settings[name].value(key, nothing);
             EXPECT_EQ(field["value"], key == "surcharge_break" ? "6" : written)
                 << name << '.' << key;
             EXPECT_NE(field["meaning"], "");
         }
     }
-    const Json& fields = inspection["sections"]["settings"];
+    const nlohmann::json& fields = inspection["sections"]["settings"];
     EXPECT_EQ(fields["host_bytes_9"]["value"], settings["settings"]["host_bytes_9"]);
     EXPECT_FALSE(fields.contains("host_bytes_169"));
-    for (const Json& file : inspection["files"]) {
+    for (const nlohmann::json& file : inspection["files"]) {
         const auto sheet = file["sheet"].get<std::string>();
         EXPECT_TRUE(exists(folder / sheet) || file["present"] == false) << file;
     }
-    EXPECT_EQ(
-        inspection["accessorials"][0],
-        Json({{"host_bytes_0", "01"}, {"item_code", "232"}, {"description", "Inside delivery"}}));
+    EXPECT_EQ(inspection["accessorials"][0], nlohmann::json({{"host_bytes_0", "01"},
+                                                             {"item_code", "232"},
+                                                             {"description", "Inside delivery"}}));
     EXPECT_EQ(inspection["weight_breaks"][1],
-              Json({{"label", "M5C"}, {"lowest_pounds", 500}, {"highest_pounds", 999}}));
+              nlohmann::json({{"label", "M5C"}, {"lowest_pounds", 500}, {"highest_pounds", 999}}));
 }
 
 }  // namespace

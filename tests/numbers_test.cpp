@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kCases = 200000;
 
-std::string Printed(double value, int decimals) {
+std::string AsPrinted(double value, int decimals) {
     char buffer[400];
     return {buffer,
             std::to_chars(buffer, std::end(buffer), value, std::chars_format::fixed, decimals).ptr};
@@ -100,7 +100,7 @@ TEST_F(NumbersTest, ArePrintedAsTheStandardLibraryPrintsThem) {
         const double value = AnyNumber();
         const auto decimals = static_cast<int>(Below(5));
         const auto width = static_cast<int>(Below(40));
-        const std::string text = Printed(value, decimals);
+        const std::string text = AsPrinted(value, decimals);
         ASSERT_EQ(std::string_view(FormatDecimal(value, width, decimals)),
                   PaddedLeft(text, width, ' '))
             << std::hexfloat << value;

@@ -18,7 +18,7 @@ std::string Bytes(Number number) {
 }
 
 /// A profile with ZIP-range discounts, each of which tells its place at its end.
-std::string ProfileBytes(std::string_view name, const std::string& zips = "", int32_t count = 0) {
+std::string RecordOf(std::string_view name, const std::string& zips = "", int32_t count = 0) {
     std::string bytes = Padded(name, 17897), zip;
     std::istringstream entries(zips);
     for (std::size_t at = 243; std::getline(entries, zip, ','); at += 117)
@@ -67,15 +67,15 @@ TEST_F(ProfilesTest, AUserWithoutProfilesGetsADefaultOne) {
 }
 
 TEST_F(ProfilesTest, ATemplateIsCopiedForAUserWithoutProfiles) {
-    const std::string content = ProfileBytes("ONE", "_____ 10000", 2) + "tail";
+    const std::string content = RecordOf("ONE", "_____ 10000", 2) + "tail";
     WriteFile("PROFILE.FIL", content);
     const auto before = std::make_unique<RateContext>(context_);
     EXPECT_EQ(Prepare(), "1:0");
     EXPECT_TRUE(Content() == content && FileContent(directory_ / "PROFILE.FIL") == content);
     ExpectAlikeOutside({}, *before, context_);
-    WriteProfiles(ProfileBytes("OWN"));
+    WriteProfiles(RecordOf("OWN"));
     EXPECT_EQ(Prepare(), "1:0");
-    EXPECT_TRUE(Content() == ProfileBytes("OWN"));
+    EXPECT_TRUE(Content() == RecordOf("OWN"));
 }
 
 TEST_F(ProfilesTest, ConversionMovesLeadingStateRecordsBehindTheOthersOnce) {
@@ -89,17 +89,16 @@ TEST_F(ProfilesTest, ConversionMovesLeadingStateRecordsBehindTheOthersOnce) {
         5 3 10000,_____,20000 0,1,2   5 1 _____,10000 0,1    5 0 _____,10000 0,1
         5 -1 _____,10000 0,1  5 150 FULL .  5 151 FULL .     5 2147483647 FULL .)")) {
         SCOPED_TRACE(length + ' ' + count + ' ' + zips);
-        const std::string profile =
-            ProfileBytes("ONE", order.empty() ? full : zips, std::stoi(count));
+        const std::string profile = RecordOf("ONE", order.empty() ? full : zips, std::stoi(count));
         std::string converted = profile, from;
         std::istringstream places(order.empty() ? order_of_full : order);
         for (std::size_t at = 243; std::getline(places, from, ','); at += 117)
             Put(converted, at, profile.substr(243 + 117 * std::stoul(from), 117));
-        WriteProfiles(ProfileBytes("TWO") + profile + profile.substr(1));
+        WriteProfiles(RecordOf("TWO") + profile + profile.substr(1));
         context_.ZipLength[0] = length[0];
         context_.ProfileFileCurrent = 'N';
         EXPECT_EQ(Prepare(), "1:0");
-        EXPECT_TRUE(Content() == ProfileBytes("TWO") + converted);
+        EXPECT_TRUE(Content() == RecordOf("TWO") + converted);
         EXPECT_EQ(FileContent(directory_ / "user/PROFILE.ZSA"), "ZSA");
         EXPECT_EQ(+context_.ProfileFileCurrent, 'Y');
         WriteProfiles(profile);  // Both the marker and the flag tell that it is converted.
@@ -133,14 +132,14 @@ TEST_F(ProfilesTest, ProfilesAreCountedAndFoundByAll31BytesOfTheirName) {
                                  std::string(31, '\xFF')};
     std::string records;
     for (int number = 0; const std::string& name : names)
-        records += ProfileBytes(name, std::to_string(number++));
-    WriteProfiles(records + ProfileBytes("PART").substr(0, 17896));
+        records += RecordOf(name, std::to_string(number++));
+    WriteProfiles(records + RecordOf("PART").substr(0, 17896));
     EXPECT_EQ(Told(context_, GetProfileSize(&context_)), "5:0");
     for (const int32_t number : {2, 1, 0, 4}) {
         const FailingDisk disk;
         const auto before = std::make_unique<RateContext>(context_);
         EXPECT_EQ(find(names[number]), "1:0");
-        EXPECT_TRUE(Current() == ProfileBytes(names[number], std::to_string(number)) &&
+        EXPECT_TRUE(Current() == RecordOf(names[number], std::to_string(number)) &&
                     context_.ProfileIndex == number);
         EXPECT_LE(disk.bytes_read, static_cast<std::size_t>(31 * (number + 1) + 17897));
         ExpectAlikeOutside({HWT_FIELD(Profile), HWT_FIELD(ProfileIndex)}, *before, context_);
@@ -151,7 +150,7 @@ TEST_F(ProfilesTest, ProfilesAreCountedAndFoundByAll31BytesOfTheirName) {
         const FailingDisk disk;
         EXPECT_EQ(find(name), "0:127");
         EXPECT_EQ(disk.bytes_read, 31U * 5U);
-        EXPECT_TRUE(Current().substr(31) == ProfileBytes("", "4").substr(31) &&
+        EXPECT_TRUE(Current().substr(31) == RecordOf("", "4").substr(31) &&
                     context_.ProfileIndex == 4);
     }
     for (const int32_t number : {5, 6, -1, INT_MAX, INT_MIN, INT_MAX / 17897 + 1})

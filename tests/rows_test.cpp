@@ -60,7 +60,7 @@ TEST(Rows, ACsvTextPartsIntoTheSameRowsHoweverItArrives) {
     }
 }
 
-std::string Printed(const Refusals& refusals, const Shipment& shipment) {
+std::string PrintedRefusals(const Refusals& refusals, const Shipment& shipment) {
     std::string text;
     for (const Refusal& refusal : refusals) text += RefusalText(refusal) + "\n";
     if (!refusals.empty()) return text;
@@ -101,7 +101,7 @@ std::string FromCells(const std::vector<std::pair<std::string, std::string>>& ce
     Texts passed;
     const Refusals refusals = MakeCsvReader(fmt::format("{}\r\n", fmt::join(header, ",")), {})
                                   ->Read(fmt::to_string(fmt::join(fields, ",")), shipment, passed);
-    return Printed(refusals, shipment);
+    return PrintedRefusals(refusals, shipment);
 }
 
 std::string FromJson(const std::string& patch) {
@@ -110,7 +110,7 @@ std::string FromJson(const std::string& patch) {
     json.merge_patch(nlohmann::json::parse(patch));
     Shipment shipment;
     const Refusals refusals = ReadShipmentJson(json.dump(), shipment);
-    return Printed(refusals, shipment);
+    return PrintedRefusals(refusals, shipment);
 }
 
 TEST(Rows, CellsAreJudgedLikeTheMembersOfTheJsonForm) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "reference/samples/file_contents.h"
+#include "support/text_change.h"
 #include "tariffs/translation.h"
 
 namespace cwt {
@@ -30,12 +31,6 @@ const Files& SampleFolder() {
         return files;
     }();
     return folder;
-}
-
-void Replace(std::string& text, std::string_view was, std::string_view becomes) {
-    const std::size_t at = text.find(was);
-    ASSERT_NE(at, std::string::npos) << was << " in\n" << text;
-    text.replace(at, was.size(), becomes);
 }
 
 std::vector<std::string> DoubtsOf(const Files& folder) {

@@ -6,6 +6,7 @@
 #include <random>
 
 #include "reference/samples/file_contents.h"
+#include "support/text_change.h"
 #include "tariffs/difference/difference.h"
 #include "tariffs/difference/row_matching.h"
 #include "tariffs/translation.h"
@@ -13,14 +14,14 @@
 namespace cwt {
 namespace {
 
-Files SampleData() {
+Files OldData() {
     Files files = hundredweight::samples::TariffSetFiles({});
     files.merge(hundredweight::samples::ProfileFiles());
     return files;
 }
 
-Files SampleFolder() {
-    return ExportSet(SampleData(), "SAMPLE").files;
+Files OldFolder() {
+    return ExportSet(OldData(), "SAMPLE").files;
 }
 
 DifferenceSide Folder(Files files) {
@@ -30,27 +31,21 @@ DifferenceSide Folder(Files files) {
     return side;
 }
 
-void Replace(std::string& text, std::string_view what, std::string_view by) {
-    const std::size_t at = text.find(what);
-    ASSERT_NE(at, text.npos) << what << " in\n" << text;
-    text.replace(at, what.size(), by);
-}
-
-std::string Row(const std::string& text, std::size_t number) {
+std::string RowText(const std::string& text, std::size_t number) {
     return std::string(SheetRows(text).rows.at(number - 1));
 }
 
 TEST(TariffDifferenceTest, SpellingAndFormMakeNone) {
-    Files spelled = SampleFolder();
+    Files spelled = OldFolder();
     std::string& minimums = spelled["minimums-by-zip.csv"];
     Replace(minimums, ",98.00", ",98");
     for (std::size_t at = 0; (at = minimums.find('\n', at)) != minimums.npos; at += 2) {
         minimums.insert(at, "\r");
     }
     Findings findings;
-    EXPECT_TRUE(DifferenceOf(Folder(SampleFolder()), Folder(spelled)).is_alike());
+    EXPECT_TRUE(DifferenceOf(Folder(OldFolder()), Folder(spelled)).is_alike());
     EXPECT_TRUE(
-        DifferenceOf(SideOfDirectory("data", "SAMPLE", SampleData(), {}, findings), Folder(spelled))
+        DifferenceOf(SideOfDirectory("data", "SAMPLE", OldData(), {}, findings), Folder(spelled))
             .is_alike());
 }
 
@@ -74,19 +69,21 @@ TEST(TariffDifferenceTest, ChangesAreSaidInTheWordsOfTheTrade) {
           "rate codes 000000-999999: floor_dollars 98.00 -> 102.90 (+5.00 %)\n"}},
         {"minimums-by-zip.csv",
          [](std::string& text) {
-             const std::string first = Row(text, 1);
+             const std::string first = RowText(text, 1);
              Replace(text, first, "");
              text += first + first;
          },
          {"2 rows in OLD, 3 in NEW: 1 new, 1 moved\n  The first row that fits holds",
           "; row 1, was 2\n"}},
         {"classes.csv",
-         [](std::string& text) { text.erase(text.find(Row(text, 2)), Row(text, 2).size()); },
+         [](std::string& text) {
+             text.erase(text.find(RowText(text, 2)), RowText(text, 2).size());
+         },
          {"freight classes, classes.csv\n  18 rows in OLD, 17 in NEW: 1 gone\n    gone    class "
           "400\n"}},
         {"profiles.csv",
          [](std::string& text) {
-             std::string row = Row(text, 1);
+             std::string row = RowText(text, 1);
              Replace(row, "Default", "Harbor");
              Replace(row, ",0,0,0,0,0,0,0,0,0,0,0,0,0,", ",0,1,0,48,48,48,48,48,48,48,48,48,0,");
              text += row;
@@ -99,9 +96,9 @@ TEST(TariffDifferenceTest, ChangesAreSaidInTheWordsOfTheTrade) {
         {"README.md", by("", "Our tariff."), {"README.md: only in NEW\n"}},
     };
     for (const Case& each : cases) {
-        Files changed = SampleFolder();
+        Files changed = OldFolder();
         each.change(changed[each.sheet]);
-        const Difference difference = DifferenceOf(Folder(SampleFolder()), Folder(changed));
+        const Difference difference = DifferenceOf(Folder(OldFolder()), Folder(changed));
         const std::string text = DifferenceText(difference, false);
         EXPECT_EQ(difference.sheets.size() + difference.files.size(), 1) << text;
         for (const char* said : each.said) EXPECT_NE(text.find(said), text.npos) << text;
@@ -109,7 +106,7 @@ TEST(TariffDifferenceTest, ChangesAreSaidInTheWordsOfTheTrade) {
 }
 
 TEST(TariffDifferenceTest, AnEntryThatIsPutInMovesAndChangesNoOther) {
-    Files before = SampleFolder();
+    Files before = OldFolder();
     Files after = before;
     const std::string sheet = "profile-zip-discounts.csv";
     const std::string header = before[sheet].substr(0, before[sheet].find('\n') + 1);

@@ -205,7 +205,7 @@ class Supervisor {
     void TellState() {
         Generation* const current = generations_.current();
         const std::uint64_t number = current == nullptr ? 0 : current->number();
-        if (told_set_ != number) {
+        if (current != nullptr && told_set_ != number) {
             told_set_ = number;
             front_->Send({ServiceMessage::kSet, current->set()});
         }

@@ -1,9 +1,13 @@
 #include "platform/system.h"
 
+#include <windows.h>
+// After what it builds upon.
 #include <io.h>
 #include <sys/locking.h>
 
 #include <csignal>
+#include <cstdint>
+#include <string>
 
 namespace cwt {
 namespace {
@@ -34,9 +38,15 @@ bool IsStandardStream(const std::filesystem::path& /*file*/) {
 }
 
 std::string ChangeMark(const std::filesystem::path& file) {
-    std::error_code error;
-    const auto time = std::filesystem::last_write_time(file, error).time_since_epoch().count();
-    return std::to_string(std::filesystem::file_size(file, error)) + ' ' + std::to_string(time);
+    // The standard library tells whole seconds, in which a file may be written twice.
+    WIN32_FILE_ATTRIBUTE_DATA found = {};
+    if (!GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &found)) return {};
+    const auto whole = [](DWORD high, DWORD low) {
+        return std::to_string(std::uint64_t{high} << 32U | low);
+    };
+    const FILETIME& written = found.ftLastWriteTime;
+    return whole(found.nFileSizeHigh, found.nFileSizeLow) + ' ' +
+           whole(written.dwHighDateTime, written.dwLowDateTime);
 }
 
 std::string SettledMark(const std::filesystem::path& /*file*/) {

@@ -57,6 +57,7 @@ int RankOf(std::string_view column, const std::string& cell) {
 
 std::vector<NamedCells> ChangedCells(const std::vector<CellDifference>& cells) {
     std::vector<NamedCells> named;
+    named.reserve(cells.size());
     for (const CellDifference& cell : cells) {
         named.push_back({cell.column, cell.column,
                          ChangeText(MeasureOf(cell.column), cell.of_old, cell.of_new)});
@@ -85,8 +86,8 @@ std::vector<NamedCells> CellsOfOneSide(const std::vector<CellDifference>& cells)
 std::size_t LeaveFirst(std::vector<NamedCells>& named) {
     constexpr std::size_t kCellsNamed = 3;
     if (named.size() <= kCellsNamed) return 0;
-    std::vector<int> ranks;
-    for (const NamedCells& cells : named) ranks.push_back(cells.rank);
+    std::vector<int> ranks(named.size());
+    std::ranges::transform(named, ranks.begin(), &NamedCells::rank);
     std::ranges::nth_element(ranks, ranks.begin() + kCellsNamed - 1);
     const int last = ranks[kCellsNamed - 1];
     std::size_t room = kCellsNamed;

@@ -14,8 +14,6 @@ namespace cwt {
 namespace {
 
 namespace fs = std::filesystem;
-using Json = nlohmann::json;
-
 class DeskTest : public ExplainedSamples {
  protected:
     /// The answer, both of them sent between processes.
@@ -68,8 +66,8 @@ TEST_F(DeskTest, AnswersAreWhatTheCommandsPrint) {
                 EXPECT_EQ(reply.body, printed);
                 continue;
             }
-            const Json refusals = Json::parse(printed);
-            const Json problem = Json::parse(reply.body);
+            const nlohmann::json refusals = nlohmann::json::parse(printed);
+            const nlohmann::json problem = nlohmann::json::parse(reply.body);
             EXPECT_EQ(problem["refusals"], refusals["refusals"]);
             EXPECT_EQ(problem["id"], refusals["id"]);
             EXPECT_EQ(reply.type, kProblemType);
@@ -165,19 +163,19 @@ TEST_F(DeskTest, WhatCannotBeAnsweredIsAProblemOfItsKind) {
     for (const auto& [request, kind, detail] : cases) {
         SCOPED_TRACE(request.route + ": " + detail);
         const DeskReply reply = Ask(request);
-        const Json problem = Json::parse(reply.body);
+        const nlohmann::json problem = nlohmann::json::parse(reply.body);
         EXPECT_EQ(problem["type"], fmt::format("urn:hundredweight:problem:{}", kind));
         EXPECT_EQ(problem["status"], reply.status);
         EXPECT_EQ(reply.type, kProblemType);
         EXPECT_NE(problem["detail"].get<std::string>().find(detail), std::string::npos)
             << problem["detail"];
     }
-    EXPECT_EQ(Json::parse(Ask({"rate", {}, kTwice}).body)["id"], "A7");
+    EXPECT_EQ(nlohmann::json::parse(Ask({"rate", {}, kTwice}).body)["id"], "A7");
 }
 
 TEST_F(DeskTest, LookUpsTellWhatAShipmentMayHave) {
     const auto listed = [&](const DeskRequest& request, const char* list) {
-        return Json::parse(Ask(request).body)[list].dump();
+        return nlohmann::json::parse(Ask(request).body)[list].dump();
     };
     // Seen from a lane that begins at the point, and from one that ends there.
     EXPECT_EQ(listed({"cities", {{"code", "30339-1234"}}, {}}, "cities"),
@@ -186,10 +184,11 @@ TEST_F(DeskTest, LookUpsTellWhatAShipmentMayHave) {
     EXPECT_EQ(listed({"cities", {{"code", "90210"}}, {}}, "cities"), "[]");
     EXPECT_EQ(listed({"classes", {}, {}}, "tariff"), "\"SMPLNATL\"");
     // A tariff of freight of all kinds takes each standard class too.
-    const Json kinds = Json::parse(Ask({"classes", {{"tariff", "SMPLFAK1"}}, {}}).body);
+    const nlohmann::json kinds =
+        nlohmann::json::parse(Ask({"classes", {{"tariff", "SMPLFAK1"}}, {}}).body);
     EXPECT_EQ(kinds["classes"].size(), 19U);
     EXPECT_EQ(kinds["classes"][0], "FAK");
-    EXPECT_EQ(kinds["weight_breaks"][1], Json({{"label", "M5C"}, {"weight", 500}}));
+    EXPECT_EQ(kinds["weight_breaks"][1], nlohmann::json({{"label", "M5C"}, {"weight", 500}}));
     // Without profiles there are no names, and rating goes on.
     session_.reset();
     fs::remove(directory_ / "PROFILE.FIL");

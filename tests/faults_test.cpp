@@ -19,6 +19,9 @@ TEST_P(FaultsTest, OfEveryFileOperationAndAllocationAreSurvived) {
                          std::to_string(static_cast<int>(fault)));
             Lay(operation_.before);
             const auto context = std::make_unique<RateContext>(context_);
+            if (operation_.first != nullptr) {
+                EXPECT_EQ(operation_.first(*context), 1);
+            }
             auto memory = std::make_unique<FailingMemory>(memory_fails ? nth : 0);
             auto disk = std::make_unique<FailingDisk>(memory_fails ? 0 : nth, fault);
             const std::string outcome = Run(*context);

@@ -31,6 +31,7 @@ struct Operation {
     /// What may not be, of the files in the order of their names: N new, O old. A backup is to be
     /// there before the new content, a marker after it.
     std::string never = {};
+    int32_t (*first)(RateContext&) = nullptr;  ///< What the record has behind it.
 
     friend void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
 };
@@ -41,9 +42,6 @@ inline int32_t Load(RateContext& context) {
 inline int32_t LoadForEngine(RateContext& context) {
     context.UseEngine = 1;
     return Load(context);
-}
-inline int32_t LoadTwice(RateContext& context) {
-    return Load(context) == 1 ? Load(context) : 0;
 }
 inline int32_t ConvertProfiles(RateContext& context) {
     context.ProfileFileCurrent = 'N';
@@ -101,7 +99,7 @@ inline const Operation kOperations[] = {
     {"LoadsASet", Load, kLoadCodes, kSampleSet},
     {"LoadsASetForTheEngine", LoadForEngine, "168 225 269 370 374 436 438 444 460 490 494",
      kSampleSet},
-    {"LoadsASetTwice", LoadTwice, kLoadCodes, kSampleSet}};
+    {"LoadsASetAgain", Load, kLoadCodes, kSampleSet, "", Load}};
 
 /// What is not replaced when it is a directory or may not be written, and what is told then.
 inline const auto kObstacles = Table<3>(R"(

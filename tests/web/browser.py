@@ -11,6 +11,7 @@ import urllib.request
 
 from selenium import webdriver
 from selenium.webdriver.chrome.service import Service
+from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.by import By
 
 CWT, SAMPLE, AXE, OUT = (pathlib.Path(os.environ[name]).resolve()
@@ -134,6 +135,16 @@ class Screen:
             field.clear()
             field.send_keys(str(text))
 
+    def press(self, *keys):
+        for key in keys:
+            ActionChains(self.driver).send_keys(key).perform()
+
+    def drop(self, name, text):
+        """Drops a file on the page."""
+        self.run("""const data = new DataTransfer();
+            data.items.add(new File([arguments[1]], arguments[0]));
+            dispatchEvent(new DragEvent("drop", {dataTransfer: data, bubbles: true, cancelable: true}));""", name, text)
+
     def faults(self, name):
         """What axe finds wrong, what does not fit the width, and what the browser has complained about; a
         picture is kept."""
@@ -159,6 +170,17 @@ class Screen:
                     rows: all(".freight tbody tr").map(cells), amounts: all(".amount").map(cells),
                     breaks: all(".breaks tbody tr").map(cells), notes: all(".notes li").map(text),
                     reference: all(".reference").map(text)};""")
+
+
+@contextlib.contextmanager
+def screen_on_service():
+    """A service and a browser for its screen."""
+    with service() as base:
+        screen = Screen()
+        try:
+            yield base, screen
+        finally:
+            screen.driver.quit()
 
 
 def money(text):

@@ -87,9 +87,7 @@ def take(screen, base, folder):
     screen.run("document.querySelector('.bill').scrollIntoView(); scrollBy(0, -120)")
     picture("telephone")
     screen.open(f"{base}/#batch", 1100, 760)
-    screen.run("""const data = new DataTransfer();
-        data.items.add(new File([arguments[0]], "november.csv"));
-        dispatchEvent(new DragEvent("drop", {dataTransfer: data, bubbles: true, cancelable: true}));""", csv())
+    screen.drop("november.csv", csv())
     wait(lambda: screen.all("a[download]"), "the batch does not end")
     picture("batch")
 
